@@ -1,0 +1,65 @@
+#include "CliCommands.h"
+
+#include <QCoreApplication>
+
+#include <array>
+#include <cstdio>
+
+namespace {
+
+struct CommandEntry {
+    const char* name;
+    int (*run)(const QStringList&, CliIo&);
+    const char* synopsis;
+};
+
+constexpr std::array kCommands {
+    CommandEntry { "telemetry", runTelemetryCommand,
+        "telemetry [--loader auto|general|kel] [--format json|csv] FILE..." },
+    CommandEntry { "card", runCardCommand, "card identify DIR" },
+    CommandEntry { "config", runConfigCommand, "config show|load|set|defaults DIR ..." },
+    CommandEntry { "kel", runKelCommand, "kel show|set|clock DIR ..." },
+    CommandEntry { "languages", runLanguagesCommand, "languages DIR" },
+    CommandEntry { "clips", runClipsCommand,
+        "clips DIR [--filter all|continuous|motion|event|manual]" },
+    CommandEntry { "convert", runConvertCommand, "convert CLIP" },
+};
+
+void printUsage(QTextStream& err)
+{
+    err << "usage: tavro COMMAND ARGS...\n";
+    for (const auto& command : kCommands)
+        err << "  tavro " << command.synopsis << '\n';
+    err.flush();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("tavro"));
+    QCoreApplication::setApplicationName(QStringLiteral("tavro"));
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    CliIo io { out, err };
+
+    QStringList args = QCoreApplication::arguments().mid(1);
+    if (args.isEmpty() || args.first() == QLatin1String("--help")) {
+        printUsage(err);
+        return args.isEmpty() ? CliExit::kUsage : CliExit::kOk;
+    }
+    const QString name = args.takeFirst();
+    for (const auto& command : kCommands) {
+        if (name == QLatin1String(command.name)) {
+            const int code = command.run(args, io);
+            out.flush();
+            err.flush();
+            return code;
+        }
+    }
+    err << "tavro: unknown command '" << name << "'\n";
+    printUsage(err);
+    return CliExit::kUsage;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// Small file and process helpers shared by the test binaries.
+namespace TestFiles {
+
+// Writes bytes to path (creating parent folders); fails the current test on error.
+void write(const QString& path, const QByteArray& bytes);
+QByteArray read(const QString& path);
+
+// The result of running the `tavro` tool built alongside the tests.
+struct CliResult {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+CliResult runCli(const QStringList& args, const QStringList& extraEnv = {});
+
+// True when an executable of that name is on PATH (ffmpeg, mpv, ...).
+bool haveTool(const QString& name);
+
+} // namespace TestFiles

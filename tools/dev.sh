@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Set up a Debian 12 machine, build, and run the demo or the tests.
+#   tools/dev.sh run    install what is missing, build, run on the demo sample
+#   tools/dev.sh test   install what is missing, build, run every test
+#   tools/dev.sh build  install what is missing, build
+set -euo pipefail
+cd "$(dirname "$0")/.."
+root=$PWD
+build=${TAVRO_BUILD_DIR:-$root/build}
+
+install_missing() {
+    local wanted missing=()
+    mapfile -t wanted < <(grep -vE '^\s*(#|$)' tools/debian-packages.txt)
+    for pkg in "${wanted[@]}"; do
+        dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed' || missing+=("$pkg")
+    done
+    # npm: the machine's own Node.js may bundle it (Debian's npm package would conflict).
+    command -v npm >/dev/null 2>&1 || missing+=(npm)
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing: ${missing[*]}"
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    "${sudo[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+build() {
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+    cmake --build "$build" --parallel "$(nproc)"
+}
+
+run_demo() {
+    local sample="$build/demo/sample_F.mp4"
+    tools/make-sample-clip.sh "$sample"
+    "$build/bin/tavro" telemetry --loader auto --format csv "$sample"
+}
+
+run_tests() {
+    # Widget and OpenGL tests need a display: give them a virtual one.
+    local xvfb=()
+    [ -n "${DISPLAY:-}" ] || xvfb=(xvfb-run -a -s "-screen 0 1920x1080x24")
+    "${xvfb[@]}" ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)"
+}
+
+case "${1:-}" in
+    run)   install_missing; build; run_demo ;;
+    test)  install_missing; build; run_tests ;;
+    build) install_missing; build ;;
+    *) echo "usage: tools/dev.sh run|test|build" >&2; exit 2 ;;
+esac
