@@ -1,0 +1,31 @@
+#include "library/QtProcessRunner.h"
+
+#include "library/LibraryLogging.h"
+
+#include <QProcess>
+
+QByteArray QtProcessRunner::run(const QString& program, const QStringList& arguments)
+{
+    if (program.isEmpty())
+        return {};
+    // The QProcess lives on this stack frame: if anything unwinds, its
+    // destructor kills and reaps the child.
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(program, arguments, QIODevice::ReadOnly);
+    if (!process.waitForStarted(-1)) {
+        qCDebug(lcLibrary) << "cannot start" << program << process.errorString();
+        return {};
+    }
+    QByteArray output;
+    // Read while it runs so a chatty child never blocks on a full pipe.
+    while (process.state() != QProcess::NotRunning) {
+        process.waitForReadyRead(-1);
+        output += process.readAll();
+    }
+    process.waitForFinished(-1);
+    output += process.readAll();
+    qCDebug(lcLibrary) << program << arguments << "exited with" << process.exitCode();
+    return output;
+}
