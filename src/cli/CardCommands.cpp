@@ -1,26 +1,32 @@
+#include "CardCliSupport.h"
 #include "CliCommands.h"
 
-int runCardCommand(const QStringList&, CliIo& io)
-{
-    io.err << "tavro: this command is not available yet\n";
-    return CliExit::kUsage;
-}
+#include "config/ModelCatalogue.h"
+#include "config/TolmSettingManager.h"
 
-int runConfigCommand(const QStringList&, CliIo& io)
+// tavro card identify DIR: which camera wrote the card in DIR.
+int runCardCommand(const QStringList& args, CliIo& io)
 {
-    io.err << "tavro: this command is not available yet\n";
-    return CliExit::kUsage;
-}
+    const QString synopsis = QStringLiteral("card identify DIR");
+    if (args.size() != 2 || args[0] != QLatin1String("identify"))
+        return CardCli::usage(io, synopsis);
+    const QString dir = args[1];
+    if (!CardCli::checkCardFolder(dir, io.err))
+        return CliExit::kFailure;
 
-int runKelCommand(const QStringList&, CliIo& io)
-{
-    io.err << "tavro: this command is not available yet\n";
-    return CliExit::kUsage;
-}
+    auto* manager = new TolmSettingManager;
+    TolmSettingManager::ChagneTolmSettingManager(manager);
+    manager->setSettingDirPath(dir);
+    manager->identifySettingDir();
+    manager->refreshModelName();
+    const QString version = manager->loadVersionSDPath(dir);
 
-int runLanguagesCommand(const QStringList&, CliIo& io)
-{
-    io.err << "tavro: this command is not available yet\n";
-    return CliExit::kUsage;
+    io.out << "{\"modelType\":" << manager->modelType()
+           << ",\"modelName\":" << CardCli::jsonString(manager->modelType() < 0 ? QString() : manager->modelName())
+           << ",\"localID\":" << manager->localID()
+           << ",\"firmwareVersionInt\":" << manager->firmwareVersionInt()
+           << ",\"version\":" << CardCli::jsonString(version)
+           << ",\"fieldCount\":" << manager->getSettingVariableCount()
+           << ",\"recordSize\":" << manager->getSaveDataSize() << "}\n";
+    return CliExit::kOk;
 }
-
