@@ -1,0 +1,3 @@
+#include "telemetry/TelemetryLog.h"
+
+Q_LOGGING_CATEGORY(lcTelemetry, "tavro.telemetry", QtWarningMsg)
