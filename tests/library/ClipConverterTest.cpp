@@ -1,0 +1,287 @@
+// Conversion with a recording stand-in for ffmpeg: which command lines run
+// for which clip, where the outputs go, and when the cache answers instead.
+#include "CardTreeBuilder.h"
+#include "RecordingProcessRunner.h"
+#include "TestFiles.h"
+
+#include "library/ClipConverter.h"
+#include "library/Utils.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace {
+
+using Args = QStringList;
+
+// Clip bytes whose codec handler (AVI) or brands (MP4) give the codec type.
+QByteArray clipBytes(int type, int size = 300)
+{
+    static const char* const kHandlers[] = { "H264", "AVC1", "iso4hvc1", "MJPG" };
+    QByteArray bytes(size, '\0');
+    bytes.replace(112, 8, QByteArray(kHandlers[type]).leftJustified(8, '\0'));
+    return bytes;
+}
+
+class ClipConverterTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_dir.isValid());
+        Utils::SetFFMPEGPath(QStringLiteral("/usr/bin/ffmpeg-under-test"));
+        m_card = std::make_unique<CardTreeBuilder>(m_dir.filePath("card"));
+        m_converter = std::make_unique<ClipConverter>(m_runner, m_dir.filePath("work"));
+    }
+    void TearDown() override { Utils::SetFFMPEGPath(QString()); }
+
+    QString cache(const QString& folder, const QString& file) const
+    {
+        return m_dir.filePath("work/temp_video/" + folder + "/" + file);
+    }
+
+    // Converts the clip, then checks the conversions run (in order) and the files returned.
+    void expectConversion(const QString& clip, const QList<Args>& runs, const QStringList& files)
+    {
+        m_runner.clear();
+        const auto result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clip));
+        ASSERT_TRUE(result.has_value()) << qPrintable(clip);
+        QStringList paths;
+        for (const QUrl& url : *result)
+            paths << url.toLocalFile();
+        EXPECT_EQ(paths, files) << qPrintable(clip);
+        EXPECT_EQ(m_runner.conversions(), runs) << qPrintable(clip);
+        for (const auto& call : m_runner.calls())
+            EXPECT_EQ(call.program, QStringLiteral("/usr/bin/ffmpeg-under-test"));
+        for (const QString& file : files)
+            EXPECT_EQ(TestFiles::read(file).left(15), QByteArray("converted from "));
+    }
+
+    QTemporaryDir m_dir;
+    RecordingProcessRunner m_runner;
+    std::unique_ptr<CardTreeBuilder> m_card;
+    std::unique_ptr<ClipConverter> m_converter;
+};
+
+TEST_F(ClipConverterTest, TwoCameraAviGivesFrontAndRearStreams)
+{
+    struct Case {
+        const char* name;
+        int type;
+        int audio;
+        Args tag;
+    };
+    const Case cases[] {
+        { "h264_audio", 0, 1, {} },
+        { "h264_mute", 0, 0, {} },
+        { "avc1_audio", 1, 2, { "-vtag", "avc1" } },
+        { "hvc1_mute", 2, 0, { "-vtag", "hvc1" } },
+        { "mjpg_audio", 3, 1, { "-vtag", "avc1" } },
+    };
+    for (const Case& c : cases) {
+        const QString name = QString::fromUtf8(c.name);
+        const QString clip = m_card->add("evt_rec/" + name + ".avi", clipBytes(c.type));
+        m_runner.setStreams(clip, 2, c.audio);
+        const QString folder = name + "_300";
+        const QString front = cache(folder, name + "_f.mov");
+        const QString rear = cache(folder, name + "_r.mov");
+        const Args audioMap = c.audio ? Args { "-map", "0:2" } : Args {};
+        const Args common { "-c", "copy", "-y", "-v", "10", "-vcodec", "copy", "-acodec", "copy" };
+        expectConversion(clip,
+            { Args { "-i", clip, "-map", "0:0" } + audioMap + common + c.tag + Args { front },
+                Args { "-i", clip, "-map", "0:1" } + audioMap + common + c.tag + Args { rear } },
+            { front, rear });
+        // The second time the cache answers: no ffmpeg run at all.
+        expectConversion(clip, {}, { front, rear });
+        EXPECT_TRUE(m_runner.calls().isEmpty()) << c.name;
+    }
+}
+
+TEST_F(ClipConverterTest, OneCameraAviUsesTheListOfItsCodecType)
+{
+    struct Case {
+        const char* name;
+        int type;
+        Args arguments; // with IN and OUT for the clip and the output
+    };
+    const Case cases[] {
+        { "t0", 0, { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "OUT" } },
+        { "t1", 1, { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", "OUT" } },
+        { "t2", 2, { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", "OUT" } },
+        { "t3", 3, { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", "OUT" } },
+    };
+    for (const Case& c : cases) {
+        const QString name = QString::fromUtf8(c.name);
+        const QString clip = m_card->add("cont_rec/" + name + ".AVI", clipBytes(c.type));
+        m_runner.setStreams(clip, 1, 1);
+        const QString front = cache(name + "_300", name + "_f.mov");
+        Args expected = c.arguments;
+        expected.replaceInStrings(QRegularExpression("^IN$"), clip);
+        expected.replaceInStrings(QRegularExpression("^OUT$"), front);
+        expectConversion(clip, { expected }, { front });
+        // Cached: only the stream report runs again, no conversion.
+        expectConversion(clip, {}, { front });
+        EXPECT_EQ(m_runner.calls().size(), 1) << c.name;
+    }
+}
+
+TEST_F(ClipConverterTest, Mp4PairGivesBothCamerasAndTheirSubtitles)
+{
+    // The rear clip is re-muxed with the front clip's codec type (hvc1 here).
+    const QString front = m_card->add("evt_rec/clip_F.mp4", QByteArray(300, '\0').replace(16, 8, "iso4hvc1"));
+    const QString rear = m_card->add("evt_rec/clip_R.mp4", clipBytes(1, 400));
+    const QString f = cache("clip_F_300", "clip_F_f.mov");
+    const QString r = cache("clip_F_300", "clip_F_r.mov");
+    expectConversion(front,
+        { { "-i", front, "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", f },
+            { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_f.srt") },
+            { "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", r },
+            { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_r.srt") } },
+        { f, r });
+    EXPECT_EQ(TestFiles::read(r), RecordingProcessRunner::outputBytes(rear));
+    EXPECT_EQ(TestFiles::read(cache("clip_F_300", "clip_F_r.srt")), RecordingProcessRunner::outputBytes(rear));
+    expectConversion(front, {}, { f, r });
+    EXPECT_TRUE(m_runner.calls().isEmpty());
+
+    // Opened from the rear clip, the rear camera becomes the front output.
+    const QString rf = cache("clip_R_400", "clip_R_f.mov");
+    const QString rr = cache("clip_R_400", "clip_R_r.mov");
+    expectConversion(rear,
+        { { "-v", "10", "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", rf },
+            { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_f.srt") },
+            { "-v", "10", "-i", front, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", rr },
+            { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_r.srt") } },
+        { rf, rr });
+    EXPECT_EQ(TestFiles::read(rf), RecordingProcessRunner::outputBytes(rear));
+}
+
+TEST_F(ClipConverterTest, Mp4PartnerLookups)
+{
+    // "clip_F_BC.mp4" holds no "F.": the "F_BC." rule finds the rear clip.
+    const QString bc = m_card->add("cont_rec/clip_F_BC.mp4", clipBytes(0));
+    const QString bcRear = m_card->add("cont_rec/clip_R_BC.mp4", clipBytes(0));
+    expectConversion(bc,
+        { { "-i", bc, "-vcodec", "copy", "-acodec", "copy", "-y", cache("clip_F_BC_300", "clip_F_BC_f.mov") },
+            { "-i", bc, "-vn", "-an", "-c:s", "text", cache("clip_F_BC_300", "clip_F_BC_f.srt") },
+            { "-i", bcRear, "-vcodec", "copy", "-acodec", "copy", "-y", cache("clip_F_BC_300", "clip_F_BC_r.mov") },
+            { "-i", bcRear, "-vn", "-an", "-c:s", "text", cache("clip_F_BC_300", "clip_F_BC_r.srt") } },
+        { cache("clip_F_BC_300", "clip_F_BC_f.mov"), cache("clip_F_BC_300", "clip_F_BC_r.mov") });
+
+    // A front clip without its rear file, and a clip with no marker at all.
+    const QString lone = m_card->add("cont_rec/lone_F.mp4", clipBytes(0));
+    const QString plain = m_card->add("cont_rec/plain.mp4", clipBytes(0));
+    for (const QString& clip : { lone, plain }) {
+        const QString base = QFileInfo(clip).completeBaseName();
+        const QString f = cache(base + "_300", base + "_f.mov");
+        expectConversion(clip,
+            { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", f },
+                { "-i", clip, "-vn", "-an", "-c:s", "text", cache(base + "_300", base + "_f.srt") } },
+            { f });
+        // The front output is reused; the missing rear file is looked for again.
+        expectConversion(clip, {}, { f });
+    }
+}
+
+TEST_F(ClipConverterTest, ChangedSizeConvertsAnew)
+{
+    const QString clip = m_card->add("cont_rec/c.avi", clipBytes(0));
+    m_runner.setStreams(clip, 1, 0);
+    expectConversion(clip, { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", cache("c_300", "c_f.mov") } },
+        { cache("c_300", "c_f.mov") });
+    m_card->add("cont_rec/c.avi", clipBytes(0, 512));
+    expectConversion(clip, { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", cache("c_512", "c_f.mov") } },
+        { cache("c_512", "c_f.mov") });
+}
+
+TEST_F(ClipConverterTest, ClipsThatAreNotConverted)
+{
+    // A .mov is played as it is, even when absent; nothing runs.
+    const QString mov = m_card->add("manual_rec/m.MOV");
+    for (const QString& path : { mov, m_card->path("gone.mov"), m_card->path("x.mkv") }) {
+        m_runner.clear();
+        const auto result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(path));
+        ASSERT_TRUE(result.has_value());
+        EXPECT_EQ(*result, QList<QUrl> { QUrl::fromLocalFile(path) });
+        EXPECT_TRUE(m_runner.calls().isEmpty());
+    }
+    EXPECT_FALSE(m_converter->checkAndConvertVideo(QUrl()).has_value());
+
+    // An AVI without video streams gives nothing playable.
+    const QString noVideo = m_card->add("cont_rec/audio_only.avi", clipBytes(0));
+    m_runner.setStreams(noVideo, 0, 1);
+    expectConversion(noVideo, {}, {});
+    // A clip that vanished gives nothing either.
+    expectConversion(m_card->path("cont_rec/vanished.mp4"), {}, {});
+}
+
+TEST_F(ClipConverterTest, RejectedClipsGiveWhatFfmpegProduced)
+{
+    const QString bad = m_card->add("evt_rec/bad_F.mp4", clipBytes(0));
+    const QString badRear = m_card->add("evt_rec/bad_R.mp4", clipBytes(0));
+    m_runner.reject(badRear);
+    const QString f = cache("bad_F_300", "bad_F_f.mov");
+    m_runner.clear();
+    auto result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(bad));
+    ASSERT_TRUE(result.has_value());
+    EXPECT_EQ(*result, QList<QUrl> { QUrl::fromLocalFile(f) });
+    EXPECT_EQ(m_runner.conversions().size(), 4);
+
+    m_runner.reject(bad);
+    m_card->add("evt_rec/bad_F.mp4", clipBytes(0, 301));
+    result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(bad));
+    ASSERT_TRUE(result.has_value());
+    EXPECT_TRUE(result->isEmpty());
+}
+
+TEST_F(ClipConverterTest, ExistingOutputIsTrustedAsItIs)
+{
+    // An output left behind (for example by a run that was cut short) is
+    // reused as it stands, without running ffmpeg again.
+    const QString clip = m_card->add("cont_rec/cut.avi", clipBytes(0));
+    m_runner.setStreams(clip, 2, 0);
+    TestFiles::write(cache("cut_300", "cut_f.mov"), "partial");
+    TestFiles::write(cache("cut_300", "cut_r.mov"), "partial");
+    m_runner.clear();
+    const auto result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clip));
+    ASSERT_TRUE(result.has_value());
+    EXPECT_EQ(result->size(), 2);
+    EXPECT_TRUE(m_runner.calls().isEmpty());
+}
+
+TEST_F(ClipConverterTest, CacheFolderThatCannotBeMadeGivesNoResult)
+{
+    TestFiles::write(m_dir.filePath("blocked"), "a file where the working folder should be");
+    const ClipConverter blocked(m_runner, m_dir.filePath("blocked"));
+    const QString clip = m_card->add("cont_rec/c.mp4", clipBytes(0));
+    EXPECT_FALSE(blocked.checkAndConvertVideo(QUrl::fromLocalFile(clip)).has_value());
+    // Likewise when "temp_video" itself is a file.
+    TestFiles::write(m_dir.filePath("work2/temp_video"), "x");
+    const ClipConverter blocked2(m_runner, m_dir.filePath("work2"));
+    EXPECT_FALSE(blocked2.checkAndConvertVideo(QUrl::fromLocalFile(clip)).has_value());
+    EXPECT_TRUE(m_runner.calls().isEmpty());
+}
+
+TEST_F(ClipConverterTest, ConversionsRunSideBySideOnWorkerThreads)
+{
+    QStringList clips;
+    for (int i = 0; i < 8; ++i) {
+        clips << m_card->add(QStringLiteral("cont_rec/w%1.avi").arg(i), clipBytes(0));
+        m_runner.setStreams(clips.last(), 2, 1);
+    }
+    std::vector<std::optional<QList<QUrl>>> results(size_t(clips.size()));
+    std::thread first([&] { for (int i = 0; i < 8; i += 2) results[size_t(i)] = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clips[i])); });
+    std::thread second([&] { for (int i = 1; i < 8; i += 2) results[size_t(i)] = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clips[i])); });
+    first.join();
+    second.join();
+    for (int i = 0; i < 8; ++i) {
+        ASSERT_TRUE(results[size_t(i)].has_value());
+        ASSERT_EQ(results[size_t(i)]->size(), 2);
+        EXPECT_EQ(TestFiles::read(results[size_t(i)]->at(1).toLocalFile()), RecordingProcessRunner::outputBytes(clips[i]));
+    }
+}
+
+} // namespace
