@@ -47,8 +47,10 @@ bool writeSettingFile(const QString& cardRoot, const QString& relative, const QB
         qCWarning(lcConfig) << "cannot create folder for" << path;
         return false;
     }
+    // Unbuffered, so that a short write (a full card, a size limit) is seen
+    // here and the temporary file is dropped instead of replacing the old one.
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         qCWarning(lcConfig) << "cannot open" << path << file.errorString();
         return false;
     }

@@ -15,7 +15,7 @@ QByteArray format(const QDateTime& dateTime)
     const int offsetMinutes = dateTime.offsetFromUtc() / 60;
     const int magnitude = offsetMinutes < 0 ? -offsetMinutes : offsetMinutes;
     const QString zone = QStringLiteral("%1%2%3")
-                             .arg(offsetMinutes < 0 ? u'-' : u'+')
+                             .arg(QChar(offsetMinutes < 0 ? u'-' : u'+'))
                              .arg(magnitude / 60, 2, 10, QLatin1Char('0'))
                              .arg(magnitude % 60, 2, 10, QLatin1Char('0'));
     return (dateTime.toString(QStringLiteral("yyyy,MM,dd,HH,mm,ss,")) + zone).toUtf8();

@@ -56,6 +56,12 @@ public:
     void loadDefaultDataForPesk();
     void loadDefaultDataForDravi();
     void loadDefaultDataForOrlo();
+    // The editor's reset: the card's own SETTING/default.cfg when it has one
+    // (read into a fresh manager that then becomes the shared instance,
+    // keeping the firmware version text, its number and the driving-guide
+    // version of the current one), otherwise the built-in values of the
+    // model. Returns the manager that is shared afterwards.
+    static TolmSettingManager* resetSharedToDefaults();
 
     // The camera's language list from SETTING/lang/ver.dat.
     void loadLanguages();

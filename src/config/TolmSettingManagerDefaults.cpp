@@ -177,3 +177,27 @@ void TolmSettingManager::loadDefaultDataForDravi()
         setMeasurement_unit(1);
     }
 }
+
+TolmSettingManager* TolmSettingManager::resetSharedToDefaults()
+{
+    TolmSettingManager* current = SharedTolmSettingManager();
+    auto fresh = std::make_unique<TolmSettingManager>();
+    fresh->setSettingDirPath(current->settingDirPath());
+    fresh->setModelType(current->modelType());
+    if (!fresh->loadDefaultDataFromDefaultCfgFile()) {
+        current->loadDefaultValue();
+        return current;
+    }
+    // What the camera reports about itself is not a setting to reset.
+    fresh->setVersion(current->version());
+    fresh->setFirmwareVersionInt(current->firmwareVersionInt());
+    fresh->setDriving_guide_version(current->driving_guide_version());
+    // Nor is which card and model this is.
+    fresh->setSdcard_url(current->sdcard_url());
+    fresh->setLocalID(current->localID());
+    fresh->setModelName(current->modelName());
+    fresh->setLanguages(current->languages());
+    fresh->m_alertSink = current->m_alertSink;
+    ChagneTolmSettingManager(fresh.release());
+    return SharedTolmSettingManager();
+}

@@ -1,0 +1,192 @@
+// The binary settings record: its layout, field counts per model, and the
+// byte-level rules of decoding and encoding, on records written byte by byte.
+#include "SetupCfgBuilder.h"
+
+#include "config/ModelCatalogue.h"
+#include "config/SetupRecordCodec.h"
+#include "config/TolmSettingManager.h"
+
+#include <QRandomGenerator>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct CountCase {
+    qint64 modelType;
+    qint32 firmware;
+    int fieldCount;
+    int recordSize;
+};
+
+void expectCount(const CountCase& c)
+{
+    TolmSettingManager manager;
+    manager.setModelType(c.modelType);
+    manager.setFirmwareVersionInt(c.firmware);
+    EXPECT_EQ(manager.getSettingVariableCount(), c.fieldCount) << "type " << c.modelType << " fw " << c.firmware;
+    EXPECT_EQ(manager.getSaveDataSize(), c.recordSize) << "type " << c.modelType << " fw " << c.firmware;
+}
+
+} // namespace
+
+TEST(SetupRecordLayoutTest, EveryModelHasItsFieldCountAndRecordLength)
+{
+    const CountCase cases[] = {
+        { -1, 0, 60, 432 }, { 0, 0, 60, 432 }, { 1, 0, 60, 432 }, { 2, 0, 60, 432 },
+        { 3, 16, 68, 464 }, { 3, 17, 78, 504 }, { 4, 16, 68, 464 }, { 4, 99, 78, 504 },
+        { 5, 0, 79, 508 }, { 6, 0, 60, 432 }, { 7, 0, 81, 516 }, { 8, 0, 81, 516 },
+        { 9, 0, 81, 516 }, { 10, 0, 81, 516 }, { 11, 0, 81, 516 }, { 12, 0, 81, 516 },
+        { 13, 0, 93, 564 }, { 14, 0, 81, 516 }, { 15, 0, 81, 516 }, { 16, 0, 92, 560 },
+        { 17, 0, 99, 579 }, { 18, 0, 81, 516 }, { 19, 0, 93, 564 }, { 20, 0, 93, 564 },
+        { 21, 0, 96, 576 }, { 22, 0, 96, 576 }, { 23, 0, 102, 582 }, { 24, 0, 113, 593 },
+        { 25, 0, 113, 593 }, { 26, 0, 116, 596 }, { 27, 0, 60, 432 }, { 28, 0, 60, 432 },
+        { 29, 0, 60, 432 }, { 5, 20, 79, 508 },
+    };
+    for (const CountCase& c : cases)
+        expectCount(c);
+    EXPECT_EQ(TolmSettingManager::modelNameList().size(), 29);
+    EXPECT_EQ(TolmSettingManager::modelNameList()[4], QStringLiteral("Dravi UK"));
+    EXPECT_EQ(TolmSettingManager::modelNameList()[26], QStringLiteral("DVR-Trevo"));
+}
+
+TEST(SetupRecordLayoutTest, OffsetsOfFieldsInTheRecord)
+{
+    const std::pair<SetupField, int> cases[] = {
+        { SetupField::checksum, 0 }, { SetupField::cfg_struct_version, 4 }, { SetupField::product_name, 8 },
+        { SetupField::version, 40 }, { SetupField::reserved, 50 }, { SetupField::front_resolution, 52 },
+        { SetupField::setting_path, 228 }, { SetupField::micom_version, 356 }, { SetupField::tz_key, 380 },
+        { SetupField::cur_language, 428 }, { SetupField::local_id, 460 }, { SetupField::set_resolution, 504 },
+        { SetupField::iot_onoff, 576 }, { SetupField::eis_onoff, 581 }, { SetupField::avn_onoff, 595 },
+    };
+    for (const auto& [field, offset] : cases)
+        EXPECT_EQ(TolmSettingManager::offsetFromValue(field), offset) << SetupRecordLayout::info(field).name;
+    EXPECT_EQ(SetupRecordLayout::offsetOfIndex(500), 0);
+    EXPECT_EQ(SetupRecordLayout::indexOfName(QStringLiteral("front_constrast")), 10);
+    EXPECT_EQ(SetupRecordLayout::indexOfName(QStringLiteral("Front_constrast")), -1);
+}
+
+TEST(SetupRecordLayoutTest, GeneratedAccessorsReachTheirOwnField)
+{
+    // Each setter writes exactly its field's bytes in the record.
+    TolmSettingManager manager;
+    manager.setModelType(26);
+    manager.setTz_key(QStringLiteral("Korea Standard Time"));
+    manager.setFront_constrast(0x01020304);
+    manager.setBattery_12v_R_off(7);
+    manager.setAvn_onoff(9);
+    manager.setReserved(0xBEEF);
+    const QByteArray record = SetupRecordCodec::encode(manager.values(), 116);
+    EXPECT_EQ(record.mid(380, 20), QByteArray("Korea Standard Time\0", 20));
+    EXPECT_EQ(record.mid(68, 4), QByteArray("\x04\x03\x02\x01", 4));
+    EXPECT_EQ(record[204], 7);
+    EXPECT_EQ(record[595], 9);
+    EXPECT_EQ(record.mid(50, 2), QByteArray("\xEF\xBE", 2));
+    EXPECT_EQ(manager.front_constrast(), 0x01020304);
+    EXPECT_EQ(manager.tz_key(), QStringLiteral("Korea Standard Time"));
+}
+
+TEST(SetupRecordCodecTest, EveryRecordLengthSurvivesADecodeAndEncode)
+{
+    for (const int count : { 60, 68, 78, 79, 81, 92, 93, 96, 99, 102, 113, 116 }) {
+        const QByteArray file = SetupCfgBuilder::letterPattern(SetupRecordLayout::recordSize(count)).bytes();
+        SetupValues values;
+        EXPECT_EQ(SetupRecordCodec::decode(file, count, values), count);
+        EXPECT_EQ(SetupRecordCodec::encode(values, count), file) << count << " fields";
+    }
+}
+
+TEST(SetupRecordCodecTest, IntegerWidthsDecodeAsTheCameraWritesThem)
+{
+    const QByteArray file = SetupCfgBuilder(596)
+                                .int32(52, -5)
+                                .uint16(50, 0xFFFF)
+                                .byte(576, 0x7F)
+                                .byte(595, 0xFF)
+                                .bytes();
+    SetupValues values;
+    values.ints[96] = 0x12345600; // iot_onoff held before the load
+    SetupRecordCodec::decode(file, 116, values);
+    EXPECT_EQ(values.ints[6], -5);
+    EXPECT_EQ(values.ints[5], 65535);          // unsigned, zero-extended
+    EXPECT_EQ(values.ints[96], 0x1234567F);    // one byte replaces the low byte only
+    EXPECT_EQ(values.ints[115], 0xFF);
+}
+
+TEST(SetupRecordCodecTest, EncodingKeepsOnlyTheBytesAFieldHolds)
+{
+    SetupValues values;
+    values.ints[96] = 260;     // one byte wide: writes 4
+    values.ints[5] = 0x12345;  // two bytes wide: writes 0x2345
+    values.texts[2] = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"); // 26 bytes into a 16-byte field
+    values.texts[3] = QStringLiteral("SN1");
+    const QByteArray record = SetupRecordCodec::encode(values, 116);
+    ASSERT_EQ(record.size(), 596);
+    EXPECT_EQ(record[576], 4);
+    EXPECT_EQ(record.mid(50, 2), QByteArray("\x45\x23", 2));
+    EXPECT_EQ(record.mid(8, 16), QByteArray("ABCDEFGHIJKLMNOP"));
+    EXPECT_EQ(record.mid(24, 16), QByteArray("SN1\0\0\0\0\0\0\0\0\0\0\0\0\0", 16));
+}
+
+TEST(SetupRecordCodecTest, TextFieldsStopAtZeroOrFillTheField)
+{
+    struct Case {
+        QByteArray field;
+        QString text;
+    };
+    const Case cases[] = {
+        { QByteArray("Tolm"), QStringLiteral("Tolm") },
+        { QByteArray("ExactlySixteen16"), QStringLiteral("ExactlySixteen16") },
+        { QByteArray("ab\0cd", 5), QStringLiteral("ab") },
+        { QByteArray(), QString() },
+        { QByteArray("\xED\x95\x9C\xEA\xB8\x80"), QStringLiteral("한글") },
+        { QByteArray("\xFF\xFEok"), QString::fromUtf8("\xFF\xFEok") },
+    };
+    for (const Case& c : cases) {
+        SetupValues values;
+        SetupRecordCodec::decode(SetupCfgBuilder().productName(c.field).bytes(), 60, values);
+        EXPECT_EQ(values.texts[2], c.text.isNull() ? QString("") : c.text) << c.field.toHex().constData();
+    }
+}
+
+TEST(SetupRecordCodecTest, ShortFilesKeepTheFieldsTheyDoNotReach)
+{
+    SetupValues values;
+    values.ints[20] = 77;
+    values.texts[54] = QStringLiteral("kept");
+    // Ends two bytes into front_resolution (offset 52).
+    const QByteArray file = SetupCfgBuilder(56).int32(0, 54).int32(52, 0x0102).resize(54).bytes();
+    EXPECT_EQ(SetupRecordCodec::decode(file, 60, values), 7);
+    EXPECT_EQ(values.ints[0], 54);
+    EXPECT_EQ(values.ints[6], 0x0102); // missing bytes read as zero
+    EXPECT_EQ(values.ints[20], 77);
+    EXPECT_EQ(values.texts[54], QStringLiteral("kept"));
+
+    SetupValues empty;
+    EXPECT_EQ(SetupRecordCodec::decode(QByteArray(), 116, empty), 0);
+}
+
+TEST(SetupRecordCodecTest, DefaultFileIsBoundedByItsLengthNotTheModel)
+{
+    const QByteArray file = SetupCfgBuilder(600).int32(504, 11).byte(595, 3).bytes();
+    SetupValues values;
+    EXPECT_EQ(SetupRecordCodec::decodeDefaultCfg(file, values), 116);
+    EXPECT_EQ(values.ints[78], 11);
+    EXPECT_EQ(values.ints[115], 3);
+}
+
+TEST(SetupRecordCodecTest, RandomBytesDecodeToSomethingAndEncodeToTheRecordLength)
+{
+    QRandomGenerator random(20160307);
+    for (int round = 0; round < 300; ++round) {
+        QByteArray file(int(random.bounded(700)), '\0');
+        for (char& b : file)
+            b = char(random.bounded(256));
+        const int count = int(random.bounded(-5, 130));
+        SetupValues values;
+        const int decoded = SetupRecordCodec::decode(file, count, values);
+        EXPECT_LE(decoded, std::max(0, std::min(count, 116)));
+        EXPECT_EQ(SetupRecordCodec::encode(values, count).size(),
+                  SetupRecordLayout::recordSize(std::clamp(count, 0, 116)));
+    }
+}
