@@ -1,0 +1,109 @@
+// Lookup of localisation keys in the embedded tables.
+
+#include "LanguageSettingsFixture.h"
+
+#include "app/LocalizationKeys.h"
+#include "app/TavroLanguages.h"
+#include "app/ViewerSettings.h"
+
+namespace {
+
+class TavroLanguagesTest : public LanguageSettingsFixture {
+protected:
+    static void useLookupLanguages(const QStringList& languages)
+    {
+        storeValue(ViewerSettings::kLookupLanguagesKey, languages);
+    }
+
+    static QString lookup(const QString& key)
+    {
+        return TavroLanguages::SharedTavroLanguages().localized(key);
+    }
+
+    // Looks key up with the given lookup list and compares with the expected text.
+    static void expectLookup(const QStringList& languages, const QString& key, const QString& expected)
+    {
+        useLookupLanguages(languages);
+        EXPECT_EQ(lookup(key), expected) << "languages " << languages.join(u',').toStdString()
+                                         << ", key " << key.toStdString();
+    }
+};
+
+TEST_F(TavroLanguagesTest, KeysTurnIntoTheTextOfTheChosenLanguage)
+{
+    struct Case {
+        const char* language;
+        const char* key;
+        QString expected;
+    };
+    const Case cases[] = {
+        {"en", LocalizationKeys::kYes, QStringLiteral("Yes")},
+        {"fr", LocalizationKeys::kYes, QStringLiteral("Oui")},
+        {"ja", LocalizationKeys::kYes, QStringLiteral("はい")},
+        {"pt", LocalizationKeys::kYes, QStringLiteral("Sim")},
+        {"en", LocalizationKeys::kUnknown, QStringLiteral("Unknown")},
+        {"pt", LocalizationKeys::kFilterAll, QStringLiteral("Todos")},
+        {"en", LocalizationKeys::kWennaMemoryPartition, QStringLiteral("Memory Partition")},
+        {"ja", LocalizationKeys::kMemoryCardError, QStringLiteral("メモリーカードエラー")},
+        // Line breaks, including the card messages' "\r\n", survive compilation.
+        {"fr", LocalizationKeys::kFormatting,
+         QStringLiteral("Formatage de la carte mémoire en cours.\r\nVeuillez patienter.")},
+        {"en", LocalizationKeys::kParkingOffQuestion,
+         QStringLiteral("Without parking mode,\nnothing is recorded while the vehicle is parked with "
+                        "the engine off.\nTurn off parking mode?")},
+    };
+    for (const Case& c : cases)
+        expectLookup({QString::fromLatin1(c.language)}, QString::fromUtf8(c.key), c.expected);
+}
+
+TEST_F(TavroLanguagesTest, OnlyTheFirstLookupLanguageCounts)
+{
+    expectLookup({QStringLiteral("ja"), QStringLiteral("fr")}, QString::fromUtf8(LocalizationKeys::kNo),
+                 QStringLiteral("いいえ"));
+    expectLookup({QStringLiteral("de"), QStringLiteral("fr")}, QString::fromUtf8(LocalizationKeys::kNo),
+                 QString());
+}
+
+TEST_F(TavroLanguagesTest, KeyMissingFromTheTableShowsTheKey)
+{
+    const QString missingKeys[] = {
+        QStringLiteral("표에 없는 키"),
+        QStringLiteral("Wenna : 표에 없는 키"),
+        QStringLiteral("not a key"),
+        QString::fromUtf8(LocalizationKeys::kYes) + QLatin1Char(' '), // keys match exactly
+    };
+    for (const QString& language : ViewerSettings::supportedLanguages())
+        for (const QString& key : missingKeys)
+            expectLookup({language}, key, key);
+}
+
+TEST_F(TavroLanguagesTest, LanguageWithoutTableShowsNothing)
+{
+    const QString key = QString::fromUtf8(LocalizationKeys::kMemoryCardError);
+    const QStringList languagesWithoutTable[] = {
+        {QStringLiteral("de")},
+        {QStringLiteral("ko")},
+        {QStringLiteral("EN")},
+        {QString()},
+        {QStringLiteral("../i18n/Localizable_Tolm_en")},
+        {QStringLiteral("en.qm")},
+        {},
+    };
+    for (const QStringList& languages : languagesWithoutTable) {
+        expectLookup(languages, key, QString());
+        expectLookup(languages, QStringLiteral("표에 없는 키"), QString());
+    }
+    clearStore(); // the preference not set at all
+    EXPECT_EQ(lookup(key), QString());
+}
+
+TEST_F(TavroLanguagesTest, EveryViewerLanguageHasATable)
+{
+    const TavroLanguages& languages = TavroLanguages::SharedTavroLanguages();
+    for (const QString& language : ViewerSettings::supportedLanguages())
+        EXPECT_TRUE(languages.hasTable(language)) << language.toStdString();
+    EXPECT_FALSE(languages.hasTable(QStringLiteral("de")));
+    EXPECT_FALSE(languages.hasTable(QString()));
+}
+
+} // namespace
