@@ -1,0 +1,146 @@
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <QString>
+#include <QTimer>
+
+#include <atomic>
+#include <span>
+#include <memory>
+
+struct mpv_event;
+struct mpv_event_property;
+struct mpv_handle;
+struct mpv_node;
+class MpvRenderTarget;
+
+// One mpv core playing one file into a texture. Every request is sent
+// asynchronously; what the view reads (time, duration, rate, volume) are the
+// values mpv last reported, so nothing here ever waits for the core on the GUI
+// thread. mpv's callbacks only queue work for the GUI thread.
+class MpvPlayer : public QObject {
+    Q_OBJECT
+public:
+    // How far the file has come, in the terms a view reports.
+    enum class ItemStatus { Unknown, ReadyToPlay, Failed };
+    Q_ENUM(ItemStatus)
+
+    explicit MpvPlayer(int videoTrack, QObject* parent = nullptr);
+    ~MpvPlayer() override;
+
+    // Lets go of a player: it is silenced and paused at once and destroyed
+    // now, or as soon as it has finished handing out mpv's events when it is
+    // in the middle of that (a handler may close the view that owns it).
+    static void dispose(std::unique_ptr<MpvPlayer> player);
+
+    bool isValid() const;
+    void load(const QString& path);
+    QString path() const { return m_path; }
+
+    void play();
+    void pause();
+    // 0 pauses, above 0 plays at that speed, below 0 plays backwards.
+    void setRate(float rate);
+    float rate() const { return m_rate; }
+
+    void seekExact(double seconds);
+    void stepForward();
+    void stepBackward();
+
+    bool isReady() const { return m_ready; }
+    double timePos() const { return m_timePos; }
+    double duration() const { return m_duration; }
+    bool eofReached() const { return m_eof; }
+
+    float volume() const { return m_volume; }
+    void setVolume(float volume);
+
+    int videoTrack() const { return m_videoTrack; }
+    void setVideoTrack(int track);
+    bool tracksKnown() const { return m_tracksKnown; }
+    bool hasVideo() const { return m_hasVideo; }
+    QSize videoSize() const { return m_videoSize; }
+
+    // Rendering: the texture the host view draws, sized by the host.
+    void setTargetSize(const QSize& devicePixels);
+    unsigned int texture() const;
+    bool hasFrame() const { return m_framesRendered > 0; }
+    qint64 framesRendered() const { return m_framesRendered; }
+
+    // Frames mpv dropped in the decoder and in the output since loading.
+    qint64 decoderDrops() const { return m_decoderDrops; }
+    qint64 outputDrops() const { return m_outputDrops; }
+
+signals:
+    void itemStatusChanged(MpvPlayer::ItemStatus status);
+    // After the file opened: whether a video stream is shown.
+    void tracksLoaded(bool hasVideo);
+    void rateChanged(float rate);
+    void timeChanged(double seconds);
+    void playedToEnd();
+    void frameRendered();
+
+private:
+    struct PropertyHandler;
+    static std::span<const PropertyHandler> properties();
+
+    static void onWakeup(void* self);
+    static void onRenderUpdate(void* self);
+    void drainEvents();
+    void renderFrame();
+    void handleEvent(const mpv_event& event);
+    void handleEndFile(const mpv_event& event);
+    void handleTrackList(const mpv_node& list);
+    void checkReady();
+    void dispatchProperty(quint64 index, const mpv_event_property& property);
+
+    void onTimePos(const mpv_event_property& property);
+    void onDuration(const mpv_event_property& property);
+    void onPause(const mpv_event_property& property);
+    void onSpeed(const mpv_event_property& property);
+    void onVolume(const mpv_event_property& property);
+    void onEofReached(const mpv_event_property& property);
+    void onFrameDrops(const mpv_event_property& property);
+    void onOutputDrops(const mpv_event_property& property);
+
+    void command(std::initializer_list<const char*> args);
+    void setFlag(const char* name, bool value);
+    void setDouble(const char* name, double value);
+    void updateRate();
+    void reverseTick();
+
+    mpv_handle* m_mpv = nullptr;
+    std::unique_ptr<MpvRenderTarget> m_target;
+    std::atomic_bool m_drainQueued {false};
+    std::atomic_bool m_renderQueued {false};
+    bool m_dispatching = false;
+    bool m_disposed = false;
+
+    QString m_path;
+    int m_videoTrack = 1;
+    bool m_fileLoaded = false;
+    bool m_restarted = false;
+    bool m_tracksKnown = false;
+    bool m_ready = false;
+    bool m_failed = false;
+    bool m_hasVideo = false;
+    QSize m_videoSize;
+
+    double m_timePos = 0.0;
+    double m_duration = 0.0;
+    bool m_eof = false;
+    bool m_paused = true;
+    double m_speed = 1.0;
+    float m_reverseRate = 0.0f;
+    float m_rate = 0.0f;
+    float m_volume = 1.0f;
+    long long m_lastTimeSlot = -1;
+    bool m_reportNextTime = false;
+    bool m_seekPending = false;
+    QTimer m_reverseTimer;
+
+    qint64 m_framesRendered = 0;
+    qint64 m_decoderDrops = 0;
+    qint64 m_outputDrops = 0;
+};

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+// "tavro.player": silent unless enabled with QT_LOGGING_RULES.
+Q_DECLARE_LOGGING_CATEGORY(lcPlayer)

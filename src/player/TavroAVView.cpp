@@ -1,0 +1,398 @@
+#include "player/TavroAVView.h"
+
+#include "player/FrameGrabber.h"
+#include "player/LoadingSpinner.h"
+#include "player/MpvPlayer.h"
+#include "player/NoVideoView.h"
+#include "player/PlayerRules.h"
+#include "player/TavroAVViewDelegate.h"
+
+#include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QPointer>
+
+namespace {
+
+const QSize kNoVideoSnapshotSize(1920, 1080);
+
+} // namespace
+
+TavroAVView::TavroAVView(QWidget* parent)
+    : QOpenGLWidget(parent)
+{
+    setAutoFillBackground(false);
+    m_loadingSpinner = new LoadingSpinner(this);
+    m_loadingSpinner->setObjectName(QStringLiteral("loadingSpinner"));
+    m_loadingSpinner->hide();
+    m_noVideoView = new NoVideoView(this);
+    m_noVideoView->setObjectName(QStringLiteral("noVideoView"));
+    m_noVideoView->hide();
+    layoutOverlays();
+}
+
+TavroAVView::~TavroAVView()
+{
+    m_delegate = nullptr;
+    if (m_player)
+        close();
+    if (m_blitter.isCreated() && context()) {
+        makeCurrent();
+        m_blitter.destroy();
+        doneCurrent();
+    }
+}
+
+void TavroAVView::setFileName(const QString& path)
+{
+    if (m_player)
+        close();
+    m_fileName = path;
+    setStatus(TavroAVViewStatus::Init);
+    if (!path.isEmpty())
+        prepareAsset();
+}
+
+void TavroAVView::reset()
+{
+    close();
+}
+
+void TavroAVView::close()
+{
+    if (m_player)
+        m_player->pause();
+    removeObservers();
+    MpvPlayer::dispose(std::move(m_player));
+    // A closed view shows only its black background again.
+    m_loadingSpinner->stopAnimation();
+    m_loadingSpinner->hide();
+    m_noVideoView->hide();
+    update();
+    setFileName(QString());
+}
+
+bool TavroAVView::hasMovie() const
+{
+    return m_status != TavroAVViewStatus::Error && m_status != TavroAVViewStatus::Init;
+}
+
+void TavroAVView::prepareAsset()
+{
+    if (m_status == TavroAVViewStatus::Loading)
+        return;
+    m_loadingSpinner->show();
+    m_loadingSpinner->raise();
+    m_loadingSpinner->startAnimation();
+    m_player = std::make_unique<MpvPlayer>(m_videoTrack);
+    m_player->setTargetSize(devicePixelSize());
+    rebuildObservers();
+    setStatus(TavroAVViewStatus::Loading);
+    if (m_fileName.isEmpty() || !m_player->isValid()) {
+        setStatus(TavroAVViewStatus::Error);
+        return;
+    }
+    m_player->load(m_fileName);
+}
+
+void TavroAVView::setStatus(TavroAVViewStatus status)
+{
+    m_status = status;
+    // Reported from the event loop, after the call that changed it returns.
+    QMetaObject::invokeMethod(
+        this,
+        [this, status] {
+            if (m_delegate)
+                m_delegate->tavroAVViewDidUpdateStatus(this, status);
+        },
+        Qt::QueuedConnection);
+}
+
+void TavroAVView::stopLoadingAnimationAndHandleError(bool failed)
+{
+    m_loadingSpinner->stopAnimation();
+    m_loadingSpinner->hide();
+    if (failed)
+        setStatus(TavroAVViewStatus::Error);
+}
+
+void TavroAVView::removeObservers()
+{
+    for (const QMetaObject::Connection& connection : std::as_const(m_observers))
+        disconnect(connection);
+    m_observers.clear();
+}
+
+void TavroAVView::rebuildObservers()
+{
+    removeObservers();
+    if (!m_player)
+        return;
+    MpvPlayer* player = m_player.get();
+    m_observers = {
+        connect(player, &MpvPlayer::itemStatusChanged, this,
+                [this](MpvPlayer::ItemStatus status) { onItemStatus(int(status)); }),
+        connect(player, &MpvPlayer::tracksLoaded, this, &TavroAVView::onTracksLoaded),
+        connect(player, &MpvPlayer::rateChanged, this, &TavroAVView::onRateChanged),
+        connect(player, &MpvPlayer::timeChanged, this, &TavroAVView::onTimeChanged),
+        connect(player, &MpvPlayer::playedToEnd, this, &TavroAVView::onPlayedToEnd),
+        connect(player, &MpvPlayer::frameRendered, this, &TavroAVView::onFrameRendered),
+    };
+    // A picture that is already there counts as ready for display at once.
+    if (player->hasFrame())
+        stopLoadingAnimationAndHandleError(false);
+}
+
+void TavroAVView::onItemStatus(int itemStatus)
+{
+    switch (MpvPlayer::ItemStatus(itemStatus)) {
+    case MpvPlayer::ItemStatus::Failed:
+        stopLoadingAnimationAndHandleError(true);
+        break;
+    case MpvPlayer::ItemStatus::ReadyToPlay:
+        // A file without video stays in Error although its sound is ready.
+        if (m_status != TavroAVViewStatus::Error)
+            setStatus(TavroAVViewStatus::Prepared);
+        break;
+    case MpvPlayer::ItemStatus::Unknown:
+        setStatus(TavroAVViewStatus::Unknown);
+        break;
+    }
+}
+
+void TavroAVView::onTracksLoaded(bool hasVideo)
+{
+    if (hasVideo)
+        return;
+    stopLoadingAnimationAndHandleError(false);
+    m_noVideoView->show();
+    m_noVideoView->raise();
+    setStatus(TavroAVViewStatus::Error);
+}
+
+void TavroAVView::onRateChanged(float rate)
+{
+    m_rate = rate;
+    if (m_delegate)
+        m_delegate->tavroAVViewDidUpdateRate(this, rate);
+}
+
+void TavroAVView::onTimeChanged(double seconds)
+{
+    if (m_delegate)
+        m_delegate->tavroAVViewDidUpdateTime(this, seconds);
+}
+
+void TavroAVView::onPlayedToEnd()
+{
+    if (m_delegate)
+        m_delegate->tavroAVViewDidPlayToEndTime(this);
+}
+
+void TavroAVView::onFrameRendered()
+{
+    stopLoadingAnimationAndHandleError(false);
+    update();
+}
+
+void TavroAVView::seekToStartAtEnd()
+{
+    if (m_player && currentTime() == duration())
+        m_player->seekExact(0.0);
+}
+
+void TavroAVView::play()
+{
+    if (!m_player)
+        return;
+    seekToStartAtEnd();
+    m_player->play();
+}
+
+void TavroAVView::pause()
+{
+    if (m_player)
+        m_player->pause();
+}
+
+void TavroAVView::playPauseToggle()
+{
+    if (!m_player)
+        return;
+    if (m_player->rate() == 1.0f) {
+        pause();
+        return;
+    }
+    play();
+}
+
+void TavroAVView::fastForward()
+{
+    if (m_player)
+        m_player->setRate(PlayerRules::nextFastForwardRate(m_player->rate()));
+}
+
+void TavroAVView::rewind()
+{
+    if (m_player)
+        m_player->setRate(PlayerRules::nextRewindRate(m_player->rate()));
+}
+
+void TavroAVView::stepForward()
+{
+    if (m_player)
+        m_player->stepForward();
+}
+
+void TavroAVView::stepBackward()
+{
+    if (m_player)
+        m_player->stepBackward();
+}
+
+void TavroAVView::setCurrentTime(double seconds)
+{
+    if (m_player)
+        m_player->seekExact(PlayerRules::wholeSecondSeekTarget(seconds));
+}
+
+double TavroAVView::currentTime() const
+{
+    if (!m_player)
+        return 0.0;
+    // mpv holds the last frame at the end; the position then is the end itself.
+    if (m_player->eofReached() && m_player->isReady())
+        return m_player->duration();
+    return m_player->timePos();
+}
+
+double TavroAVView::duration() const
+{
+    return m_player && m_player->isReady() ? m_player->duration() : 0.0;
+}
+
+float TavroAVView::volume() const
+{
+    return m_player ? m_player->volume() : 0.0f;
+}
+
+void TavroAVView::setVolume(float volume)
+{
+    if (m_player)
+        m_player->setVolume(volume);
+}
+
+void TavroAVView::setUpsideDown(bool upsideDown)
+{
+    m_upsideDown = upsideDown;
+    update();
+}
+
+void TavroAVView::setVideoTrack(int track)
+{
+    m_videoTrack = qMax(1, track);
+    if (m_player)
+        m_player->setVideoTrack(m_videoTrack);
+}
+
+QImage TavroAVView::snapshot()
+{
+    if (!m_player || m_player->path().isEmpty())
+        return {};
+    if (m_player->tracksKnown() && !m_player->hasVideo() && m_player->videoSize().isEmpty()) {
+        QImage black(kNoVideoSnapshotSize, QImage::Format_RGB32);
+        black.fill(Qt::black);
+        return black;
+    }
+    const double at = PlayerRules::snapshotTime(duration());
+    QImage frame = FrameGrabber::grab(m_player->path(), at, m_player->videoTrack());
+    const QSize size = m_player->videoSize().isEmpty() ? kNoVideoSnapshotSize : m_player->videoSize();
+    if (frame.isNull() || frame.size() == size)
+        return frame;
+    return frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+void TavroAVView::swapPlayerItemWith(PlayerView& otherView)
+{
+    auto* other = dynamic_cast<TavroAVView*>(&otherView);
+    if (!other || other == this)
+        return;
+    removeObservers();
+    other->removeObservers();
+    std::swap(m_fileName, other->m_fileName);
+    std::swap(m_player, other->m_player);
+    std::swap(m_videoTrack, other->m_videoTrack);
+    // Each picture is now rendered at the size of its new host.
+    if (m_player)
+        m_player->setTargetSize(devicePixelSize());
+    if (other->m_player)
+        other->m_player->setTargetSize(other->devicePixelSize());
+    rebuildObservers();
+    other->rebuildObservers();
+    update();
+    other->update();
+}
+
+qint64 TavroAVView::decoderDroppedFrames() const
+{
+    return m_player ? m_player->decoderDrops() : 0;
+}
+
+qint64 TavroAVView::outputDroppedFrames() const
+{
+    return m_player ? m_player->outputDrops() : 0;
+}
+
+QSize TavroAVView::devicePixelSize() const
+{
+    return (QSizeF(size()) * devicePixelRatioF()).toSize();
+}
+
+void TavroAVView::layoutOverlays()
+{
+    m_noVideoView->setGeometry(rect());
+    m_loadingSpinner->move((width() - m_loadingSpinner->width()) / 2,
+                           (height() - m_loadingSpinner->height()) / 2);
+}
+
+void TavroAVView::initializeGL()
+{
+    m_blitter.create();
+}
+
+void TavroAVView::paintGL()
+{
+    QOpenGLFunctions* gl = context()->functions();
+    gl->glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
+    gl->glClear(GL_COLOR_BUFFER_BIT);
+    if (!m_player || !m_player->hasFrame() || m_player->texture() == 0 || !m_blitter.isCreated())
+        return;
+    const QSize viewport = devicePixelSize();
+    const QMatrix4x4 target =
+        QOpenGLTextureBlitter::targetTransform(QRectF(QPointF(0, 0), QSizeF(viewport)), QRect(QPoint(0, 0), viewport));
+    // The texture is stored bottom row first; reading it top row first mirrors
+    // the picture vertically, which is what upside-down display means here.
+    const auto origin = m_upsideDown ? QOpenGLTextureBlitter::OriginTopLeft : QOpenGLTextureBlitter::OriginBottomLeft;
+    m_blitter.bind();
+    m_blitter.blit(m_player->texture(), target, origin);
+    m_blitter.release();
+    ++m_framesPresented;
+    emit framePresented();
+}
+
+void TavroAVView::resizeEvent(QResizeEvent* event)
+{
+    QOpenGLWidget::resizeEvent(event);
+    layoutOverlays();
+    if (m_player)
+        m_player->setTargetSize(devicePixelSize());
+}
+
+void TavroAVView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton && m_delegate) {
+        m_delegate->tavroAVViewDidRequestFullscreen(this);
+        return;
+    }
+    QOpenGLWidget::mouseReleaseEvent(event);
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "player/PlayerView.h"
+
+#include <QObject>
+#include <QStringList>
+
+// A player view without media for tests of the playback session. It follows
+// the same rules as the real view (statuses queued to the delegate, rate
+// steps, whole-second seeks, restart at the end, media moving on a swap), and
+// the test scripts what the media does: finish or fail loading, advance the
+// time, reach the end. Every operation called is logged in calls().
+class ScriptedPlayerView : public PlayerView {
+public:
+    ScriptedPlayerView();
+    ~ScriptedPlayerView() override;
+
+    // --- PlayerView
+    TavroAVViewDelegate* delegate() const override { return m_delegate; }
+    void setDelegate(TavroAVViewDelegate* delegate) override { m_delegate = delegate; }
+    bool isEnabled() const override { return m_enabled; }
+    void setEnabled(bool enabled) override;
+    QString fileName() const override { return m_media.fileName; }
+    void setFileName(const QString& path) override;
+    void reset() override;
+    void close() override;
+    TavroAVViewStatus status() const override { return m_status; }
+    bool hasMovie() const override;
+    void play() override;
+    void pause() override;
+    void playPauseToggle() override;
+    void fastForward() override;
+    void rewind() override;
+    void stepForward() override;
+    void stepBackward() override;
+    float rate() const override { return m_rate; }
+    void setCurrentTime(double seconds) override;
+    double currentTime() const override { return m_media.loaded ? m_media.time : 0.0; }
+    double duration() const override { return m_media.ready ? m_media.duration : 0.0; }
+    float volume() const override { return m_media.volume; }
+    void setVolume(float volume) override;
+    bool upsideDown() const override { return m_upsideDown; }
+    void setUpsideDown(bool upsideDown) override;
+    int videoTrack() const override { return m_media.videoTrack; }
+    void setVideoTrack(int track) override;
+    QImage snapshot() override;
+    void swapPlayerItemWith(PlayerView& other) override;
+
+    // --- script
+    // With a duration above 0, every load finishes by itself as Prepared
+    // with that duration; 0 (the default) leaves the view in Loading.
+    void setAutoPrepareDuration(double seconds) { m_autoPrepareDuration = seconds; }
+    // The loading file becomes ready (Prepared), fails (Error), or turns out
+    // to have no video (Error, but the media stays attached and ready).
+    void finishLoading(double durationSeconds);
+    void failLoading();
+    void finishLoadingWithoutVideo(double durationSeconds);
+    // Moves the media time forward as playback at the current rate would for
+    // `wallSeconds`, reporting each tenth of a second and the end.
+    void advance(double wallSeconds);
+    // The user released the right mouse button over the view.
+    void releaseRightButton();
+    void setSnapshotImage(const QImage& image) { m_snapshot = image; }
+
+    // Operations called, e.g. "setFileName /a.mp4", "play", "setCurrentTime 13".
+    const QStringList& calls() const { return m_calls; }
+    void clearCalls() { m_calls.clear(); }
+    // Number of loads started (a swap must not add any).
+    int loadCount() const { return m_loadCount; }
+
+private:
+    // What travels with the media on a swap.
+    struct Media {
+        QString fileName;
+        bool loaded = false;
+        bool ready = false;
+        double time = 0.0;
+        double duration = 0.0;
+        float volume = 1.0f;
+        float playerRate = 0.0f;
+        int videoTrack = 1;
+    };
+
+    void setStatus(TavroAVViewStatus status);
+    void setPlayerRate(float rate);
+    void seekTo(double seconds);
+    void reportTime();
+
+    QObject m_queue;
+    TavroAVViewDelegate* m_delegate = nullptr;
+    bool m_enabled = true;
+    bool m_upsideDown = false;
+    TavroAVViewStatus m_status = TavroAVViewStatus::Init;
+    float m_rate = 0.0f;
+    Media m_media;
+    double m_autoPrepareDuration = 0.0;
+    QImage m_snapshot;
+    QStringList m_calls;
+    int m_loadCount = 0;
+};
