@@ -18,7 +18,8 @@ cd "$work"
 npm_ci() {
     npm ci --ignore-scripts --no-audit --no-fund --loglevel=error "$@" >/dev/null 2>&1
 }
-if ! npm_ci --prefer-offline && ! npm_ci --offline; then
+# npm's cache first (fast, works offline), then the registry.
+if ! npm_ci --offline && ! npm_ci --prefer-offline --fetch-retries=1; then
     if [ -f node_modules/leaflet/dist/leaflet.js ]; then
         echo "vendor-leaflet: npm unavailable, keeping the earlier install" >&2
     else
