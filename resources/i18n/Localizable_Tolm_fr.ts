@@ -56,7 +56,7 @@
     <message>
         <source>파일_전체</source>
         <extracomment>Clip list: Clip filter button: every clip</extracomment>
-        <translation>Toutes</translation>
+        <translation>Tout</translation>
     </message>
     <message>
         <source>파일_상시</source>
@@ -383,7 +383,7 @@ Le choix d&apos;un modèle applique les réglages par défaut de ce modèle.</tr
     <message>
         <source>낮음</source>
         <extracomment>Camera settings windows: Quality column or slider guide: low</extracomment>
-        <translation>Basse</translation>
+        <translation>Faible</translation>
     </message>
     <message>
         <source>보통</source>
@@ -393,7 +393,7 @@ Le choix d&apos;un modèle applique les réglages par défaut de ce modèle.</tr
     <message>
         <source>높음</source>
         <extracomment>Camera settings windows: Quality column or slider guide: high</extracomment>
-        <translation>Haute</translation>
+        <translation>Élevée</translation>
     </message>
     <message>
         <source>고정 15fps</source>

@@ -1,5 +1,6 @@
 #include "app/ViewerLanguage.h"
 
+#include "app/QtStandardTranslations.h"
 #include "app/ViewerSettings.h"
 #include "library/TavroNotifier.h"
 
@@ -30,6 +31,7 @@ QString ViewerLanguage::initializeLanguageSetting()
         code = QLatin1String(ViewerSettings::kDefaultLanguage);
     mirrorLanguage(settings, code);
     settings.sync();
+    QtStandardTranslations::apply(code);
     return code;
 }
 
@@ -114,6 +116,7 @@ bool ViewerLanguage::storeLanguage(const QString& code, DiskWrite diskWrite)
     if (settings.value(QLatin1String(ViewerSettings::kLanguageKey)).toString() == code)
         return false;
     mirrorLanguage(settings, code);
+    QtStandardTranslations::apply(code); // before the windows re-apply their texts
     TavroNotifier::shared().post(QLatin1String(TavroNotifier::kRefreshLanguageNotification));
     if (diskWrite == DiskWrite::Now)
         settings.sync();

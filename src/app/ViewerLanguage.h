@@ -10,7 +10,8 @@
 // A switch stores the code in "TavroViewerLanguage" and as the one-element list
 // "AppleLanguages" (the list the lookups read), then posts
 // "RefreshLanguageNotification" through TavroNotifier so every open window
-// re-applies its texts; no restart is needed.
+// re-applies its texts; no restart is needed. Qt's own texts (standard dialog
+// buttons and the like) are switched along with it.
 class ViewerLanguage : public QObject {
     Q_OBJECT
 public:

@@ -12,6 +12,8 @@
 #include "library/TavroNotifier.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QLibraryInfo>
 #include <QSignalSpy>
 
 #include <memory>
@@ -115,7 +117,7 @@ TEST_F(ViewerLanguageTest, SwitchReTextsEveryOpenWindowWithoutRestart)
         QString settingsTitle;
     };
     const Step steps[] = {
-        {&ViewerLanguage::languageChangeToFrench, Item::French, "fr", QStringLiteral("Toutes"),
+        {&ViewerLanguage::languageChangeToFrench, Item::French, "fr", QStringLiteral("Tout"),
          QStringLiteral("Réglages de la caméra embarquée")},
         {&ViewerLanguage::languageChangeToJapanese, Item::Japanese, "ja", QStringLiteral("すべて"),
          QStringLiteral("ドライブレコーダー設定")},
@@ -232,7 +234,27 @@ TEST_F(ViewerLanguageTest, ClosedWindowsAreNotReTexted)
     window.reset(); // closed before the queued re-texting runs
     QCoreApplication::sendPostedEvents();
     FakeWindow later(LocalizationKeys::kFilterAll); // opened later: reads the new language
-    EXPECT_EQ(later.caption, QStringLiteral("Toutes"));
+    EXPECT_EQ(later.caption, QStringLiteral("Tout"));
+}
+
+TEST_F(ViewerLanguageTest, QtOwnTextsFollowTheViewerLanguage)
+{
+    const QDir systemTranslations(QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    if (!systemTranslations.exists(QStringLiteral("qtbase_fr.qm")))
+        GTEST_SKIP() << "Qt's translations are not installed (qt6-translations-l10n)";
+    const auto standardCancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+
+    ViewerLanguage::initializeLanguageSetting();
+    ViewerLanguage language;
+    EXPECT_EQ(standardCancel(), QStringLiteral("Cancel"));
+    language.languageChangeToFrench();
+    EXPECT_EQ(standardCancel(), QStringLiteral("Annuler"));
+    language.languageChangeToJapanese();
+    EXPECT_EQ(standardCancel(), QStringLiteral("キャンセル"));
+    language.languageChangeToPortuguese();
+    EXPECT_EQ(standardCancel(), QStringLiteral("Cancelar"));
+    language.languageChangeToEnglish();
+    EXPECT_EQ(standardCancel(), QStringLiteral("Cancel"));
 }
 
 TEST_F(ViewerLanguageTest, MenuEntriesNameTheirLanguage)
