@@ -7,7 +7,9 @@
 
 #include <QDir>
 #include <QImage>
+#include <QPainter>
 #include <QSettings>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -278,4 +280,35 @@ TEST_F(SpeedMeterViewTest, ArtworkIsDrawn)
     m_view.resize(480, 240);
     m_view.setSpeed(188);
     keepScreenshot(m_view, QStringLiteral("speed-188-kmh-large.png"));
+}
+
+TEST(TelemetryArtworkTest, EveryImageNameResolvesAndDrawsSomething)
+{
+    const char* names[] = { "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "speed_digit_off",
+        "speed_gauge", "speed_mph", "speed_panel", "shock_gage1", "shock_gage2", "earth1", "earth2" };
+    QImage sheet(64 * 6, 64 * 3, QImage::Format_RGB32);
+    sheet.fill(qRgb(0x1f, 0x22, 0x26));
+    QPainter sheetPainter(&sheet);
+    int slot = 0;
+    for (const char* name : names) {
+        QSvgRenderer svg(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name)));
+        ASSERT_TRUE(svg.isValid()) << name;
+        QImage image(svg.defaultSize(), QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        svg.render(&painter);
+        painter.end();
+        int opaque = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                opaque += qAlpha(image.pixel(x, y)) > 0;
+        EXPECT_GT(opaque, image.width() * image.height() / 50) << name;
+        const QSize fit = image.size().scaled(60, 60, Qt::KeepAspectRatio);
+        sheetPainter.drawImage(QRect(QPoint(slot % 6 * 64 + 2, slot / 6 * 64 + 2), fit), image);
+        ++slot;
+    }
+    sheetPainter.end();
+    const QString dir = qEnvironmentVariable("TAVRO_SCREENSHOT_DIR");
+    if (!dir.isEmpty())
+        sheet.save(QDir(dir).filePath(QStringLiteral("artwork.png")));
 }
