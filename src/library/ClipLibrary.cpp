@@ -46,7 +46,17 @@ ClipLibrary::ClipLibrary(QObject* parent)
 
 QList<QUrl> ClipLibrary::getVideoFilesInDirectoryUrl(const QUrl& directoryUrl, bool enableRecursive)
 {
-    return ClipListScan::scan(directoryUrl.toLocalFile(), enableRecursive);
+    QList<QUrl> urls;
+    for (ClipListScan::Entry& entry : ClipListScan::scan(directoryUrl.toLocalFile(), enableRecursive))
+        urls.append(std::move(entry.url));
+    return urls;
+}
+
+void ClipLibrary::appendClips(QList<ClipListScan::Entry> clips)
+{
+    for (const ClipListScan::Entry& entry : std::as_const(clips))
+        m_allVideoFileList.append(entry.url);
+    m_allEntries.append(std::move(clips));
 }
 
 void ClipLibrary::refreshVideoFileListWithURL(const QUrl& directoryUrl)
@@ -58,14 +68,14 @@ void ClipLibrary::refreshVideoFileListWithURL(const QUrl& directoryUrl)
 void ClipLibrary::refreshVideoFileList()
 {
     m_allVideoFileList.clear();
+    m_allEntries.clear();
     const QString folder = m_selectedVideoDirectoryUrl.toLocalFile();
     setSelectedDirText(folder);
     if (!folder.isEmpty()) {
-        m_allVideoFileList += getVideoFilesInDirectoryUrl(m_selectedVideoDirectoryUrl, false);
-        for (const QLatin1StringView name : ClipFolders::kCardFolders) {
-            const QString subfolder = folder + u'/' + name;
-            m_allVideoFileList += getVideoFilesInDirectoryUrl(QUrl::fromLocalFile(subfolder), true);
-        }
+        // Clips at the top level, then each card folder with its subfolders.
+        appendClips(ClipListScan::scan(folder, false));
+        for (const QLatin1StringView name : ClipFolders::kCardFolders)
+            appendClips(ClipListScan::scan(folder + u'/' + name, true));
     }
     applyVideoFileFilter();
     reloadRows();
@@ -77,6 +87,7 @@ void ClipLibrary::clearVideoFileList()
 {
     setSelectedDirText(QString());
     m_allVideoFileList.clear();
+    m_allEntries.clear();
     applyVideoFileFilter();
     reloadRows();
 }
@@ -123,13 +134,14 @@ void ClipLibrary::applyVideoFileFilter()
     const int filterIndex = m_videoFileFilterGroupA;
     const QLatin1StringView key = ClipFolders::filterKey(filterIndex);
     std::vector<SortEntry> entries;
-    entries.reserve(size_t(m_allVideoFileList.size()));
-    for (const QUrl& url : std::as_const(m_allVideoFileList)) {
-        const QString path = url.toLocalFile();
-        if (!passesFilter(path, filterIndex, key))
+    entries.reserve(size_t(m_allEntries.size()));
+    for (const ClipListScan::Entry& clip : std::as_const(m_allEntries)) {
+        if (!passesFilter(clip.path, filterIndex, key))
             continue;
-        const bool saved = ClipNaming::absoluteUrlString(url).contains(ClipFolders::kSavedVideos);
-        entries.push_back({ saved, url.fileName(), url });
+        // The URL string holds the path unchanged apart from percent-encoding,
+        // which never touches "Saved_Videos"; testing the path is the same.
+        const bool saved = clip.path.contains(ClipFolders::kSavedVideos);
+        entries.push_back({ saved, clip.name, clip.url });
     }
     std::stable_sort(entries.begin(), entries.end(), sortsBefore);
     m_filteredVideoFileList.clear();
@@ -178,6 +190,7 @@ bool ClipLibrary::removeFileButtonTouched()
         return false;
     m_filteredVideoFileList.removeAll(url);
     m_allVideoFileList.removeAll(url);
+    m_allEntries.removeIf([&url](const ClipListScan::Entry& entry) { return entry.url == url; });
     reloadRows();
     return true;
 }

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QUrl>
 
+#include "library/ClipListScan.h"
+
 // The list of recorded clips shown in the main window: scans a chosen folder
 // (normally the card's root) in the camera's folder layout, keeps every clip
 // found and the filtered, sorted rows, deletes a clip on request and tells
@@ -89,7 +91,10 @@ private:
 
     QUrl m_selectedVideoDirectoryUrl;
     QString m_selectedDirText;
+    void appendClips(QList<ClipListScan::Entry> clips);
+
     QList<QUrl> m_allVideoFileList;
+    QList<ClipListScan::Entry> m_allEntries; // m_allVideoFileList with path and name
     QList<QUrl> m_filteredVideoFileList;
     int m_videoFileFilterGroupA = 0;
     int m_videoFileFilterGroupB = 0;

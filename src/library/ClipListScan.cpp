@@ -31,25 +31,26 @@ public:
                 if (m_recursive)
                     scanFolder(info.filePath());
             } else if (info.exists() && ClipFolders::isClipExtension(info.suffix().toLower())) {
-                m_clips.append(QUrl::fromLocalFile(info.filePath()));
+                QString path = info.filePath();
+                m_clips.append({ QUrl::fromLocalFile(path), std::move(path), info.fileName() });
             }
         }
         m_open.remove(canonical);
     }
 
-    QList<QUrl> takeClips() { return std::move(m_clips); }
+    QList<ClipListScan::Entry> takeClips() { return std::move(m_clips); }
 
 private:
     bool m_recursive;
     QSet<QString> m_open; // folders being listed, to stop at link cycles
-    QList<QUrl> m_clips;
+    QList<ClipListScan::Entry> m_clips;
 };
 
 } // namespace
 
 namespace ClipListScan {
 
-QList<QUrl> scan(const QString& folder, bool recursive)
+QList<Entry> scan(const QString& folder, bool recursive)
 {
     if (folder.isEmpty())
         return {};

@@ -4,9 +4,13 @@
 
 #include <QProcess>
 
+namespace {
+constexpr int kPollMs = 100; // how often a waiting run looks for cancel()
+}
+
 QByteArray QtProcessRunner::run(const QString& program, const QStringList& arguments)
 {
-    if (program.isEmpty())
+    if (program.isEmpty() || m_cancelled)
         return {};
     // The QProcess lives on this stack frame: if anything unwinds, its
     // destructor kills and reaps the child.
@@ -21,7 +25,11 @@ QByteArray QtProcessRunner::run(const QString& program, const QStringList& argum
     QByteArray output;
     // Read while it runs so a chatty child never blocks on a full pipe.
     while (process.state() != QProcess::NotRunning) {
-        process.waitForReadyRead(-1);
+        if (m_cancelled) {
+            process.kill();
+            break;
+        }
+        process.waitForReadyRead(kPollMs);
         output += process.readAll();
     }
     process.waitForFinished(-1);

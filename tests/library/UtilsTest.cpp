@@ -12,6 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 namespace {
 
 // `size` zero bytes with `text` written at `offset`.
@@ -101,6 +104,30 @@ TEST(UtilsTest, ChildProcessOutputIsMergedAndStdinIsEmpty)
     const QString big = Utils::DoTaskWithLaunchPath(QStringLiteral("/bin/sh"),
         { QStringLiteral("-c"), QStringLiteral("head -c 1000000 /dev/zero | tr '\\0' x") }, runner);
     EXPECT_EQ(big.size(), 1000000);
+}
+
+TEST(UtilsTest, CancelKillsTheRunningChild)
+{
+    QTemporaryDir dir;
+    const QString pidFile = dir.filePath("pid");
+    QtProcessRunner runner;
+    QByteArray output;
+    std::thread worker([&] {
+        output = runner.run(QStringLiteral("/bin/sh"),
+            { QStringLiteral("-c"), QStringLiteral("echo started; echo $$ > '%1'; exec sleep 30").arg(pidFile) });
+    });
+    // Cancel from this thread once the child is running.
+    while (TestFiles::read(pidFile).trimmed().isEmpty())
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    runner.cancel();
+    worker.join();
+    EXPECT_EQ(output, QByteArray("started\n"));
+    const QByteArray pid = TestFiles::read(pidFile).trimmed();
+    EXPECT_FALSE(QFile::exists("/proc/" + QString::fromLatin1(pid))) << pid.constData();
+    // Cancelled: later runs start nothing until the runner is reset.
+    EXPECT_EQ(runner.run(QStringLiteral("/bin/echo"), { QStringLiteral("x") }), QByteArray());
+    runner.resetCancel();
+    EXPECT_EQ(runner.run(QStringLiteral("/bin/echo"), { QStringLiteral("x") }), QByteArray("x\n"));
 }
 
 TEST(UtilsTest, FfmpegPathOverrides)
