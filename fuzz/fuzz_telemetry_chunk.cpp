@@ -1,0 +1,20 @@
+// Feeds arbitrary bytes to the parser of the telemetry chunks of an AVI's chunk stream.
+#include "telemetry/AviChunkParser.h"
+#include "telemetry/TavroClipData.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static TavroClipData record;
+    const int count = AviChunkParser().parse(QByteArrayView(data, static_cast<qsizetype>(size)), record);
+    record.setClipDataCount(count);
+    if (count < 0 || count > TavroClipData::kCapacity || record.gpsDataCount() > count)
+        std::abort();
+    // Every valid sample must be readable.
+    static volatile int sink = 0;
+    for (int i = 0; i < count; ++i)
+        sink = sink + record.getGx(i) + record.getGpsSpeed(i);
+    return 0;
+}

@@ -1,0 +1,20 @@
+// Feeds arbitrary bytes to the parser of text records after "02tx"/"03tx" tags in a clip's raw bytes.
+#include "telemetry/TolmRawParser.h"
+#include "telemetry/TavroClipData.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static TavroClipData record;
+    const int count = TolmRawParser().parse(QByteArrayView(data, static_cast<qsizetype>(size)), record);
+    record.setClipDataCount(count);
+    if (count < 0 || count > TavroClipData::kCapacity || record.gpsDataCount() > count)
+        std::abort();
+    // Every valid sample must be readable.
+    static volatile int sink = 0;
+    for (int i = 0; i < count; ++i)
+        sink = sink + record.getGx(i) + record.getGpsSpeed(i);
+    return 0;
+}
