@@ -59,6 +59,23 @@ qint32 TolmSettingManager::offsetFromValue(SetupField field)
     return SetupRecordLayout::offsetOfIndex(SetupRecordLayout::index(field));
 }
 
+QList<SetupField> TolmSettingManager::settingVariableList()
+{
+    QList<SetupField> fields;
+    for (int i = 0; i < SetupRecordLayout::kFieldCount; ++i)
+        fields.append(SetupField(i));
+    return fields;
+}
+
+QList<qint32> TolmSettingManager::settingByteSizeList()
+{
+    QList<qint32> widths;
+    for (const SetupFieldInfo& field : SetupRecordLayout::kFields)
+        widths.append(field.width);
+    widths.append(SetupRecordLayout::kTrailingWidth);
+    return widths;
+}
+
 void TolmSettingManager::loadData()
 {
     const QString path = CardFiles::findSettingFile(m_settingDirPath, kSetupFile);

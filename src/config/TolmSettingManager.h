@@ -45,6 +45,11 @@ public:
     qint32 getSettingVariableCount() const;
     qint32 getSaveDataSize() const;
     static qint32 offsetFromValue(SetupField field);
+    // The record's fields in file order, and their widths in bytes. The width
+    // list ends with one extra entry of width 1 that no field uses, as the
+    // camera's own list does.
+    static QList<SetupField> settingVariableList();
+    static QList<qint32> settingByteSizeList();
     void loadData();
     bool saveData();
     bool loadDefaultDataFromDefaultCfgFile();

@@ -62,6 +62,11 @@ TEST(SetupRecordLayoutTest, OffsetsOfFieldsInTheRecord)
     for (const auto& [field, offset] : cases)
         EXPECT_EQ(TolmSettingManager::offsetFromValue(field), offset) << SetupRecordLayout::info(field).name;
     EXPECT_EQ(SetupRecordLayout::offsetOfIndex(500), 0);
+    const QList<qint32> widths = TolmSettingManager::settingByteSizeList();
+    ASSERT_EQ(widths.size(), 117);
+    EXPECT_EQ(widths.last(), 1);
+    EXPECT_EQ(TolmSettingManager::settingVariableList().size(), 116);
+    EXPECT_EQ(TolmSettingManager::settingVariableList()[54], SetupField::tz_key);
     EXPECT_EQ(SetupRecordLayout::indexOfName(QStringLiteral("front_constrast")), 10);
     EXPECT_EQ(SetupRecordLayout::indexOfName(QStringLiteral("Front_constrast")), -1);
 }
