@@ -13,8 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (count < 0 || count > TavroClipData::kCapacity || record.gpsDataCount() > count)
         std::abort();
     // Every valid sample must be readable.
-    static volatile int sink = 0;
+    static volatile unsigned sink = 0;
     for (int i = 0; i < count; ++i)
-        sink = sink + record.getGx(i) + record.getGpsSpeed(i);
+        sink = sink ^ static_cast<unsigned>(record.getGx(i)) ^ static_cast<unsigned>(record.getGpsSpeed(i));
     return 0;
 }
