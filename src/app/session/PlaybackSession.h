@@ -97,6 +97,8 @@ public:
     void videoScaleUpButtonTouched();
     void videoScaleDownButtonTouched();
     void resetVideoScaleButtonTouched();
+    // Sets the zoom and has the window apply it.
+    void changeVideoScale(double scale);
     // The user dragged the zoomed large view.
     void bigMovieViewDragged();
 
@@ -149,7 +151,6 @@ private:
     void bigViewPrepared();
     void selectAndPlay(int row);
     void coverMap();
-    void setVideoScale(double scale);
 
     PlayerView& m_bigMovieView;
     PlayerView& m_smallMovieView;

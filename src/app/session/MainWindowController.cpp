@@ -1,0 +1,152 @@
+#include "app/session/MainWindowController.h"
+
+#include "app/LocalizationKeys.h"
+#include "app/TavroLanguages.h"
+#include "app/ViewerLanguage.h"
+#include "app/session/PlaybackSession.h"
+#include "app/session/SessionView.h"
+#include "config/AlertSink.h"
+#include "config/ModelCatalogue.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeWatcher.h"
+#include "display/SpeedUnit.h"
+#include "library/ClipConverter.h"
+#include "library/ClipLibrary.h"
+#include "library/QtProcessRunner.h"
+#include "library/TavroNotifier.h"
+#include "player/PlayerView.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView& smallMovieView,
+    SessionView& view, QObject* parent)
+    : MainWindowController(bigMovieView, smallMovieView, view, Options {}, parent)
+{
+}
+
+MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView& smallMovieView,
+    SessionView& view, Options options, QObject* parent)
+    : QObject(parent)
+    , m_bigMovieView(bigMovieView)
+    , m_view(view)
+{
+    ProcessRunner* runner = options.processRunner;
+    if (!runner) {
+        m_ownedRunner = std::make_unique<QtProcessRunner>();
+        runner = m_ownedRunner.get();
+    }
+    m_converter = std::make_unique<ClipConverter>(*runner, options.workingDirectory);
+    AlertSink& alerts = options.alertSink ? *options.alertSink : AlertSink::shared();
+    m_library = new ClipLibrary(this);
+    m_session = new PlaybackSession(bigMovieView, smallMovieView, view, *m_library, *m_converter,
+        alerts, this);
+    m_speedUnit = new SpeedUnit(this);
+    m_viewerLanguage = new ViewerLanguage(this);
+
+    TavroNotifier& notifier = TavroNotifier::shared();
+    connect(&notifier, &TavroNotifier::volumeMounted, this, &MainWindowController::volumeMountHandler);
+    connect(&notifier, &TavroNotifier::volumeUnmounted, this,
+        &MainWindowController::volumeUnmountHandler);
+    // Re-title after the notification has reached everyone, never inside it.
+    connect(&notifier, &TavroNotifier::refreshLanguage, this,
+        &MainWindowController::applyLanguageSettings, Qt::QueuedConnection);
+}
+
+MainWindowController::~MainWindowController()
+{
+    // The session goes first: it detaches itself from the player views.
+    delete m_session;
+    m_session = nullptr;
+}
+
+void MainWindowController::showMainWindow()
+{
+    m_session->setVideoMute(false);
+    m_view.setSpeedometerSpeed(0);
+    m_viewerLanguage->markCurrentLanguage();
+    m_speedUnit->markCurrentSpeedUnit();
+    applyLanguageSettings();
+    m_library->setVideoFileFilter(0);
+    m_session->enableVideoControls(false);
+    m_session->updateMovieViewCoverScrren();
+}
+
+void MainWindowController::attachVolumeWatcher(VolumeWatcher& watcher)
+{
+    connect(&watcher, &VolumeWatcher::volumeMounted, this, &MainWindowController::volumeMountHandler);
+    connect(&watcher, &VolumeWatcher::volumeUnmounted, this,
+        &MainWindowController::volumeUnmountHandler);
+}
+
+void MainWindowController::volumeMountHandler()
+{
+    updateModelInfo();
+}
+
+void MainWindowController::volumeUnmountHandler()
+{
+    updateModelInfo();
+}
+
+void MainWindowController::updateModelInfo()
+{
+    TolmSettingManager* manager = TolmSettingManager::SharedTolmSettingManager();
+    manager->loadVersionInfo();
+    const qint64 type = manager->modelType();
+    if (type < 0) {
+        m_library->clearVideoFileList();
+        m_settingsButtonEnabled = false;
+        m_modelName.clear();
+    } else {
+        const QStringList& names = TolmSettingManager::modelNameList();
+        // A self-describing card names its model itself.
+        if (type == ModelCatalogue::kSelfDescribingModelType)
+            m_modelName = manager->modelName();
+        else
+            m_modelName = type < names.size() ? names[type] : QString();
+        m_library->refreshVideoFileListWithURL(manager->sdcard_url());
+        m_settingsButtonEnabled = true;
+    }
+    emit modelInfoChanged(modelText(), m_settingsButtonEnabled);
+}
+
+QString MainWindowController::modelText() const
+{
+    if (!m_modelName.isEmpty())
+        return m_modelName;
+    return TavroLanguages::SharedTavroLanguages().localized(LocalizationKeys::kUnknown);
+}
+
+void MainWindowController::applyLanguageSettings()
+{
+    emit applyLanguageSettingsRequested();
+    updateModelInfo();
+}
+
+void MainWindowController::selectFolderButtonTouched(const QUrl& folderUrl)
+{
+    if (folderUrl.isEmpty())
+        return;
+    m_library->refreshVideoFileListWithURL(folderUrl);
+}
+
+void MainWindowController::videoFileListDoubleClicked(int row)
+{
+    if (row < 0 || row >= m_library->numberOfRows())
+        return;
+    if (row != m_library->selectedRow())
+        m_library->setSelectedRow(row);
+    playVideoWithIdx(row);
+}
+
+void MainWindowController::playVideoWithIdx(int row)
+{
+    m_session->playVideoWithIdx(row);
+}
+
+bool MainWindowController::removeFileButtonTouched()
+{
+    return m_library->removeFileButtonTouched();
+}
