@@ -144,10 +144,13 @@ void MpvPlayer::drainEvents()
 void MpvPlayer::renderFrame()
 {
     m_renderQueued = false;
-    if (m_disposed || !m_target || !m_target->render())
+    if (m_disposed || !m_target)
         return;
-    ++m_framesRendered;
-    emit frameRendered();
+    const MpvRenderTarget::Result result = m_target->render();
+    if (result == MpvRenderTarget::Result::NewFrame)
+        ++m_framesRendered;
+    if (result != MpvRenderTarget::Result::Nothing && m_framesRendered > 0)
+        emit frameRendered();
 }
 
 void MpvPlayer::handleEvent(const mpv_event& event)
@@ -399,7 +402,6 @@ void MpvPlayer::seekExact(double seconds)
     command({MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact});
     m_seekPending = true;
     m_reportNextTime = true;
-    m_timePos = seconds;
 }
 
 void MpvPlayer::stepForward()

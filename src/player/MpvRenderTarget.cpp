@@ -91,14 +91,14 @@ void MpvRenderTarget::ensureFramebuffer()
     m_fbo = std::make_unique<QOpenGLFramebufferObject>(m_size);
 }
 
-bool MpvRenderTarget::render()
+MpvRenderTarget::Result MpvRenderTarget::render()
 {
     if (!m_render || !makeCurrent())
-        return false;
-    const uint64_t flags = mpv_render_context_update(m_render);
-    if (!(flags & MPV_RENDER_UPDATE_FRAME) && !m_dirty) {
+        return Result::Nothing;
+    const bool newFrame = mpv_render_context_update(m_render) & MPV_RENDER_UPDATE_FRAME;
+    if (!newFrame && !m_dirty) {
         m_context->doneCurrent();
-        return false;
+        return Result::Nothing;
     }
     ensureFramebuffer();
     m_dirty = false;
@@ -116,7 +116,7 @@ bool MpvRenderTarget::render()
     mpv_render_context_render(m_render, params);
     m_context->functions()->glFlush();
     m_context->doneCurrent();
-    return true;
+    return newFrame ? Result::NewFrame : Result::Redrawn;
 }
 
 unsigned int MpvRenderTarget::texture() const

@@ -30,9 +30,11 @@ public:
     void setSize(const QSize& devicePixels);
     QSize size() const { return m_size; }
 
-    // Renders when mpv has a new frame or the size changed; true when a frame
-    // was drawn into the texture. Never waits for the frame's display time.
-    bool render();
+    enum class Result { Nothing, Redrawn, NewFrame };
+    // Renders when mpv has a new frame (NewFrame) or the size changed
+    // (Redrawn: the current picture, or black before the first frame).
+    // Never waits for the frame's display time.
+    Result render();
 
     // 0 until the first render.
     unsigned int texture() const;
