@@ -1,11 +1,20 @@
 #include "telemetry/ClipFileBytes.h"
 
+#include <QFileInfo>
+
 #include <sys/mman.h>
+
+namespace {
+// What is read from a file that cannot be mapped (a pipe, a device): more
+// than any clip's telemetry needs, and a bound for endless sources.
+constexpr qint64 kMaxReadBytes = qint64(64) << 20;
+constexpr qint64 kReadBlock = 64 << 10;
+}
 
 ClipFileBytes::ClipFileBytes(const QString& path)
     : m_file(path)
 {
-    if (!m_file.open(QIODevice::ReadOnly))
+    if (QFileInfo(path).isDir() || !m_file.open(QIODevice::ReadOnly))
         return;
     m_open = true;
     const qint64 size = m_file.size();
@@ -17,7 +26,12 @@ ClipFileBytes::ClipFileBytes(const QString& path)
         m_view = QByteArrayView(m_mapped, size);
         return;
     }
-    m_read = m_file.readAll();
+    while (m_read.size() < kMaxReadBytes) {
+        const QByteArray block = m_file.read(std::min(kReadBlock, kMaxReadBytes - m_read.size()));
+        if (block.isEmpty())
+            break;
+        m_read += block;
+    }
     m_view = QByteArrayView(m_read);
 }
 

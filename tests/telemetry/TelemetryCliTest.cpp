@@ -174,6 +174,33 @@ TEST(TelemetryCli, ExitCodes)
     EXPECT_TRUE(result.err.contains(missing.toUtf8()));
 }
 
+TEST(TelemetryCli, ReadsPipesAndBoundsEndlessSources)
+{
+    // A file that cannot be mapped is read, up to a limit: /dev/zero ends.
+    const auto zero = TestFiles::runCli({ "telemetry", "/dev/zero" });
+    EXPECT_EQ(zero.exitCode, 0);
+    expectRecord(jsonLines(zero.out).value(0), "/dev/zero", "general", 0, 0);
+
+    // Tail-block lines from byte 6 on, as a short file without a marker is read.
+    const QString text = writeClip("piped.txt", "HEADER1,2.5,3.5,4,5,6,7\n" + QByteArray(100000, '\n') + "2,0,0,0,8,8,8\n");
+    QProcess shell;
+    shell.start("sh", { "-c", QStringLiteral("cat '%1' | '%2' telemetry /dev/stdin").arg(text, TAVRO_CLI_PATH) });
+    ASSERT_TRUE(shell.waitForFinished(60000));
+    EXPECT_EQ(shell.exitCode(), 0);
+    const QJsonObject piped = jsonLines(shell.readAllStandardOutput()).value(0);
+    expectRecord(piped, "/dev/stdin", "general", 2, 1);
+    EXPECT_EQ(piped["samples"].toArray()[1].toArray()[0].toInt(), 8);
+}
+
+TEST(TelemetryCli, Mp4WithoutFfmpegCannotBeRead)
+{
+    const QString mp4 = writeClip("noffmpeg.mp4", "not really a clip");
+    const auto result = TestFiles::runCli({ "telemetry", mp4 }, { "PATH=/nonexistent" });
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_TRUE(result.out.isEmpty());
+    EXPECT_TRUE(result.err.contains("ffmpeg")) << result.err.constData();
+}
+
 TEST(TelemetryCli, Mp4ThroughItsSubtitleTrack)
 {
     if (!TestFiles::haveTool("ffmpeg"))
