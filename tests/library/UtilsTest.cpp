@@ -32,7 +32,7 @@ TEST(UtilsTest, AviTypeFromTheHandlerOrTheBrands)
         QByteArray bytes;
         int type;
     };
-    QByteArray nonAscii = bytesWith(200, 112, "H264");
+    QByteArray nonAscii = bytesWith(200, 112, "MJPG");
     nonAscii[120] = char(0xC3);
     QByteArray mp4 = bytesWith(200, 4, "ftypisom");
     mp4.replace(16, 16, "isomiso2avc1mp41");
@@ -48,7 +48,8 @@ TEST(UtilsTest, AviTypeFromTheHandlerOrTheBrands)
         { "ordinary MP4 brands", mp4, 3 },
         // The handler wins over the brands.
         { "handler and brands", bytesWith(200, 112, "AVC1").replace(16, 8, "iso4hvc1"), 1 },
-        // A byte that is not ASCII leaves no text, and no text matches "H264".
+        // A byte that is not ASCII leaves no text, and no text matches "H264"
+        // (an ASCII "MJPG" handler would give 3).
         { "non-ASCII handler", nonAscii, 0 },
         { "file ends inside the handler", bytesWith(114, 112, "H264"), 3 },
         { "short file", QByteArray(10, 'x'), 3 },
