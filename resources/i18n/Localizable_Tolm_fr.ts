@@ -408,12 +408,12 @@ Le choix d&apos;un modèle applique les réglages par défaut de ce modèle.</tr
     <message>
         <source>전방 밝기</source>
         <extracomment>Camera settings windows: General tab</extracomment>
-        <translation>Luminosité caméra avant</translation>
+        <translation>Luminosité de la caméra avant</translation>
     </message>
     <message>
         <source>후방 밝기</source>
         <extracomment>Camera settings windows: General tab</extracomment>
-        <translation>Luminosité caméra arrière</translation>
+        <translation>Luminosité de la caméra arrière</translation>
     </message>
     <message>
         <source>음성 안내</source>
@@ -468,12 +468,12 @@ Le choix d&apos;un modèle applique les réglages par défaut de ce modèle.</tr
     <message>
         <source>전방 해상도</source>
         <extracomment>Camera settings windows: Recording tab</extracomment>
-        <translation>Résolution caméra avant</translation>
+        <translation>Résolution de la caméra avant</translation>
     </message>
     <message>
         <source>후방 해상도</source>
         <extracomment>Camera settings windows: Recording tab</extracomment>
-        <translation>Résolution caméra arrière</translation>
+        <translation>Résolution de la caméra arrière</translation>
     </message>
     <message>
         <source>충격 감도</source>

@@ -368,7 +368,7 @@
     <message>
         <source>부가기능</source>
         <extracomment>Camera settings windows: Settings tab: additional functions</extracomment>
-        <translation>付加機能</translation>
+        <translation>その他の機能</translation>
     </message>
     <message>
         <source>사용</source>
@@ -543,7 +543,7 @@
     <message>
         <source>앞차 출발 알림</source>
         <extracomment>Camera settings windows: Recording tab: FVDW</extracomment>
-        <translation>前方車両発進お知らせ</translation>
+        <translation>前車発進お知らせ</translation>
     </message>
     <message>
         <source>주차 모션</source>
@@ -593,7 +593,7 @@
     <message>
         <source>녹화 덮어쓰기</source>
         <extracomment>Camera settings windows: Extras tab: which recordings may be overwritten when the card is full</extracomment>
-        <translation>上書き録画</translation>
+        <translation>録画の上書き</translation>
     </message>
     <message>
         <source>상시 녹화</source>
@@ -623,7 +623,7 @@
     <message>
         <source>메모리 파티션</source>
         <extracomment>Camera settings windows: Extras tab</extracomment>
-        <translation>メモリー分割</translation>
+        <translation>メモリー配分</translation>
     </message>
     <message>
         <source>A Type(권장)</source>
@@ -731,7 +731,7 @@ Draveloを終了してから、もう一度フォーマットしてください�
     <message>
         <source>Wenna : 메모리 파티션</source>
         <extracomment>Kel-family editor (model Wenna): Section title</extracomment>
-        <translation>メモリー分割</translation>
+        <translation>メモリー配分</translation>
     </message>
     <message>
         <source>Wenna : 상시</source>

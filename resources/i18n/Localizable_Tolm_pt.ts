@@ -216,7 +216,7 @@
     <message>
         <source>전후방 영상 전환</source>
         <extracomment>Transport controls (tooltips): Exchange the front and rear views (also View menu)</extracomment>
-        <translation>Alternar dianteira e traseira</translation>
+        <translation>Trocar dianteira e traseira</translation>
     </message>
     <message>
         <source>영상 뒤집기</source>

@@ -12,6 +12,11 @@
 // "RefreshLanguageNotification" through TavroNotifier so every open window
 // re-applies its texts; no restart is needed. Qt's own texts (standard dialog
 // buttons and the like) are switched along with it.
+//
+// Wiring a menu: one checkable action per Item (titled menuTitle(item)) in an
+// exclusive action group; each action's triggered() runs its
+// languageChangeTo... operation; markedItemChanged(item) checks the action of
+// item; markCurrentLanguage() runs once the menu exists.
 class ViewerLanguage : public QObject {
     Q_OBJECT
 public:

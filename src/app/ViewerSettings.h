@@ -3,12 +3,12 @@
 #include <QString>
 #include <QStringList>
 
-// The viewer's own preferences, kept in the user's settings store (QSettings
-// with the application's organisation and name). Every key and its default is
-// declared here once; the classes that read or write a preference use these.
+// The viewer's language preferences, kept in the user's settings store
+// (QSettings with the application's organisation and name). Each key and its
+// default is declared here once; the classes that read or write them use these.
 namespace ViewerSettings {
 
-// The viewer's language: one of kSupportedLanguages.
+// The viewer's language: one of supportedLanguages().
 inline constexpr const char* kLanguageKey = "TavroViewerLanguage";
 inline constexpr const char* kDefaultLanguage = "en";
 
@@ -16,9 +16,8 @@ inline constexpr const char* kDefaultLanguage = "en";
 // language every text lookup uses, so it must be set before any window loads.
 inline constexpr const char* kLookupLanguagesKey = "AppleLanguages";
 
-// Speed unit of the speedometer: 0 km/h (also when absent), 1 mph.
-inline constexpr const char* kSpeedUnitKey = "TavroViewerSpeedUnit";
-inline constexpr int kDefaultSpeedUnit = 0;
+// The third preference, the speed unit ("TavroViewerSpeedUnit"), belongs to the
+// speedometer and is declared with it (display/SpeedUnit.h).
 
 // The viewer's languages, in the order of the language menu.
 inline const QStringList& supportedLanguages()
