@@ -4,18 +4,23 @@
 
 #include <QMetaObject>
 
-LanguageRefreshObserver::LanguageRefreshObserver(std::function<void()> applyLanguageSettings,
-                                                 QObject* parent)
+LanguageRefreshObserver::LanguageRefreshObserver(
+    std::function<void()> applyLanguageSettings, QObject* parent)
     : QObject(parent)
     , m_applyLanguageSettings(std::move(applyLanguageSettings))
 {
     connect(&TavroNotifier::shared(), &TavroNotifier::refreshLanguage, this,
-            &LanguageRefreshObserver::refreshLanguageHandler);
+        &LanguageRefreshObserver::refreshLanguageHandler);
 }
 
 void LanguageRefreshObserver::refreshLanguageHandler()
 {
     // Queued: dropped with this object if the window closes before it runs.
     QMetaObject::invokeMethod(
-        this, [this] { if (m_applyLanguageSettings) m_applyLanguageSettings(); }, Qt::QueuedConnection);
+        this,
+        [this] {
+            if (m_applyLanguageSettings)
+                m_applyLanguageSettings();
+        },
+        Qt::QueuedConnection);
 }

@@ -10,6 +10,7 @@
 // To add a text: add X(kName, "key") below, and a <message> with that source
 // and its translation to each of the four .ts files.
 
+// clang-format off
 #define TAVRO_LOCALIZATION_KEYS(X) \
     /* Shared buttons and answers */ \
     X(kYes, "예") \
@@ -183,6 +184,7 @@
     X(kWennaCurrentTime, "Wenna : 현재 시간") \
     X(kWennaOn, "Wenna : 사용") \
     X(kWennaOff, "Wenna : 사용 안 함")
+// clang-format on
 
 namespace LocalizationKeys {
 
@@ -192,7 +194,7 @@ TAVRO_LOCALIZATION_KEYS(TAVRO_DECLARE_LOCALIZATION_KEY)
 
 // Every key above, in the order of the list.
 #define TAVRO_LIST_LOCALIZATION_KEY(name, key) key,
-inline constexpr const char* kAllKeys[] = {TAVRO_LOCALIZATION_KEYS(TAVRO_LIST_LOCALIZATION_KEY)};
+inline constexpr const char* kAllKeys[] = { TAVRO_LOCALIZATION_KEYS(TAVRO_LIST_LOCALIZATION_KEY) };
 #undef TAVRO_LIST_LOCALIZATION_KEY
 
 } // namespace LocalizationKeys

@@ -32,7 +32,7 @@ bool QtStandardTranslations::apply(const QString& language)
     auto translator = std::make_unique<QTranslator>();
     // QLocale resolves "pt" to Brazilian Portuguese, the variant the system ships.
     if (!translator->load(QLocale(language), QStringLiteral("qtbase"), QStringLiteral("_"),
-                          QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         qCDebug(lcQtTranslations) << "no Qt translation for" << language;
         return false;
     }

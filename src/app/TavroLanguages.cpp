@@ -15,7 +15,8 @@ namespace {
 // else (an edited preference holding a path, say) has no table.
 bool isWellFormedCode(const QString& code)
 {
-    static const QRegularExpression pattern(QStringLiteral("^[A-Za-z]{2,3}([-_][A-Za-z0-9]{1,8})*$"));
+    static const QRegularExpression pattern(
+        QStringLiteral("^[A-Za-z]{2,3}([-_][A-Za-z0-9]{1,8})*$"));
     return pattern.match(code).hasMatch();
 }
 
@@ -32,8 +33,8 @@ TavroLanguages& TavroLanguages::SharedTavroLanguages()
 
 QString TavroLanguages::lookupLanguage()
 {
-    const QStringList languages =
-        QSettings().value(QLatin1String(ViewerSettings::kLookupLanguagesKey)).toStringList();
+    const QStringList languages
+        = QSettings().value(QLatin1String(ViewerSettings::kLookupLanguagesKey)).toStringList();
     return languages.isEmpty() ? QString() : languages.first();
 }
 

@@ -11,7 +11,7 @@ namespace {
 void mirrorLanguage(QSettings& settings, const QString& code)
 {
     settings.setValue(QLatin1String(ViewerSettings::kLanguageKey), code);
-    settings.setValue(QLatin1String(ViewerSettings::kLookupLanguagesKey), QStringList{code});
+    settings.setValue(QLatin1String(ViewerSettings::kLookupLanguagesKey), QStringList { code });
 }
 
 } // namespace
@@ -24,8 +24,9 @@ ViewerLanguage::ViewerLanguage(QObject* parent)
 QString ViewerLanguage::initializeLanguageSetting()
 {
     QSettings settings;
-    QString code = settings.value(QLatin1String(ViewerSettings::kLanguageKey),
-                                  QLatin1String(ViewerSettings::kDefaultLanguage))
+    QString code = settings
+                       .value(QLatin1String(ViewerSettings::kLanguageKey),
+                           QLatin1String(ViewerSettings::kDefaultLanguage))
                        .toString();
     if (!ViewerSettings::isSupportedLanguage(code))
         code = QLatin1String(ViewerSettings::kDefaultLanguage);

@@ -22,8 +22,8 @@ inline constexpr const char* kLookupLanguagesKey = "AppleLanguages";
 // The viewer's languages, in the order of the language menu.
 inline const QStringList& supportedLanguages()
 {
-    static const QStringList codes{QStringLiteral("en"), QStringLiteral("fr"),
-                                   QStringLiteral("ja"), QStringLiteral("pt")};
+    static const QStringList codes { QStringLiteral("en"), QStringLiteral("fr"),
+        QStringLiteral("ja"), QStringLiteral("pt") };
     return codes;
 }
 

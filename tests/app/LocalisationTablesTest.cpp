@@ -75,11 +75,12 @@ QSet<QString> registryKeys()
 QString show(const QString& text)
 {
     QString shown = text;
-    shown.replace(QLatin1Char('\r'), QLatin1String("\\r")).replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    shown.replace(QLatin1Char('\r'), QLatin1String("\\r"))
+        .replace(QLatin1Char('\n'), QLatin1String("\\n"));
     return shown;
 }
 
-class LocalisationTablesTest : public ::testing::TestWithParam<QString> {};
+class LocalisationTablesTest : public ::testing::TestWithParam<QString> { };
 
 TEST(LocalisationRegistry, KeysAreUnique)
 {
@@ -90,7 +91,7 @@ TEST_P(LocalisationTablesTest, TableHoldsExactlyTheRegistryKeys)
 {
     const SourceTable table = readSourceTable(GetParam());
     ASSERT_TRUE(table.error.isEmpty()) << table.error.toStdString();
-    EXPECT_EQ(table.contexts, QStringList{QLatin1String(TavroLanguages::kTableName)});
+    EXPECT_EQ(table.contexts, QStringList { QLatin1String(TavroLanguages::kTableName) });
     EXPECT_TRUE(table.duplicates.isEmpty()) << show(table.duplicates.join(u'|')).toStdString();
 
     const QSet<QString> inTable(table.entries.keyBegin(), table.entries.keyEnd());
@@ -111,10 +112,13 @@ TEST_P(LocalisationTablesTest, EveryEntryIsFinishedAndKeepsItsLayout)
         SCOPED_TRACE(show(key).toStdString());
         EXPECT_TRUE(it.value().type.isEmpty()) << it.value().type.toStdString();
         EXPECT_FALSE(text.trimmed().isEmpty());
-        EXPECT_EQ(text.count(QLatin1Char('\n')), key.count(QLatin1Char('\n'))) << show(text).toStdString();
-        EXPECT_EQ(text.count(QLatin1Char('\r')), key.count(QLatin1Char('\r'))) << show(text).toStdString();
-        for (const char* placeholder : {"%1", "%2"})
-            EXPECT_EQ(text.contains(QLatin1String(placeholder)), key.contains(QLatin1String(placeholder)));
+        EXPECT_EQ(text.count(QLatin1Char('\n')), key.count(QLatin1Char('\n')))
+            << show(text).toStdString();
+        EXPECT_EQ(text.count(QLatin1Char('\r')), key.count(QLatin1Char('\r')))
+            << show(text).toStdString();
+        for (const char* placeholder : { "%1", "%2" })
+            EXPECT_EQ(text.contains(QLatin1String(placeholder)),
+                key.contains(QLatin1String(placeholder)));
     }
 }
 
@@ -136,8 +140,10 @@ TEST_P(LocalisationTablesTest, MessagesQuoteTheButtonsAsTranslated)
         if (!it.key().contains(QStringLiteral("(예)")))
             continue;
         ++messages;
-        EXPECT_TRUE(quotes(it.value().translation, yes)) << show(it.value().translation).toStdString();
-        EXPECT_TRUE(quotes(it.value().translation, no)) << show(it.value().translation).toStdString();
+        EXPECT_TRUE(quotes(it.value().translation, yes))
+            << show(it.value().translation).toStdString();
+        EXPECT_TRUE(quotes(it.value().translation, no))
+            << show(it.value().translation).toStdString();
     }
     EXPECT_EQ(messages, 2);
 }
@@ -160,8 +166,8 @@ TEST_P(LocalisationTablesTest, CompiledTableAnswersEveryKey)
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, LocalisationTablesTest,
-                         ::testing::ValuesIn(ViewerSettings::supportedLanguages().cbegin(),
-                                             ViewerSettings::supportedLanguages().cend()),
-                         [](const ::testing::TestParamInfo<QString>& info) { return info.param.toStdString(); });
+    ::testing::ValuesIn(
+        ViewerSettings::supportedLanguages().cbegin(), ViewerSettings::supportedLanguages().cend()),
+    [](const ::testing::TestParamInfo<QString>& info) { return info.param.toStdString(); });
 
 } // namespace

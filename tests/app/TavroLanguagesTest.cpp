@@ -21,11 +21,12 @@ protected:
     }
 
     // Looks key up with the given lookup list and compares with the expected text.
-    static void expectLookup(const QStringList& languages, const QString& key, const QString& expected)
+    static void expectLookup(
+        const QStringList& languages, const QString& key, const QString& expected)
     {
         useLookupLanguages(languages);
-        EXPECT_EQ(lookup(key), expected) << "languages " << languages.join(u',').toStdString()
-                                         << ", key " << key.toStdString();
+        EXPECT_EQ(lookup(key), expected)
+            << "languages " << languages.join(u',').toStdString() << ", key " << key.toStdString();
     }
 };
 
@@ -37,56 +38,56 @@ TEST_F(TavroLanguagesTest, KeysTurnIntoTheTextOfTheChosenLanguage)
         QString expected;
     };
     const Case cases[] = {
-        {"en", LocalizationKeys::kYes, QStringLiteral("Yes")},
-        {"fr", LocalizationKeys::kYes, QStringLiteral("Oui")},
-        {"ja", LocalizationKeys::kYes, QStringLiteral("はい")},
-        {"pt", LocalizationKeys::kYes, QStringLiteral("Sim")},
-        {"en", LocalizationKeys::kUnknown, QStringLiteral("Unknown")},
-        {"pt", LocalizationKeys::kFilterAll, QStringLiteral("Todos")},
-        {"en", LocalizationKeys::kWennaMemoryPartition, QStringLiteral("Memory Partition")},
-        {"ja", LocalizationKeys::kMemoryCardError, QStringLiteral("メモリーカードエラー")},
+        { "en", LocalizationKeys::kYes, QStringLiteral("Yes") },
+        { "fr", LocalizationKeys::kYes, QStringLiteral("Oui") },
+        { "ja", LocalizationKeys::kYes, QStringLiteral("はい") },
+        { "pt", LocalizationKeys::kYes, QStringLiteral("Sim") },
+        { "en", LocalizationKeys::kUnknown, QStringLiteral("Unknown") },
+        { "pt", LocalizationKeys::kFilterAll, QStringLiteral("Todos") },
+        { "en", LocalizationKeys::kWennaMemoryPartition, QStringLiteral("Memory Partition") },
+        { "ja", LocalizationKeys::kMemoryCardError, QStringLiteral("メモリーカードエラー") },
         // Line breaks, including the card messages' "\r\n", survive compilation.
-        {"fr", LocalizationKeys::kFormatting,
-         QStringLiteral("Formatage de la carte mémoire en cours.\r\nVeuillez patienter.")},
-        {"en", LocalizationKeys::kParkingOffQuestion,
-         QStringLiteral("Without parking mode,\nnothing is recorded while the vehicle is parked with "
-                        "the engine off.\nTurn off parking mode?")},
+        { "fr", LocalizationKeys::kFormatting,
+            QStringLiteral("Formatage de la carte mémoire en cours.\r\nVeuillez patienter.") },
+        { "en", LocalizationKeys::kParkingOffQuestion,
+            QStringLiteral(
+                "Without parking mode,\nnothing is recorded while the vehicle is parked with "
+                "the engine off.\nTurn off parking mode?") },
     };
     for (const Case& c : cases)
-        expectLookup({QString::fromLatin1(c.language)}, QString::fromUtf8(c.key), c.expected);
+        expectLookup({ QString::fromLatin1(c.language) }, QString::fromUtf8(c.key), c.expected);
 }
 
 TEST_F(TavroLanguagesTest, OnlyTheFirstLookupLanguageCounts)
 {
-    expectLookup({QStringLiteral("ja"), QStringLiteral("fr")}, QString::fromUtf8(LocalizationKeys::kNo),
-                 QStringLiteral("いいえ"));
-    expectLookup({QStringLiteral("de"), QStringLiteral("fr")}, QString::fromUtf8(LocalizationKeys::kNo),
-                 QString());
+    expectLookup({ QStringLiteral("ja"), QStringLiteral("fr") },
+        QString::fromUtf8(LocalizationKeys::kNo), QStringLiteral("いいえ"));
+    expectLookup({ QStringLiteral("de"), QStringLiteral("fr") },
+        QString::fromUtf8(LocalizationKeys::kNo), QString());
 }
 
 TEST_F(TavroLanguagesTest, KeyMissingFromTheTableShowsTheKey)
 {
     const QString missingKeys[] = {
-        QStringLiteral("표에 없는 키"),
-        QStringLiteral("Wenna : 표에 없는 키"),
+        QStringLiteral("표에 없는 키"), QStringLiteral("Wenna : 표에 없는 키"),
         QStringLiteral("not a key"),
         QString::fromUtf8(LocalizationKeys::kYes) + QLatin1Char(' '), // keys match exactly
     };
     for (const QString& language : ViewerSettings::supportedLanguages())
         for (const QString& key : missingKeys)
-            expectLookup({language}, key, key);
+            expectLookup({ language }, key, key);
 }
 
 TEST_F(TavroLanguagesTest, LanguageWithoutTableShowsNothing)
 {
     const QString key = QString::fromUtf8(LocalizationKeys::kMemoryCardError);
     const QStringList languagesWithoutTable[] = {
-        {QStringLiteral("de")},
-        {QStringLiteral("ko")},
-        {QStringLiteral("EN")},
-        {QString()},
-        {QStringLiteral("../i18n/Localizable_Tolm_en")},
-        {QStringLiteral("en.qm")},
+        { QStringLiteral("de") },
+        { QStringLiteral("ko") },
+        { QStringLiteral("EN") },
+        { QString() },
+        { QStringLiteral("../i18n/Localizable_Tolm_en") },
+        { QStringLiteral("en.qm") },
         {},
     };
     for (const QStringList& languages : languagesWithoutTable) {

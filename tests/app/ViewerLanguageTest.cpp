@@ -51,7 +51,8 @@ protected:
     static void expectStoredLanguage(const QString& code, bool onDisk)
     {
         EXPECT_EQ(storedValue(ViewerSettings::kLanguageKey).toString(), code);
-        EXPECT_EQ(storedValue(ViewerSettings::kLookupLanguagesKey).toStringList(), QStringList{code});
+        EXPECT_EQ(
+            storedValue(ViewerSettings::kLookupLanguagesKey).toStringList(), QStringList { code });
         if (onDisk) {
             EXPECT_TRUE(settingsFileText().contains(QStringLiteral("TavroViewerLanguage=") + code))
                 << settingsFileText().toStdString();
@@ -91,11 +92,12 @@ TEST_F(ViewerLanguageTest, LaunchKeepsAViewerLanguageAndOtherwiseFallsBackToEngl
 TEST_F(ViewerLanguageTest, LaunchReplacesAStaleLookupList)
 {
     storeValue(ViewerSettings::kLanguageKey, QStringLiteral("ja"));
-    storeValue(ViewerSettings::kLookupLanguagesKey, QStringList{QStringLiteral("de"), QStringLiteral("fr")});
+    storeValue(ViewerSettings::kLookupLanguagesKey,
+        QStringList { QStringLiteral("de"), QStringLiteral("fr") });
     ViewerLanguage::initializeLanguageSetting();
     expectStoredLanguage(QStringLiteral("ja"), true);
     EXPECT_EQ(TavroLanguages::SharedTavroLanguages().localized(LocalizationKeys::kFilterAll),
-              QStringLiteral("すべて"));
+        QStringLiteral("すべて"));
 }
 
 TEST_F(ViewerLanguageTest, SwitchReTextsEveryOpenWindowWithoutRestart)
@@ -117,14 +119,14 @@ TEST_F(ViewerLanguageTest, SwitchReTextsEveryOpenWindowWithoutRestart)
         QString settingsTitle;
     };
     const Step steps[] = {
-        {&ViewerLanguage::languageChangeToFrench, Item::French, "fr", QStringLiteral("Tout"),
-         QStringLiteral("Réglages de la caméra embarquée")},
-        {&ViewerLanguage::languageChangeToJapanese, Item::Japanese, "ja", QStringLiteral("すべて"),
-         QStringLiteral("ドライブレコーダー設定")},
-        {&ViewerLanguage::languageChangeToPortuguese, Item::Portuguese, "pt", QStringLiteral("Todos"),
-         QStringLiteral("Configurações da câmera veicular")},
-        {&ViewerLanguage::languageChangeToEnglish, Item::English, "en", QStringLiteral("All"),
-         QStringLiteral("Dashcam Settings")},
+        { &ViewerLanguage::languageChangeToFrench, Item::French, "fr", QStringLiteral("Tout"),
+            QStringLiteral("Réglages de la caméra embarquée") },
+        { &ViewerLanguage::languageChangeToJapanese, Item::Japanese, "ja", QStringLiteral("すべて"),
+            QStringLiteral("ドライブレコーダー設定") },
+        { &ViewerLanguage::languageChangeToPortuguese, Item::Portuguese, "pt",
+            QStringLiteral("Todos"), QStringLiteral("Configurações da câmera veicular") },
+        { &ViewerLanguage::languageChangeToEnglish, Item::English, "en", QStringLiteral("All"),
+            QStringLiteral("Dashcam Settings") },
     };
     int expectedNotifications = 0;
     for (const Step& step : steps) {
@@ -161,11 +163,11 @@ TEST_F(ViewerLanguageTest, ChoosingTheLanguageInUseChangesNothing)
         EXPECT_FALSE(language.languageChange(code));
         language.markCurrentLanguage();
         const Item current = language.markedItem();
-        const auto sameItemAction = current == Item::French     ? &ViewerLanguage::languageChangeToFrench
-                                    : current == Item::Japanese ? &ViewerLanguage::languageChangeToJapanese
-                                    : current == Item::Portuguese
-                                        ? &ViewerLanguage::languageChangeToPortuguese
-                                        : &ViewerLanguage::languageChangeToEnglish;
+        const auto sameItemAction = current == Item::French
+            ? &ViewerLanguage::languageChangeToFrench
+            : current == Item::Japanese   ? &ViewerLanguage::languageChangeToJapanese
+            : current == Item::Portuguese ? &ViewerLanguage::languageChangeToPortuguese
+                                          : &ViewerLanguage::languageChangeToEnglish;
         (language.*sameItemAction)();
         QCoreApplication::sendPostedEvents();
 
@@ -181,7 +183,7 @@ TEST_F(ViewerLanguageTest, CodesWithoutTableAreRefused)
     ViewerLanguage::initializeLanguageSetting();
     ViewerLanguage language;
     QSignalSpy notifications(&TavroNotifier::shared(), &TavroNotifier::refreshLanguage);
-    for (const char* code : {"de", "", "EN", "pt_BR"})
+    for (const char* code : { "de", "", "EN", "pt_BR" })
         EXPECT_FALSE(language.languageChange(QString::fromLatin1(code))) << code;
     EXPECT_EQ(notifications.count(), 0);
     expectStoredLanguage(QStringLiteral("en"), true);
@@ -198,9 +200,8 @@ TEST_F(ViewerLanguageTest, SettingsWindowSwitchesThroughTheMainWindowFirst)
     // Record what is stored each time the notification goes out.
     QStringList storedAtNotification;
     QObject context;
-    QObject::connect(&TavroNotifier::shared(), &TavroNotifier::refreshLanguage, &context, [&] {
-        storedAtNotification << storedValue(ViewerSettings::kLanguageKey).toString();
-    });
+    QObject::connect(&TavroNotifier::shared(), &TavroNotifier::refreshLanguage, &context,
+        [&] { storedAtNotification << storedValue(ViewerSettings::kLanguageKey).toString(); });
 
     settingWindowLanguage.languageChangeToPortuguese();
     settingWindowLanguage.languageChangeToJapanese();
@@ -210,7 +211,8 @@ TEST_F(ViewerLanguageTest, SettingsWindowSwitchesThroughTheMainWindowFirst)
 
     // One notification per real switch: the window's own step finds the code stored.
     EXPECT_EQ(storedAtNotification,
-              (QStringList{QStringLiteral("pt"), QStringLiteral("ja"), QStringLiteral("fr"), QStringLiteral("en")}));
+        (QStringList { QStringLiteral("pt"), QStringLiteral("ja"), QStringLiteral("fr"),
+            QStringLiteral("en") }));
     EXPECT_EQ(mainWindowLanguage.markedItem(), Item::English);
     EXPECT_EQ(settingWindowLanguage.markedItem(), Item::English);
     expectStoredLanguage(QStringLiteral("en"), true); // written by the main window's step
@@ -242,7 +244,8 @@ TEST_F(ViewerLanguageTest, QtOwnTextsFollowTheViewerLanguage)
     const QDir systemTranslations(QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     if (!systemTranslations.exists(QStringLiteral("qtbase_fr.qm")))
         GTEST_SKIP() << "Qt's translations are not installed (qt6-translations-l10n)";
-    const auto standardCancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+    const auto standardCancel
+        = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
 
     ViewerLanguage::initializeLanguageSetting();
     ViewerLanguage language;
@@ -264,10 +267,10 @@ TEST_F(ViewerLanguageTest, MenuEntriesNameTheirLanguage)
         const char* code;
         QString title;
     } entries[] = {
-        {Item::English, "en", QStringLiteral("English")},
-        {Item::French, "fr", QStringLiteral("Français")},
-        {Item::Japanese, "ja", QStringLiteral("日本語")},
-        {Item::Portuguese, "pt", QStringLiteral("Português")},
+        { Item::English, "en", QStringLiteral("English") },
+        { Item::French, "fr", QStringLiteral("Français") },
+        { Item::Japanese, "ja", QStringLiteral("日本語") },
+        { Item::Portuguese, "pt", QStringLiteral("Português") },
     };
     QStringList codes;
     for (const auto& entry : entries) {
