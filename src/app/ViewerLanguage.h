@@ -29,6 +29,7 @@ public:
     // First thing at launch, before any window loads: validates the stored
     // language ("en" when unset or not one of the viewer's languages), mirrors
     // it into "AppleLanguages" and writes the settings to disk. Returns the code.
+    // Run it once the application object exists, so that Qt's own texts follow.
     static QString initializeLanguageSetting();
 
     // The stored language ("TavroViewerLanguage"), as it stands.
