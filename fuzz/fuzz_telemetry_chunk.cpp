@@ -8,13 +8,15 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     static TavroClipData record;
-    const int count = AviChunkParser().parse(QByteArrayView(data, static_cast<qsizetype>(size)), record);
+    const int count
+        = AviChunkParser().parse(QByteArrayView(data, static_cast<qsizetype>(size)), record);
     record.setClipDataCount(count);
     if (count < 0 || count > TavroClipData::kCapacity || record.gpsDataCount() > count)
         std::abort();
     // Every valid sample must be readable.
     static volatile unsigned sink = 0;
     for (int i = 0; i < count; ++i)
-        sink = sink ^ static_cast<unsigned>(record.getGx(i)) ^ static_cast<unsigned>(record.getGpsSpeed(i));
+        sink = sink ^ static_cast<unsigned>(record.getGx(i))
+            ^ static_cast<unsigned>(record.getGpsSpeed(i));
     return 0;
 }

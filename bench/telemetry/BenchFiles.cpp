@@ -51,13 +51,17 @@ bool writeSubtitle(const QString& path, int seconds)
     int counter = 0;
     const auto block = [&](int ms, const QString& text) {
         const auto stamp = [](int t) {
-            return QString::asprintf("%02d:%02d:%02d,%03d", t / 3600000, t / 60000 % 60, t / 1000 % 60, t % 1000);
+            return QString::asprintf(
+                "%02d:%02d:%02d,%03d", t / 3600000, t / 60000 % 60, t / 1000 % 60, t % 1000);
         };
-        out << ++counter << '\n' << stamp(ms) << " --> " << stamp(ms + 60) << '\n' << text << "\n\n";
+        out << ++counter << '\n'
+            << stamp(ms) << " --> " << stamp(ms + 60) << '\n'
+            << text << "\n\n";
     };
     for (int s = 0; s < seconds; ++s) {
         for (int k = 0; k < 10; ++k)
-            block(s * 1000 + k * 90, QStringLiteral("gsensor,%1,%2,128").arg(k - 5).arg(-20 + s % 5));
+            block(
+                s * 1000 + k * 90, QStringLiteral("gsensor,%1,%2,128").arg(k - 5).arg(-20 + s % 5));
         block(s * 1000 + 920,
             QStringLiteral("GPRMC,0000%1.00,A,37%2,N,126%3,E,%4,0.0,070316,,,A")
                 .arg(s % 60, 2, 10, QLatin1Char('0'))

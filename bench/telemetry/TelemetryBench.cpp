@@ -97,7 +97,8 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     const qsizetype sizeArg = args.indexOf(QStringLiteral("--size-mib"));
-    const int64_t bigMiB = sizeArg > 0 && sizeArg + 1 < args.size() ? args[sizeArg + 1].toLongLong() : 1024;
+    const int64_t bigMiB
+        = sizeArg > 0 && sizeArg + 1 < args.size() ? args[sizeArg + 1].toLongLong() : 1024;
 
     QTemporaryDir scratch;
     if (!scratch.isValid()) {

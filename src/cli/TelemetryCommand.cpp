@@ -119,7 +119,8 @@ int runTelemetryCommand(const QStringList& args, CliIo& io)
         if (csv) {
             TelemetryOutput::writeCsvRows(io.out, file, *data);
         } else {
-            const QString name = loader == Loader::Kel ? QStringLiteral("kel") : QStringLiteral("general");
+            const QString name
+                = loader == Loader::Kel ? QStringLiteral("kel") : QStringLiteral("general");
             TelemetryOutput::writeJson(io.out, file, name, *data);
         }
         io.out.flush();

@@ -13,11 +13,21 @@ QString jsonString(const QString& text)
     QString quoted = QStringLiteral("\"");
     for (const QChar c : text) {
         switch (c.unicode()) {
-        case '"': quoted += QLatin1String("\\\""); break;
-        case '\\': quoted += QLatin1String("\\\\"); break;
-        case '\n': quoted += QLatin1String("\\n"); break;
-        case '\r': quoted += QLatin1String("\\r"); break;
-        case '\t': quoted += QLatin1String("\\t"); break;
+        case '"':
+            quoted += QLatin1String("\\\"");
+            break;
+        case '\\':
+            quoted += QLatin1String("\\\\");
+            break;
+        case '\n':
+            quoted += QLatin1String("\\n");
+            break;
+        case '\r':
+            quoted += QLatin1String("\\r");
+            break;
+        case '\t':
+            quoted += QLatin1String("\\t");
+            break;
         default:
             if (c.unicode() < 0x20)
                 quoted += QString::asprintf("\\u%04x", c.unicode());
@@ -48,8 +58,8 @@ QString coordinateText(float value, bool forJson)
     return QString::asprintf("%.9g", static_cast<double>(value));
 }
 
-void writeJson(QTextStream& out, const QString& file, const QString& loader,
-    const TavroClipData& data)
+void writeJson(
+    QTextStream& out, const QString& file, const QString& loader, const TavroClipData& data)
 {
     out << "{\"file\":" << jsonString(file) << ",\"loader\":" << jsonString(loader)
         << ",\"clipDataCount\":" << data.clipDataCount()
@@ -58,9 +68,8 @@ void writeJson(QTextStream& out, const QString& file, const QString& loader,
         int x = 0, y = 0, z = 0, speed = 0;
         float lat = 0.0f, lng = 0.0f;
         data.getClipDataWithIndex(i, x, y, z, lat, lng, speed);
-        out << (i ? ",[" : "[") << x << ',' << y << ',' << z << ','
-            << coordinateText(lat, true) << ',' << coordinateText(lng, true) << ',' << speed
-            << ']';
+        out << (i ? ",[" : "[") << x << ',' << y << ',' << z << ',' << coordinateText(lat, true)
+            << ',' << coordinateText(lng, true) << ',' << speed << ']';
     }
     out << "]}\n";
 }

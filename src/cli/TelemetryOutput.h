@@ -10,8 +10,8 @@ namespace TelemetryOutput {
 
 // One JSON object on one line:
 // {"file":F,"loader":L,"clipDataCount":N,"gpsDataCount":M,"samples":[[gx,gy,gz,lat,lng,speed],...]}
-void writeJson(QTextStream& out, const QString& file, const QString& loader,
-    const TavroClipData& data);
+void writeJson(
+    QTextStream& out, const QString& file, const QString& loader, const TavroClipData& data);
 
 QString csvHeader();
 // One row per sample: file, media time (i/10 s), gx, gy, gz, lat, lng, speed.

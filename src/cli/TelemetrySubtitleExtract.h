@@ -9,7 +9,7 @@ namespace TelemetrySubtitleExtract {
 struct Result {
     bool ffmpegFound = false;
     bool written = false; // false also when the clip has no subtitle track
-    QString message;      // ffmpeg's complaint when nothing was written
+    QString message; // ffmpeg's complaint when nothing was written
 };
 
 Result extract(const QString& clipPath, const QString& srtPath);

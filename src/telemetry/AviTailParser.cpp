@@ -13,7 +13,7 @@ namespace {
 constexpr char kMarker[] = "ETKLP1";
 constexpr qsizetype kMarkerLength = 6;
 constexpr int kFieldsPerLine = 7;
-}
+} // namespace
 
 qsizetype AviTailParser::textStart(QByteArrayView bytes)
 {
@@ -61,7 +61,8 @@ int AviTailParser::parse(QByteArrayView bytes, TavroClipData& record) const
     while (lineStart <= text.size() && count < TavroClipData::kCapacity) {
         qsizetype lineEnd = lineStart;
         int breakLength = 0;
-        while (lineEnd < text.size() && (breakLength = TelemetryText::newlineLength(text, lineEnd)) == 0)
+        while (lineEnd < text.size()
+            && (breakLength = TelemetryText::newlineLength(text, lineEnd)) == 0)
             ++lineEnd;
         const QByteArrayView line = text.sliced(lineStart, lineEnd - lineStart);
         if (const std::optional<bool> hasPosition = storeLine(line, count, record)) {

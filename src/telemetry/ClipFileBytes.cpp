@@ -9,7 +9,7 @@ namespace {
 // than any clip's telemetry needs, and a bound for endless sources.
 constexpr qint64 kMaxReadBytes = qint64(64) << 20;
 constexpr qint64 kReadBlock = 64 << 10;
-}
+} // namespace
 
 ClipFileBytes::ClipFileBytes(const QString& path)
     : m_file(path)

@@ -33,8 +33,8 @@ int KelChunkParser::parse(QByteArrayView bytes, TavroClipData& record) const
     const bool isAvi = AviChunkWalker::walk(bytes, [&](QByteArrayView data) {
         const uint8_t kind = dataByte(data, 0);
         if (kind == 'M' && isKelGRecord(data)) {
-            second.append(
-                { scaled(dataByte(data, 1)), scaled(dataByte(data, 2)), scaled(dataByte(data, 3)) });
+            second.append({ scaled(dataByte(data, 1)), scaled(dataByte(data, 2)),
+                scaled(dataByte(data, 3)) });
         } else if ((kind == '$' || kind == 'G') && AviChunkParser::readRmcChunk(data, current)) {
             if (!second.isEmpty())
                 second.distribute(writer, current);

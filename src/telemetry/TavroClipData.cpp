@@ -55,8 +55,9 @@ void TavroClipData::loadVideoFileCilpDataFromFilePath(const QString& path)
     const TolmRawParser raw;
     const AviTailParser tail;
     const AviChunkParser chunks;
-    for (const TelemetryParser* parser : { static_cast<const TelemetryParser*>(&raw),
-             static_cast<const TelemetryParser*>(&tail), static_cast<const TelemetryParser*>(&chunks) }) {
+    for (const TelemetryParser* parser :
+        { static_cast<const TelemetryParser*>(&raw), static_cast<const TelemetryParser*>(&tail),
+            static_cast<const TelemetryParser*>(&chunks) }) {
         m_clipDataCount = parser->parse(bytes, *this);
         if (m_clipDataCount != 0)
             break;
@@ -108,8 +109,8 @@ int TavroClipData::getGpsSpeed(int index) const
     return inRange(index) ? m_gpsSpeed[index] : kNoSpeed;
 }
 
-void TavroClipData::getClipDataWithIndex(int index, int& x, int& y, int& z, float& lat,
-    float& lng, int& speed) const
+void TavroClipData::getClipDataWithIndex(
+    int index, int& x, int& y, int& z, float& lat, float& lng, int& speed) const
 {
     x = getGx(index);
     y = getGy(index);

@@ -38,8 +38,8 @@ public:
     float getGpsLat(int index) const;
     float getGpsLng(int index) const;
     int getGpsSpeed(int index) const;
-    void getClipDataWithIndex(int index, int& x, int& y, int& z, float& lat, float& lng,
-        int& speed) const;
+    void getClipDataWithIndex(
+        int index, int& x, int& y, int& z, float& lat, float& lng, int& speed) const;
 
     int clipDataCount() const { return m_clipDataCount; }
     void setClipDataCount(int count) { m_clipDataCount = count; }

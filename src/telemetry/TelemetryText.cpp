@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace TelemetryText {
@@ -108,8 +108,8 @@ float floatValue(QByteArrayView text)
         if (wideResult.ec == std::errc()) {
             value = static_cast<float>(wide);
         } else {
-            const char* exponent = std::find_if(first, wideResult.ptr,
-                [](char c) { return c == 'e' || c == 'E'; });
+            const char* exponent
+                = std::find_if(first, wideResult.ptr, [](char c) { return c == 'e' || c == 'E'; });
             const bool tiny = exponent + 1 < wideResult.ptr && exponent[1] == '-';
             value = tiny ? 0.0f : std::numeric_limits<float>::infinity();
         }

@@ -60,7 +60,8 @@ QByteArray TolmRecordReader::leadcut(QByteArrayView field)
     if (text.size() < 4)
         return field.toByteArray();
     qsizetype lead = 0;
-    while (lead < text.size() && (text.at(lead) == u'-' || (text.at(lead) >= u'0' && text.at(lead) <= u'9')))
+    while (lead < text.size()
+        && (text.at(lead) == u'-' || (text.at(lead) >= u'0' && text.at(lead) <= u'9')))
         ++lead;
     return text.left(std::min<qsizetype>(lead, 2) + 1).toUtf8();
 }
@@ -101,7 +102,8 @@ void TolmRecordReader::handle(const FieldList& fields)
         if (fields.size() < kGsensoriFields)
             return;
         m_second.append(scaledSample(fields));
-        if (subtitle && fields.size() >= kAppendedRmcFields && isRmcKeyword(fields, kAppendedRmcFirst))
+        if (subtitle && fields.size() >= kAppendedRmcFields
+            && isRmcKeyword(fields, kAppendedRmcFirst))
             endSecond(RmcSentence::read(fields, kAppendedRmcFirst));
     } else if (subtitle && fields.fieldIs(0, "CAR")) {
         m_second.append(m_second.isEmpty() ? plainSample(fields) : m_second.last());

@@ -82,8 +82,8 @@ RiffAviBuilder& RiffAviBuilder::gRecord(uint8_t b1, uint8_t b2, uint8_t b3, cons
     return chunk(code, data);
 }
 
-RiffAviBuilder& RiffAviBuilder::kelGRecord(uint8_t b1, uint8_t b2, uint8_t b3, uint8_t f4,
-    uint8_t f5, uint8_t f6)
+RiffAviBuilder& RiffAviBuilder::kelGRecord(
+    uint8_t b1, uint8_t b2, uint8_t b3, uint8_t f4, uint8_t f5, uint8_t f6)
 {
     QByteArray data("M");
     for (const uint8_t byte : { b1, b2, b3, f4, f5, f6 })

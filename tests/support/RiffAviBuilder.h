@@ -27,8 +27,8 @@ public:
     // General cameras: 'M' and three bytes (value = 128 - byte).
     RiffAviBuilder& gRecord(uint8_t b1, uint8_t b2, uint8_t b3, const QByteArray& code = "02tx");
     // Kel cameras: 'M', three bytes (value = 10 * byte - 1280) and three flag bytes.
-    RiffAviBuilder& kelGRecord(uint8_t b1, uint8_t b2, uint8_t b3, uint8_t f4 = 1, uint8_t f5 = 1,
-        uint8_t f6 = 1);
+    RiffAviBuilder& kelGRecord(
+        uint8_t b1, uint8_t b2, uint8_t b3, uint8_t f4 = 1, uint8_t f5 = 1, uint8_t f6 = 1);
     RiffAviBuilder& secondEnd(const QByteArray& code = "03tx");
     // An NMEA sentence chunk (its text plus a zero byte, as the cameras write it).
     RiffAviBuilder& sentence(const QByteArray& text, const QByteArray& code = "03tx");

@@ -13,8 +13,8 @@ uint32_t nextRandom(uint32_t& state)
 
 QByteArray stamp(int ms)
 {
-    return QString::asprintf("%02d:%02d:%02d,%03d", ms / 3600000, ms / 60000 % 60,
-        ms / 1000 % 60, ms % 1000)
+    return QString::asprintf(
+        "%02d:%02d:%02d,%03d", ms / 3600000, ms / 60000 % 60, ms / 1000 % 60, ms % 1000)
         .toLatin1();
 }
 
@@ -32,7 +32,8 @@ QByteArray TailBlockBuilder::videoLikeBytes(int size, uint32_t seed)
     QByteArray bytes(size, '\0');
     uint32_t state = seed;
     for (int i = 0; i < size; ++i)
-        bytes[i] = static_cast<char>(i % 64 == 0 ? 0x80 | (nextRandom(state) & 0x3F) : nextRandom(state));
+        bytes[i] = static_cast<char>(
+            i % 64 == 0 ? 0x80 | (nextRandom(state) & 0x3F) : nextRandom(state));
     return bytes;
 }
 
@@ -42,8 +43,8 @@ TailBlockBuilder& TailBlockBuilder::line(const QByteArray& text)
     return *this;
 }
 
-TailBlockBuilder& TailBlockBuilder::sample(int n, const QByteArray& lat, const QByteArray& lng,
-    int speed, int gx, int gy, int gz)
+TailBlockBuilder& TailBlockBuilder::sample(
+    int n, const QByteArray& lat, const QByteArray& lng, int speed, int gx, int gy, int gz)
 {
     return line(QByteArray::number(n) + ',' + lat + ',' + lng + ',' + QByteArray::number(speed)
         + ',' + QByteArray::number(gx) + ',' + QByteArray::number(gy) + ','
@@ -68,8 +69,8 @@ SubtitleBuilder& SubtitleBuilder::block(const QByteArray& payload)
 {
     const int start = m_count * 100;
     ++m_count;
-    m_text += QByteArray::number(m_count) + '\n' + stamp(start) + " --> " + stamp(start + 60)
-        + '\n' + payload + "\n\n";
+    m_text += QByteArray::number(m_count) + '\n' + stamp(start) + " --> " + stamp(start + 60) + '\n'
+        + payload + "\n\n";
     return *this;
 }
 

@@ -16,8 +16,8 @@ public:
     explicit TailBlockBuilder(int videoBytes = 40000, uint32_t seed = 7);
     TailBlockBuilder& line(const QByteArray& text);
     // "n,lat,lng,speed,gx,gy,gz"
-    TailBlockBuilder& sample(int n, const QByteArray& lat, const QByteArray& lng, int speed, int gx,
-        int gy, int gz);
+    TailBlockBuilder& sample(
+        int n, const QByteArray& lat, const QByteArray& lng, int speed, int gx, int gy, int gz);
     TailBlockBuilder& lineEnd(const QByteArray& separator);
     QByteArray bytes() const;
 

@@ -38,7 +38,8 @@ RiffAviBuilder clip(int seconds, int perSecond, const QByteArray& closing)
 
 TEST(AviChunkParser, GRecordIsCentredOn128)
 {
-    const auto data = loadGeneral(RiffAviBuilder().aviHeaders().gRecord(0x80, 0x00, 0xFF).secondEnd().bytes());
+    const auto data
+        = loadGeneral(RiffAviBuilder().aviHeaders().gRecord(0x80, 0x00, 0xFF).secondEnd().bytes());
     ASSERT_EQ(data->clipDataCount(), 10);
     for (const Sample& s : samples(*data))
         EXPECT_EQ(s, Sample({ 0, 128, -127, 0.0f, 0.0f, 0 }));
@@ -54,9 +55,12 @@ TEST(AviChunkParser, RmcSentenceEndsTheSecondWithItsFix)
         int speed;
         int gpsCount;
     } cases[] = {
-        { RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "10.0"), 37.3874588f, 126.973503f, 19, 10 },
-        { RiffAviBuilder::rmc("A", kLat, "S", kLng, "W", "10.0"), -37.3874588f, -126.973503f, 19, 10 },
-        { RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "0.26", "G$GPRMC"), 37.3874588f, 126.973503f, 0, 10 },
+        { RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "10.0"), 37.3874588f, 126.973503f, 19,
+            10 },
+        { RiffAviBuilder::rmc("A", kLat, "S", kLng, "W", "10.0"), -37.3874588f, -126.973503f, 19,
+            10 },
+        { RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "0.26", "G$GPRMC"), 37.3874588f,
+            126.973503f, 0, 10 },
         { RiffAviBuilder::rmc("V", kLat, "N", kLng, "E", "10.0"), 0.0f, 0.0f, 0, 0 },
         { RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "10.0", "$GNRMC"), 0.0f, 0.0f, 0, 0 },
         // Too short to hold a speed: no fix, but the second still ends.
@@ -83,7 +87,7 @@ TEST(AviChunkParser, SecondEndWithoutGpsResetsThePosition)
 {
     RiffAviBuilder avi = clip(1, 10, RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "5"));
     avi.gRecord(128, 128, 128).secondEnd(); // a second without GPS
-    avi.gRecord(127, 128, 128);             // a partial second: closed with the last values
+    avi.gRecord(127, 128, 128); // a partial second: closed with the last values
     const auto data = loadGeneral(avi.bytes());
     ASSERT_EQ(data->clipDataCount(), 30);
     EXPECT_EQ(data->getGpsSpeed(9), 9);
@@ -124,7 +128,8 @@ TEST(AviChunkParser, WalksNestedListsOddSizesAndSkipsOtherRecords)
 
 TEST(AviChunkParser, StopsAtCapacity)
 {
-    const auto data = loadGeneral(clip(70, 10, RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "1")).bytes());
+    const auto data
+        = loadGeneral(clip(70, 10, RiffAviBuilder::rmc("A", kLat, "N", kLng, "E", "1")).bytes());
     EXPECT_EQ(data->clipDataCount(), 650);
     EXPECT_EQ(data->gpsDataCount(), 650);
 }

@@ -32,9 +32,10 @@ void expectSaneEverywhere(const QByteArray& bytes, const std::string& what)
         EXPECT_LE(data.clipDataCount(), 650);
         EXPECT_LE(data.gpsDataCount(), data.clipDataCount());
         const QByteArray utf8 = path.toUtf8();
-        for (const int count : { int(data.getAllDataFromFileTail(path)), data.getAllDataFromFile(utf8.constData()),
-                 data.getTolmAllDataFromSrtFile(path), data.getTolmAllDataFromFile(path),
-                 data.getAllDataFromFile_Kel(utf8.constData()) }) {
+        for (const int count :
+            { int(data.getAllDataFromFileTail(path)), data.getAllDataFromFile(utf8.constData()),
+                data.getTolmAllDataFromSrtFile(path), data.getTolmAllDataFromFile(path),
+                data.getAllDataFromFile_Kel(utf8.constData()) }) {
             EXPECT_GE(count, 0);
             EXPECT_LE(count, 650);
         }
@@ -67,7 +68,8 @@ QByteArray goodAvi()
 TEST(BadInput, EmptyAndTinyFiles)
 {
     for (int size = 0; size <= 12; ++size)
-        expectSaneEverywhere(QByteArray("RIFF\x04\0\0\0AVI ", 12).left(size), "prefix " + std::to_string(size));
+        expectSaneEverywhere(
+            QByteArray("RIFF\x04\0\0\0AVI ", 12).left(size), "prefix " + std::to_string(size));
     EXPECT_EQ(loadGeneral(QByteArray())->clipDataCount(), 0);
     EXPECT_EQ(loadKel(QByteArray())->clipDataCount(), 0);
 }
@@ -87,16 +89,21 @@ TEST(BadInput, EveryTruncationOfAValidClip)
 TEST(BadInput, DeclaredSizesPastTheEnd)
 {
     for (const uint32_t size : { 0xFFFFFFFFu, 0xFFFFFFFEu, 0x80000000u, 1000u, 5u }) {
-        for (const QByteArray& code : { QByteArray("02tx"), QByteArray("LIST"), QByteArray("00dc") }) {
+        for (const QByteArray& code :
+            { QByteArray("02tx"), QByteArray("LIST"), QByteArray("00dc") }) {
             RiffAviBuilder avi;
             avi.aviHeaders().gRecord(1, 2, 3).chunkHeader(code, size).gRecord(4, 5, 6);
-            expectSaneEverywhere(avi.bytes() + "M", code.toStdString() + " " + std::to_string(size));
+            expectSaneEverywhere(
+                avi.bytes() + "M", code.toStdString() + " " + std::to_string(size));
         }
     }
     // A telemetry chunk claiming more than is left gets what is there.
     RiffAviBuilder avi;
     avi.aviHeaders().gRecord(128, 128, 128).secondEnd();
-    const auto data = loadGeneral(avi.bytes() + QByteArray("03tx\xFF\xFF\xFF\x7F" "T", 9));
+    const auto data = loadGeneral(avi.bytes()
+        + QByteArray("03tx\xFF\xFF\xFF\x7F"
+                     "T",
+            9));
     EXPECT_EQ(data->clipDataCount(), 10);
 }
 
@@ -130,7 +137,10 @@ TEST(BadInput, RandomBytes)
 
 TEST(BadInput, InvalidUtf8AndOddText)
 {
-    const QByteArray good = SubtitleBuilder().gsensorBlocks(12).block(SubtitleBuilder::rmc("A", "1.1", "N", "2.2", "E", "3")).bytes();
+    const QByteArray good = SubtitleBuilder()
+                                .gsensorBlocks(12)
+                                .block(SubtitleBuilder::rmc("A", "1.1", "N", "2.2", "E", "3"))
+                                .bytes();
     const QByteArray cases[] = {
         good + "\xC3",
         good + "\xF4\x90\x80\x80",
@@ -142,7 +152,10 @@ TEST(BadInput, InvalidUtf8AndOddText)
         "1\n00:00:00,000 --> 00:00:01,000\nGPRMC,1,A,99999999999999.9,N,-99999999999.9,E,1e38\n\n",
         "1\n-->\n-->\n\n\n-->gsensori,1,-2147483648,2147483647,-2147483648,99999\n\n",
         "1\n2\ngsensori,-1,-2147483648,1,1,1\n\n",
-        TailBlockBuilder().line(QByteArray(30000, ',')).line("1,1e39,-1e39,99999999999,1,1,1").bytes(),
+        TailBlockBuilder()
+            .line(QByteArray(30000, ','))
+            .line("1,1e39,-1e39,99999999999,1,1,1")
+            .bytes(),
     };
     int i = 0;
     for (const QByteArray& bytes : cases)

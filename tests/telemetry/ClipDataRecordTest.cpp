@@ -34,7 +34,8 @@ void expectSentinels(const TavroClipData& data, int index)
     int x = 0, y = 0, z = 0, speed = 0;
     float lat = 0, lng = 0;
     data.getClipDataWithIndex(index, x, y, z, lat, lng, speed);
-    EXPECT_EQ(Sample({ x, y, z, lat, lng, speed }), Sample({ -512, -512, -512, 512.0f, 512.0f, 1024 }));
+    EXPECT_EQ(
+        Sample({ x, y, z, lat, lng, speed }), Sample({ -512, -512, -512, 512.0f, 512.0f, 1024 }));
 }
 
 // One second of `n` raw 'M' records whose x is the raw index, closed by 'T'.
@@ -92,7 +93,7 @@ TEST(ClipDataRecord, CalStringConvertsNmeaCoordinates)
         { "0005.5", 91666 },
         { "05.5", 91666 }, // no degrees before the minutes
         { "", 0 },
-        { "12", 0 },  // no point
+        { "12", 0 }, // no point
         { "5.5", 0 }, // point at position 1
         { ".5", 0 },
     };
@@ -108,13 +109,10 @@ TEST(ClipDataRecord, EachSecondBecomesTenSamples)
         int rawCount;
         std::vector<int> rawIndices;
     } cases[] = {
-        { 1, { 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 } },
-        { 3, { 0, 0, 0, 0, 1, 1, 1, 2, 2, 2 } },
-        { 7, { 0, 0, 1, 2, 2, 3, 4, 4, 5, 6 } },
-        { 10, { 0, 1, 2, 3, 4, 5, 6, 7, 8, 9 } },
+        { 1, { 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 } }, { 3, { 0, 0, 0, 0, 1, 1, 1, 2, 2, 2 } },
+        { 7, { 0, 0, 1, 2, 2, 3, 4, 4, 5, 6 } }, { 10, { 0, 1, 2, 3, 4, 5, 6, 7, 8, 9 } },
         { 11, { 0, 1, 2, 3, 4, 5, 7, 8, 9, 10 } }, // raw 6 shares raw 5's tenth
-        { 12, { 0, 1, 2, 3, 5, 6, 7, 8, 9, 11 } },
-        { 30, { 0, 2, 5, 8, 11, 14, 17, 20, 23, 26 } },
+        { 12, { 0, 1, 2, 3, 5, 6, 7, 8, 9, 11 } }, { 30, { 0, 2, 5, 8, 11, 14, 17, 20, 23, 26 } },
         { 60, { 0, 3, 9, 15, 21, 27, 33, 39, 45, 51 } },
         { 61, { 0, 3, 9, 15, 21, 27, 33, 39, 45, 51 } }, // the 61st is dropped
     };
@@ -177,8 +175,8 @@ TEST(ClipDataRecord, GeneralLoaderTriesFormatsInOrder)
 TEST(ClipDataRecord, SingleParserEntryPointsReadTheirFormat)
 {
     TavroClipData data;
-    const QString avi = writeClip("entry.avi",
-        RiffAviBuilder().aviHeaders().gRecord(100, 128, 128).secondEnd().bytes());
+    const QString avi = writeClip(
+        "entry.avi", RiffAviBuilder().aviHeaders().gRecord(100, 128, 128).secondEnd().bytes());
     EXPECT_EQ(data.getAllDataFromFile(avi.toUtf8().constData()), 10);
     EXPECT_EQ(data.getAllDataFromFileTail(avi), 0u);
     EXPECT_EQ(data.getTolmAllDataFromFile(avi), 0);
@@ -186,8 +184,12 @@ TEST(ClipDataRecord, SingleParserEntryPointsReadTheirFormat)
     EXPECT_EQ(data.getTolmAllDataFromSrtFile(srt), 4);
     const QString tail = writeClip("entry-tail.avi", tailClip(5));
     EXPECT_EQ(data.getAllDataFromFileTail(tail), 5u);
-    const QString kel = writeClip("Rec_entry.avi", RiffAviBuilder().aviHeaders().kelGRecord(128, 128, 129)
-            .sentence(RiffAviBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "0")).bytes());
+    const QString kel = writeClip("Rec_entry.avi",
+        RiffAviBuilder()
+            .aviHeaders()
+            .kelGRecord(128, 128, 129)
+            .sentence(RiffAviBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "0"))
+            .bytes());
     EXPECT_EQ(data.getAllDataFromFile_Kel(kel.toUtf8().constData()), 10);
     // The parsers leave clipDataCount to the loader: until it is set, nothing reads.
     EXPECT_EQ(data.getGz(0), -512);

@@ -38,8 +38,9 @@ TEST(KelChunkParser, GRecordIsScaledByTenAndNeedsItsFlags)
         }
     }
     // A short record reads missing bytes as 0, so its flags are not set.
-    EXPECT_EQ(loadKel(RiffAviBuilder().aviHeaders().chunk("02tx", "M\x80\x80").sentence(kFix).bytes())
-                  ->clipDataCount(),
+    EXPECT_EQ(
+        loadKel(RiffAviBuilder().aviHeaders().chunk("02tx", "M\x80\x80").sentence(kFix).bytes())
+            ->clipDataCount(),
         0);
 }
 
@@ -82,7 +83,8 @@ TEST(KelChunkParser, KelLoaderTriesNoOtherFormat)
     EXPECT_EQ(loadGeneral(tail, "Rec_1.avi")->clipDataCount(), 1);
     EXPECT_EQ(loadKel(tail, "Rec_1.avi")->clipDataCount(), 0);
     // General 'M' records are not Kel records (their flag bytes are missing).
-    const QByteArray general = RiffAviBuilder().aviHeaders().gRecord(100, 100, 100).sentence(kFix).bytes();
+    const QByteArray general
+        = RiffAviBuilder().aviHeaders().gRecord(100, 100, 100).sentence(kFix).bytes();
     EXPECT_EQ(loadGeneral(general)->clipDataCount(), 10);
     EXPECT_EQ(loadKel(general)->clipDataCount(), 0);
 }

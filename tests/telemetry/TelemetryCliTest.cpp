@@ -22,14 +22,18 @@ QByteArray subtitleText(int seconds)
 {
     SubtitleBuilder srt;
     for (int s = 0; s < seconds; ++s)
-        srt.gsensorBlocks(10, s * 10).block(SubtitleBuilder::rmc("A", "3723.2475", "S", "12658.4100", "E", "10.0"));
+        srt.gsensorBlocks(10, s * 10)
+            .block(SubtitleBuilder::rmc("A", "3723.2475", "S", "12658.4100", "E", "10.0"));
     return srt.bytes();
 }
 
 QByteArray kelClip()
 {
-    return RiffAviBuilder().aviHeaders().kelGRecord(128, 128, 228)
-        .sentence(RiffAviBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "1.0")).bytes();
+    return RiffAviBuilder()
+        .aviHeaders()
+        .kelGRecord(128, 128, 228)
+        .sentence(RiffAviBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "1.0"))
+        .bytes();
 }
 
 // Each output line as a JSON object; fails the test on anything else.
@@ -48,11 +52,12 @@ QList<QJsonObject> jsonLines(const QByteArray& out)
     return objects;
 }
 
-void expectRecord(const QJsonObject& object, const QString& file, const QString& loader, int count,
-    int gpsCount)
+void expectRecord(
+    const QJsonObject& object, const QString& file, const QString& loader, int count, int gpsCount)
 {
     SCOPED_TRACE(file.toStdString());
-    EXPECT_EQ(object.keys(), QStringList({ "clipDataCount", "file", "gpsDataCount", "loader", "samples" }));
+    EXPECT_EQ(object.keys(),
+        QStringList({ "clipDataCount", "file", "gpsDataCount", "loader", "samples" }));
     EXPECT_EQ(object["file"].toString(), file);
     EXPECT_EQ(object["loader"].toString(), loader);
     EXPECT_EQ(object["clipDataCount"].toInt(), count);
@@ -67,9 +72,10 @@ bool makeMp4(const QString& path, const QByteArray& srtText)
 {
     const QString srt = writeClip("track.srt", srtText);
     QProcess ffmpeg;
-    ffmpeg.start("ffmpeg", { "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i",
-                               "color=c=gray:size=160x90:rate=10:duration=4", "-i", srt, "-map", "0:v",
-                               "-map", "1:s", "-c:v", "mpeg4", "-c:s", "mov_text", path });
+    ffmpeg.start("ffmpeg",
+        { "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i",
+            "color=c=gray:size=160x90:rate=10:duration=4", "-i", srt, "-map", "0:v", "-map", "1:s",
+            "-c:v", "mpeg4", "-c:s", "mov_text", path });
     return ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0;
 }
 
@@ -78,7 +84,8 @@ bool makeMp4(const QString& path, const QByteArray& srtText)
 TEST(TelemetryCli, JsonLinePerFile)
 {
     const QString srt = writeClip("two.srt", subtitleText(2));
-    const QString tail = writeClip("tail.avi", TailBlockBuilder().sample(1, "1.25", "-2.5", 30, 1, 2, 3).bytes());
+    const QString tail
+        = writeClip("tail.avi", TailBlockBuilder().sample(1, "1.25", "-2.5", 30, 1, 2, 3).bytes());
     const QString nothing = writeClip("nothing.avi", "no telemetry here");
     const QString kel = writeClip("Park_20240101.avi", kelClip());
     const auto result = TestFiles::runCli({ "telemetry", srt, tail, nothing, kel });
@@ -182,9 +189,11 @@ TEST(TelemetryCli, ReadsPipesAndBoundsEndlessSources)
     expectRecord(jsonLines(zero.out).value(0), "/dev/zero", "general", 0, 0);
 
     // Tail-block lines from byte 6 on, as a short file without a marker is read.
-    const QString text = writeClip("piped.txt", "HEADER1,2.5,3.5,4,5,6,7\n" + QByteArray(100000, '\n') + "2,0,0,0,8,8,8\n");
+    const QString text = writeClip(
+        "piped.txt", "HEADER1,2.5,3.5,4,5,6,7\n" + QByteArray(100000, '\n') + "2,0,0,0,8,8,8\n");
     QProcess shell;
-    shell.start("sh", { "-c", QStringLiteral("cat '%1' | '%2' telemetry /dev/stdin").arg(text, TAVRO_CLI_PATH) });
+    shell.start("sh",
+        { "-c", QStringLiteral("cat '%1' | '%2' telemetry /dev/stdin").arg(text, TAVRO_CLI_PATH) });
     ASSERT_TRUE(shell.waitForFinished(60000));
     EXPECT_EQ(shell.exitCode(), 0);
     const QJsonObject piped = jsonLines(shell.readAllStandardOutput()).value(0);
@@ -221,8 +230,9 @@ TEST(TelemetryCli, Mp4ThroughItsSubtitleTrack)
     // A clip without a subtitle track has no telemetry, which is not an error.
     const QString plain = scratchPath("plain.mp4");
     QProcess ffmpeg;
-    ffmpeg.start("ffmpeg", { "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i",
-                               "color=size=64x64:duration=1", "-c:v", "mpeg4", plain });
+    ffmpeg.start("ffmpeg",
+        { "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i",
+            "color=size=64x64:duration=1", "-c:v", "mpeg4", plain });
     ASSERT_TRUE(ffmpeg.waitForFinished(60000));
     const auto noTrack = TestFiles::runCli({ "telemetry", "--format", "csv", plain });
     EXPECT_EQ(noTrack.exitCode, 0);

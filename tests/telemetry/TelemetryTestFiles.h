@@ -16,10 +16,10 @@ namespace TelemetryTestFiles {
 QString scratchPath(const QString& name);
 QString writeClip(const QString& name, const QByteArray& bytes);
 
-std::unique_ptr<TavroClipData> loadGeneral(const QByteArray& bytes,
-    const QString& name = QStringLiteral("clip.avi"));
-std::unique_ptr<TavroClipData> loadKel(const QByteArray& bytes,
-    const QString& name = QStringLiteral("Rec_20240101_120000.avi"));
+std::unique_ptr<TavroClipData> loadGeneral(
+    const QByteArray& bytes, const QString& name = QStringLiteral("clip.avi"));
+std::unique_ptr<TavroClipData> loadKel(
+    const QByteArray& bytes, const QString& name = QStringLiteral("Rec_20240101_120000.avi"));
 
 struct Sample {
     int x = 0;

@@ -12,8 +12,7 @@ namespace {
 const QByteArray kFixA = SubtitleBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "10.0");
 
 // Bytes of a literal, zero bytes included.
-template <size_t N>
-QByteArray bin(const char (&text)[N])
+template <size_t N> QByteArray bin(const char (&text)[N])
 {
     return QByteArray(text, N - 1);
 }
@@ -26,7 +25,9 @@ TEST(TolmRawParser, FindsRecordsAmongOtherBytes)
     raw.filler(5000);
     for (int s = 0; s < 3; ++s) {
         for (int i = 0; i < 12; ++i)
-            raw.record("gsensor," + QByteArray::number(s * 100 + i) + ",1,2", i % 2 ? "02tx" : "03tx").filler(300);
+            raw.record(
+                   "gsensor," + QByteArray::number(s * 100 + i) + ",1,2", i % 2 ? "02tx" : "03tx")
+                .filler(300);
         raw.record(kFixA, "03tx").filler(77);
     }
     const auto data = loadGeneral(raw.bytes(), "clip.mp4");
@@ -44,13 +45,17 @@ TEST(TolmRawParser, TextFollowsTheTagAfterOneByteAndZeros)
     } cases[] = {
         { bin("02txA\0\0\0\0gsensor,5,0,0\0"), { 5 } },
         { bin("03txAgsensor,6,0,0\0"), { 6 } },
-        { bin("02tx\0\0gsensor,7,0,0"), { 7 } },          // text runs to the end
-        { bin("02tx\x10gsensor,8,0,0\0" "02tx\x01gsensor,9,0,0\0"), { 8, 9 } },
+        { bin("02tx\0\0gsensor,7,0,0"), { 7 } }, // text runs to the end
+        { bin("02tx\x10gsensor,8,0,0\0"
+              "02tx\x01gsensor,9,0,0\0"),
+            { 8, 9 } },
         { bin("01tx\0gsensor,5,0,0\0"), {} },
         { bin("02tX\0gsensor,5,0,0\0"), {} },
-        { bin("02tx\0\xFFgsensor,5,0,0\0"), {} },         // not UTF-8
-        { bin("02tx\0gsensor,5,0,0;GPRMC\0"), { 5 } },    // no ";" handling here
-        { bin("02tx\0CAR,1,2,3\0" "02tx\0dummy\0"), {} }, // subtitle-only records
+        { bin("02tx\0\xFFgsensor,5,0,0\0"), {} }, // not UTF-8
+        { bin("02tx\0gsensor,5,0,0;GPRMC\0"), { 5 } }, // no ";" handling here
+        { bin("02tx\0CAR,1,2,3\0"
+              "02tx\0dummy\0"),
+            {} }, // subtitle-only records
         { bin("02tx\0\0\0\0"), {} },
     };
     for (const auto& c : cases) {
@@ -62,7 +67,8 @@ TEST(TolmRawParser, TextFollowsTheTagAfterOneByteAndZeros)
 TEST(TolmRawParser, TextIsAtMost119Bytes)
 {
     // A field past byte 119 of the text is cut off: the speed is lost.
-    const QByteArray longFix = "GPRMC,1,A,3723.2475,N,12658.4100,E," + QByteArray(100, ' ') + "10.0";
+    const QByteArray longFix
+        = "GPRMC,1,A,3723.2475,N,12658.4100,E," + QByteArray(100, ' ') + "10.0";
     RawTextBuilder raw;
     raw.record("gsensor,1,2,3").record(longFix);
     const auto data = loadGeneral(raw.bytes(), "clip.bin");
@@ -71,7 +77,8 @@ TEST(TolmRawParser, TextIsAtMost119Bytes)
     EXPECT_EQ(data->getGpsSpeed(0), 0);
     // A text without a zero byte still lets the scan find the next tag.
     RawTextBuilder unterminated;
-    unterminated.append(bin("02tx\0\0\0\0gsensor,1,2,3,") + QByteArray(200, 'a')).record("gsensor,4,5,6");
+    unterminated.append(bin("02tx\0\0\0\0gsensor,1,2,3,") + QByteArray(200, 'a'))
+        .record("gsensor,4,5,6");
     EXPECT_EQ(gxValues(*loadGeneral(unterminated.bytes(), "clip.bin")), std::vector<int>({ 1, 4 }));
 }
 

@@ -41,8 +41,8 @@ TEST(TolmSubtitleParser, GsensorZIsCutByItsFourthCharacter)
         { "gsensor,10,-20,128", { 10, -20, 128 } },
         { "gsensor, 7 ,x,-5", { 7, 0, -5 } },
         { "gsensor,1,2\n,3", { 1, 2, 3 } }, // payload lines are joined with blanks
-        { "gsensor,1,2", {} },              // too few fields
-        { "Gsensor,1,2,3", {} },            // keywords are exact
+        { "gsensor,1,2", {} }, // too few fields
+        { "Gsensor,1,2,3", {} }, // keywords are exact
         { "dummy,1,2,3", {} },
     };
     for (const auto& c : cases)
@@ -58,14 +58,14 @@ TEST(TolmSubtitleParser, GsensoriIsScaledAndClamped)
         { "gsensori,1,256,256,-256,128", { 128, -128, 64 } },
         { "gsensori,1,256,2000,0,0", { 512, 0, 0 } },
         { "gsensori,1,256,0,-3000,0", { 0, -512, 0 } },
-        { "gsensori,1,256,1,1,1234", { 1, 1, 62 } },    // leadcut: "123"
-        { "gsensori,1,256,1,1,-256z", { 1, 1, -12 } },  // leadcut: "-25"
-        { "gsensori,1,256,1,1,12ab", { 1, 1, 6 } },     // leadcut: "12a"
+        { "gsensori,1,256,1,1,1234", { 1, 1, 62 } }, // leadcut: "123"
+        { "gsensori,1,256,1,1,-256z", { 1, 1, -12 } }, // leadcut: "-25"
+        { "gsensori,1,256,1,1,12ab", { 1, 1, 6 } }, // leadcut: "12a"
         { "gsensori,2,512,256,0,0", { 128, 0, 0 } },
-        { "gsensori,256,1,256,256,256", { 0, 0, 0 } },  // quotient 0
-        { "gsensori,0,256,256,256,256", { 0, 0, 0 } },  // no scale at all
+        { "gsensori,256,1,256,256,256", { 0, 0, 0 } }, // quotient 0
+        { "gsensori,0,256,256,256,256", { 0, 0, 0 } }, // no scale at all
         { "gsensori,-1,256,256,0,0", { -128, 0, 0 } },
-        { "gsensori,1,256,256,256", {} },               // too few fields
+        { "gsensori,1,256,256,256", {} }, // too few fields
     };
     for (const auto& c : cases)
         EXPECT_EQ(gOf(c.payload), c.g) << c.payload.constData();
@@ -91,39 +91,48 @@ TEST(TolmSubtitleParser, RmcSentenceEndsTheSecond)
 
     // Six fields: the missing hemisphere reads as empty (not "E": negative),
     // the missing speed as 0.
-    const auto shortRmc = loadSubtitle(SubtitleBuilder().gsensorBlocks(3).block("GPRMC,1,A,3723.2475,N,12658.4100"));
+    const auto shortRmc = loadSubtitle(
+        SubtitleBuilder().gsensorBlocks(3).block("GPRMC,1,A,3723.2475,N,12658.4100"));
     EXPECT_EQ(shortRmc->getGpsLng(0), -126.973503f);
     EXPECT_EQ(shortRmc->getGpsSpeed(0), 0);
-    EXPECT_EQ(loadSubtitle(SubtitleBuilder().gsensorBlocks(3).block("GPRMC,1,A,3723.2475,N"))->clipDataCount(), 3);
-    EXPECT_EQ(loadSubtitle(SubtitleBuilder().gsensorBlocks(3).block("$GPRMC,1,A,3723.2475,N,1,E,1"))->gpsDataCount(), 0);
+    EXPECT_EQ(loadSubtitle(SubtitleBuilder().gsensorBlocks(3).block("GPRMC,1,A,3723.2475,N"))
+                  ->clipDataCount(),
+        3);
+    EXPECT_EQ(loadSubtitle(SubtitleBuilder().gsensorBlocks(3).block("$GPRMC,1,A,3723.2475,N,1,E,1"))
+                  ->gpsDataCount(),
+        0);
 }
 
 TEST(TolmSubtitleParser, SecondWithoutGRepeatsTheBuffersFirstSlot)
 {
     // At the start the slot holds zeros.
     const auto atStart = loadSubtitle(SubtitleBuilder().block(kFixA).gsensorBlocks(3, 5));
-    EXPECT_EQ(gxValues(*atStart), std::vector<int>({ 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 5, 5, 5, 5, 6, 6, 6, 7, 7, 7 }));
+    EXPECT_EQ(gxValues(*atStart),
+        std::vector<int>({ 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 5, 5, 5, 5, 6, 6, 6, 7, 7, 7 }));
     EXPECT_EQ(atStart->gpsDataCount(), 20);
 
     // Later it holds the first sample of the last second that had one.
-    const auto later = loadSubtitle(SubtitleBuilder().gsensorBlocks(2, 40).block(kFixA).block(kFixV));
-    EXPECT_EQ(gxValues(*later), std::vector<int>({ 40, 40, 40, 40, 40, 41, 41, 41, 41, 41, 40, 40, 40,
-                                    40, 40, 40, 40, 40, 40, 40 }));
+    const auto later
+        = loadSubtitle(SubtitleBuilder().gsensorBlocks(2, 40).block(kFixA).block(kFixV));
+    EXPECT_EQ(gxValues(*later),
+        std::vector<int>(
+            { 40, 40, 40, 40, 40, 41, 41, 41, 41, 41, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40 }));
     EXPECT_EQ(later->gpsDataCount(), 10);
 }
 
 TEST(TolmSubtitleParser, CarRepeatsTheLastSample)
 {
     const auto data = loadSubtitle(SubtitleBuilder()
-            .block("CAR,9,8,-7")
-            .block(kFixA)
-            .block("gsensor,1,2,3")
-            .block("CAR,50,50,50")
-            .block("CAR")
-            .block(kFixA)
-            .block("CAR")); // short, nothing before it in its second
-    EXPECT_EQ(gxValues(*data), std::vector<int>({ 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 1, 1, 1, 1, 1, 1, 1,
-                                   1, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 }));
+                                       .block("CAR,9,8,-7")
+                                       .block(kFixA)
+                                       .block("gsensor,1,2,3")
+                                       .block("CAR,50,50,50")
+                                       .block("CAR")
+                                       .block(kFixA)
+                                       .block("CAR")); // short, nothing before it in its second
+    EXPECT_EQ(gxValues(*data),
+        std::vector<int>({ 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0,
+            0, 0, 0, 0, 0, 0 }));
     EXPECT_EQ(data->getGz(0), -7);
 }
 
@@ -135,13 +144,15 @@ TEST(TolmSubtitleParser, SemicolonJoinsTwoFieldLists)
     EXPECT_EQ(plain->gpsDataCount(), 0);
 
     // After "gsensori" it is read as the second's sentence.
-    const auto scaled = loadSubtitle(SubtitleBuilder().block("gsensori,1,256,256,0,0;" + kFixA + ";dropped"));
+    const auto scaled
+        = loadSubtitle(SubtitleBuilder().block("gsensori,1,256,256,0,0;" + kFixA + ";dropped"));
     ASSERT_EQ(scaled->clipDataCount(), 10);
     EXPECT_EQ(samples(*scaled)[9], Sample({ 128, 0, 0, 37.3874588f, 126.973503f, 19 }));
     EXPECT_EQ(scaled->gpsDataCount(), 10);
 
     // Without the knots field (13 fields) the speed reads as 0.
-    const auto noKnots = loadSubtitle(SubtitleBuilder().block("gsensori,1,256,256,0,0;GPRMC,1,A,3723.2475,N,12658.4100,E"));
+    const auto noKnots = loadSubtitle(
+        SubtitleBuilder().block("gsensori,1,256,256,0,0;GPRMC,1,A,3723.2475,N,12658.4100,E"));
     ASSERT_EQ(noKnots->clipDataCount(), 10);
     EXPECT_EQ(noKnots->getGpsSpeed(0), 0);
     EXPECT_EQ(noKnots->gpsDataCount(), 10);
@@ -153,7 +164,6 @@ TEST(TolmSubtitleParser, FileWithoutGpsKeepsOneSamplePerRecord)
     EXPECT_EQ(data->clipDataCount(), 25);
     EXPECT_EQ(data->getGx(24), 24);
     EXPECT_EQ(data->gpsDataCount(), 0);
-
 }
 
 TEST(TolmSubtitleParser, FullClipAndCapacity)
