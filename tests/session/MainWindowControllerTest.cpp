@@ -1,0 +1,230 @@
+// The main window's coordinator: card identification and its model text,
+// re-identification on mount and unmount, the chosen folder, double-clicks,
+// and copies, stills and prints of the clip in the large view.
+#include "CardBuilder.h"
+#include "CardTreeBuilder.h"
+#include "FakeVolumeSource.h"
+#include "RecordingAlertSink.h"
+#include "RecordingProcessRunner.h"
+#include "RecordingSessionView.h"
+#include "ScriptedPlayerView.h"
+#include "SetupCfgBuilder.h"
+#include "TestFiles.h"
+
+#include "app/LocalizationKeys.h"
+#include "app/TavroLanguages.h"
+#include "app/session/MainWindowController.h"
+#include "app/session/PlaybackSession.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeWatcher.h"
+#include "library/ClipLibrary.h"
+#include "library/Utils.h"
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray setupNamed(const QByteArray& name)
+{
+    return SetupCfgBuilder(432).sizeWord(432).productName(name).bytes();
+}
+
+class MainWindowControllerTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_dir.isValid());
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        Utils::SetFFMPEGPath(QStringLiteral("/usr/bin/ffmpeg-under-test"));
+        m_big.setAutoPrepareDuration(60.0);
+        m_small.setAutoPrepareDuration(60.0);
+        MainWindowController::Options options;
+        options.processRunner = &m_runner;
+        options.workingDirectory = m_dir.filePath(QStringLiteral("work"));
+        options.alertSink = &m_alerts;
+        m_controller = std::make_unique<MainWindowController>(m_big, m_small, m_view, options);
+    }
+    void TearDown() override
+    {
+        m_controller.reset();
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        Utils::SetFFMPEGPath(QString());
+    }
+
+    // An identified card with a front/rear .mp4 pair and one .avi clip.
+    void writeCard()
+    {
+        m_card.setupCfg(setupNamed("Orlo"));
+        CardTreeBuilder tree(m_card.root());
+        m_front = tree.add(QStringLiteral("cont_rec/0101_F.mp4"), "front bytes");
+        m_rear = tree.add(QStringLiteral("cont_rec/0101_R.mp4"), "rear bytes");
+        tree.add(QStringLiteral("evt_rec/0102.avi"), "avi bytes");
+    }
+
+    static void settle()
+    {
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    ClipLibrary& library() { return m_controller->library(); }
+    PlaybackSession& session() { return m_controller->session(); }
+
+    QTemporaryDir m_dir;
+    CardBuilder m_card;
+    QString m_front;
+    QString m_rear;
+    RecordingProcessRunner m_runner;
+    RecordingAlertSink m_alerts;
+    ScriptedPlayerView m_big;
+    ScriptedPlayerView m_small;
+    RecordingSessionView m_view;
+    std::unique_ptr<MainWindowController> m_controller;
+};
+
+} // namespace
+
+TEST_F(MainWindowControllerTest, IdentifiedCardListsItsClipsAndEnablesSettings)
+{
+    writeCard();
+    auto volumes = std::make_shared<FakeVolumeSource>();
+    volumes->add(m_card.root(), true, true);
+    ScopedVolumeSource scope(volumes);
+    QSignalSpy spy(m_controller.get(), &MainWindowController::modelInfoChanged);
+
+    m_controller->showMainWindow();
+    const qint64 type = TolmSettingManager::SharedTolmSettingManager()->modelType();
+    ASSERT_GE(type, 0);
+    const QString name = TolmSettingManager::modelNameList().at(type);
+    EXPECT_EQ(m_controller->modelText(), name);
+    EXPECT_TRUE(m_controller->isSettingsButtonEnabled());
+    ASSERT_FALSE(spy.isEmpty());
+    EXPECT_EQ(spy.last().at(0).toString(), name);
+    EXPECT_TRUE(spy.last().at(1).toBool());
+    EXPECT_EQ(library().numberOfRows(), 3);
+    EXPECT_EQ(library().selectedRow(), 0);
+    EXPECT_EQ(library().videoFileFilterGroupA(), 0);
+    // The window starts with the controls off and nothing playing.
+    EXPECT_FALSE(m_view.videoControlsEnabled);
+    EXPECT_EQ(m_view.muteImage, QStringLiteral("volume1"));
+    EXPECT_EQ(m_view.speed, 0);
+    EXPECT_TRUE(session().currentVideoUrl().isEmpty());
+}
+
+TEST_F(MainWindowControllerTest, UnknownCardEmptiesTheListUntilACardIsMounted)
+{
+    writeCard();
+    auto volumes = std::make_shared<FakeVolumeSource>();
+    ScopedVolumeSource scope(volumes);
+    const QString mountInfo = m_dir.filePath(QStringLiteral("mountinfo"));
+    TestFiles::write(mountInfo, "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n");
+    VolumeWatcher watcher(mountInfo);
+    watcher.rescan();
+    m_controller->attachVolumeWatcher(watcher);
+
+    m_controller->selectFolderButtonTouched(QUrl::fromLocalFile(m_card.root()));
+    ASSERT_EQ(library().numberOfRows(), 3); // a folder chosen by hand
+
+    m_controller->updateModelInfo();
+    EXPECT_EQ(library().numberOfRows(), 0);
+    EXPECT_TRUE(library().selectedDirText().isEmpty());
+    EXPECT_FALSE(m_controller->isSettingsButtonEnabled());
+    EXPECT_EQ(m_controller->modelText(),
+        TavroLanguages::SharedTavroLanguages().localized(LocalizationKeys::kUnknown));
+
+    // The card is inserted: the watcher's mount re-identifies it.
+    volumes->add(m_card.root(), true, true);
+    TestFiles::write(mountInfo, "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
+                                "40 22 8:17 / " + m_card.root().toUtf8() + " rw - vfat /dev/sdb1 rw\n");
+    watcher.rescan();
+    EXPECT_EQ(library().numberOfRows(), 3);
+    EXPECT_TRUE(m_controller->isSettingsButtonEnabled());
+
+    // Cancelling the folder dialog changes nothing.
+    m_controller->selectFolderButtonTouched(QUrl());
+    EXPECT_EQ(library().numberOfRows(), 3);
+}
+
+TEST_F(MainWindowControllerTest, DoubleClickSelectsAndPlaysTheRow)
+{
+    writeCard();
+    m_controller->selectFolderButtonTouched(QUrl::fromLocalFile(m_card.root()));
+    ASSERT_EQ(library().numberOfRows(), 3);
+    m_controller->videoFileListDoubleClicked(1);
+    settle();
+    EXPECT_EQ(library().selectedRow(), 1);
+    EXPECT_EQ(session().currentVideoUrl(), library().row(1).url);
+    EXPECT_FALSE(session().isVideoPaused());
+    m_controller->videoFileListDoubleClicked(7); // no such row
+    EXPECT_EQ(session().currentVideoUrl(), library().row(1).url);
+}
+
+TEST_F(MainWindowControllerTest, SaveACopyOfTheClipInTheLargeView)
+{
+    writeCard();
+    m_controller->selectFolderButtonTouched(QUrl::fromLocalFile(m_card.root()));
+    int row = -1;
+    for (int i = 0; i < library().numberOfRows(); ++i)
+        if (library().row(i).path == m_front)
+            row = i;
+    ASSERT_GE(row, 0);
+    m_controller->videoFileListDoubleClicked(row);
+    settle();
+    EXPECT_EQ(m_controller->saveFileSourceUrl(), QUrl::fromLocalFile(m_front));
+
+    session().toggleVideoSwithButtonTouched(); // the rear camera is now large
+    EXPECT_EQ(m_controller->saveFileSourceUrl(), QUrl::fromLocalFile(m_rear));
+    const QString copy = m_dir.filePath(QStringLiteral("copy.mp4"));
+    EXPECT_TRUE(m_controller->saveFileButtonTouched(copy));
+    EXPECT_EQ(TestFiles::read(copy), QByteArray("rear bytes"));
+
+    // An existing file is left alone, silently.
+    session().toggleVideoSwithButtonTouched();
+    EXPECT_FALSE(m_controller->saveFileButtonTouched(copy));
+    EXPECT_EQ(TestFiles::read(copy), QByteArray("rear bytes"));
+    EXPECT_TRUE(m_alerts.requests().isEmpty());
+
+    library().setSelectedRow(-1);
+    EXPECT_TRUE(m_controller->saveFileSourceUrl().isEmpty());
+    EXPECT_FALSE(m_controller->saveFileButtonTouched(m_dir.filePath(QStringLiteral("none.mp4"))));
+}
+
+TEST_F(MainWindowControllerTest, StillImageAsPngAndForPrinting)
+{
+    writeCard();
+    m_controller->selectFolderButtonTouched(QUrl::fromLocalFile(m_card.root()));
+    const QString still = m_dir.filePath(QStringLiteral("still.png"));
+    EXPECT_FALSE(m_controller->saveSnapshot(still)); // no clip, no picture
+    EXPECT_TRUE(m_controller->printButtonTouched().isNull());
+
+    int row = -1;
+    for (int i = 0; i < library().numberOfRows(); ++i)
+        if (library().row(i).path == m_front)
+            row = i;
+    ASSERT_GE(row, 0);
+    m_controller->videoFileListDoubleClicked(row);
+    settle();
+    QImage picture(8, 6, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    m_big.setSnapshotImage(picture);
+    m_big.setCurrentTime(2.0);
+
+    EXPECT_EQ(m_controller->snapshotButtonTouched(), QStringLiteral("0101_F_2000.png"));
+    EXPECT_TRUE(session().isVideoPaused());
+    ASSERT_TRUE(m_controller->saveSnapshot(still));
+    EXPECT_TRUE(TestFiles::read(still).startsWith("\x89PNG"));
+    const QImage saved(still);
+    EXPECT_EQ(saved.size(), QSize(8, 6));
+    EXPECT_EQ(saved.pixelColor(3, 3), QColor(Qt::red));
+    EXPECT_FALSE(m_controller->saveSnapshot(m_dir.filePath(QStringLiteral("missing/dir/x.png"))));
+
+    session().playVideo();
+    const QImage printed = m_controller->printButtonTouched();
+    EXPECT_TRUE(session().isVideoPaused());
+    EXPECT_EQ(printed.size(), QSize(8, 6));
+}

@@ -1,0 +1,182 @@
+// The playback tick: which telemetry sample is shown at which media time, how
+// often the read-outs and the map refresh, the time text, and seeking.
+#include "SessionFixture.h"
+
+#include "app/session/SessionTexts.h"
+
+namespace {
+
+class PlaybackTickTest : public SessionTest {
+protected:
+    // Plays a clip with `samples` telemetry samples (65 s at most).
+    void playTelemetryClip(int samples, bool withGps = true)
+    {
+        addAviClip(QStringLiteral("cont_rec/drive.avi"), samples, withGps);
+        refresh();
+        playRow(0);
+        ASSERT_FALSE(m_session->isVideoPaused());
+    }
+
+    struct TickResult {
+        bool sensorsRefreshed;
+        bool mapMoved;
+    };
+
+    // One tick with the large view at `seconds`.
+    TickResult tickAt(double seconds)
+    {
+        const int sensorUpdates = m_view.sensorUpdates;
+        const qsizetype mapMoves = m_view.mapMoves.size();
+        m_big.pinTime(seconds);
+        m_session->playVideoTimerCallback();
+        return { m_view.sensorUpdates != sensorUpdates, m_view.mapMoves.size() != mapMoves };
+    }
+};
+
+// What the read-outs show for sample n of the test clips.
+QString readoutsOfSample(int n)
+{
+    return QString::asprintf("%.3f %.3f 1.000 37.%04d 127.%04d", n / 128.0, -n / 128.0, n, n);
+}
+
+} // namespace
+
+TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndFreezesPastTheLast)
+{
+    playTelemetryClip(650);
+    const struct {
+        double seconds;
+        int sample; // the sample the read-outs show afterwards
+    } steps[] = {
+        { 12.34, 123 }, { 30.05, 300 }, { 64.95, 649 },
+        { 65.0, 649 }, // index 650: no sample, the read-outs keep their values
+        { 100.0, 649 }, { 179.9, 649 },
+    };
+    for (const auto& step : steps) {
+        tickAt(step.seconds);
+        EXPECT_EQ(m_view.sensorText(), readoutsOfSample(step.sample)) << step.seconds;
+        EXPECT_EQ(m_view.speed, step.sample % 200) << step.seconds;
+        ASSERT_FALSE(m_view.mapMoves.isEmpty());
+        EXPECT_EQ(m_view.mapMoves.last().first, 37.0f + step.sample / 10000.0f) << step.seconds;
+        EXPECT_EQ(m_view.seekValue, step.seconds);
+    }
+    EXPECT_EQ(m_view.sensorText(), QStringLiteral("5.070 -5.070 1.000 37.0649 127.0649"));
+    EXPECT_EQ(m_view.playTimeText, QStringLiteral("02:59/03:00"));
+}
+
+TEST_F(PlaybackTickTest, ReadoutsRefreshAfterMoreThanThreeTenthsAndTheMapAfterMoreThanASecond)
+{
+    playTelemetryClip(650);
+    const struct {
+        double seconds;
+        bool sensors;
+        bool map;
+    } steps[] = {
+        { 0.2, false, false },
+        { 0.31, true, false },
+        { 0.61, false, false },  // 0.3 later is not more than the single-precision 0.3
+        { 0.6101, true, false }, // 0.3001 later is
+        { 1.2, true, true },
+        { 2.1, true, false },
+        { 2.3, false, true }, // 0.2 after the read-outs, 1.1 after the map
+        { 2.61, true, false },
+    };
+    for (const auto& step : steps) {
+        const TickResult result = tickAt(step.seconds);
+        EXPECT_EQ(result.sensorsRefreshed, step.sensors) << step.seconds;
+        EXPECT_EQ(result.mapMoved, step.map) << step.seconds;
+    }
+}
+
+TEST_F(PlaybackTickTest, ClipWithoutTelemetryUpdatesOnlyTheTime)
+{
+    playTelemetryClip(0);
+    EXPECT_EQ(m_view.graphClipDataCount, 0);
+    const int sensorUpdates = m_view.sensorUpdates;
+    tickAt(5.5);
+    EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:05/03:00"));
+    EXPECT_EQ(m_view.sensorUpdates, sensorUpdates);
+    EXPECT_EQ(m_view.sensorText(), QStringLiteral("0.000 0.000 0.000 0.0000 0.0000"));
+    EXPECT_TRUE(m_view.mapMoves.isEmpty());
+}
+
+TEST_F(PlaybackTickTest, TimeText)
+{
+    const struct {
+        double time;
+        double duration;
+        const char* text;
+    } cases[] = {
+        { 59.9, 61.2, "00:59/01:01" },
+        { 0.0, 0.0, "00:00/00:00" },
+        { 61.999, 180.0, "01:01/03:00" },
+        { 3599.99, 3600.0, "59:59/60:00" },
+        { 4500.0, 4500.0, "75:00/75:00" }, // minutes are not wrapped at 60
+    };
+    for (const auto& c : cases) {
+        m_session->updatePlayTime(c.time, c.duration);
+        EXPECT_EQ(m_view.playTimeText, QString::fromLatin1(c.text)) << c.time << " " << c.duration;
+        EXPECT_EQ(SessionTexts::playTimeText(c.time, c.duration), QString::fromLatin1(c.text));
+    }
+}
+
+TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondInBothViewsAndRefreshesAtTheNextTick)
+{
+    playTelemetryClip(650);
+    tickAt(30.05);
+    m_big.clearCalls();
+    m_small.clearCalls();
+
+    m_session->seekTimeSliderTouchedDown();
+    m_session->seekTimeSliderDragged(20.0); // dragging does not seek
+    EXPECT_TRUE(m_big.calls().isEmpty());
+    m_session->seekTimeSliderTouchedUp(12.7);
+    EXPECT_EQ(m_big.calls(), QStringList { QStringLiteral("setCurrentTime 12.7") });
+    EXPECT_EQ(m_small.calls(), QStringList { QStringLiteral("setCurrentTime 12.7") });
+    EXPECT_EQ(m_big.currentTime(), 13.0);
+    EXPECT_EQ(m_small.currentTime(), 13.0);
+    EXPECT_FALSE(m_session->isVideoPaused()); // seeking does not pause
+
+    const int sensorUpdates = m_view.sensorUpdates;
+    const qsizetype mapMoves = m_view.mapMoves.size();
+    m_session->playVideoTimerCallback();
+    EXPECT_EQ(m_view.sensorUpdates, sensorUpdates + 1);
+    EXPECT_EQ(m_view.mapMoves.size(), mapMoves + 1);
+    EXPECT_EQ(m_view.sensorText(), readoutsOfSample(130));
+    EXPECT_EQ(m_view.seekValue, 13.0);
+    EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:13/03:00"));
+}
+
+TEST_F(PlaybackTickTest, MapCoverAndPositions)
+{
+    playTelemetryClip(650, false);
+    EXPECT_TRUE(m_view.mapCovered);
+    EXPECT_FALSE(m_view.gpsIndicatorVisible);
+    EXPECT_EQ(m_view.routesAdded, 0);
+    tickAt(5.0);
+    EXPECT_TRUE(m_view.mapCovered);
+    EXPECT_TRUE(m_view.mapMoves.isEmpty());
+
+    addAviClip(QStringLiteral("cont_rec/gps.avi"), 300, true);
+    refresh();
+    playRow(1);
+    ASSERT_EQ(m_session->currentVideoUrl(), rowUrl(1));
+    EXPECT_TRUE(m_view.gpsIndicatorVisible);
+    EXPECT_EQ(m_view.routesAdded, 1);
+    EXPECT_EQ(m_view.routeGpsCount, 300);
+    tickAt(5.0);
+    EXPECT_FALSE(m_view.mapCovered);
+    ASSERT_EQ(m_view.mapMoves.size(), 1);
+
+    // The same position is not sent again; a zero position covers the map.
+    m_session->updateMapWithLat(37.5f, 127.25f);
+    m_session->updateMapWithLat(37.5f, 127.25f);
+    EXPECT_EQ(m_view.mapMoves.size(), 2);
+    EXPECT_FALSE(m_view.mapCovered);
+    m_session->updateMapWithLat(0.0f, 0.0f);
+    EXPECT_TRUE(m_view.mapCovered);
+    EXPECT_EQ(m_view.mapMoves.size(), 2);
+    m_session->updateMapWithLat(0.0f, 127.25f);
+    EXPECT_FALSE(m_view.mapCovered);
+    EXPECT_EQ(m_view.mapMoves.size(), 3);
+}

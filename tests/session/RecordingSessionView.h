@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/session/SessionView.h"
+
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+
+// Keeps what the playback session last showed, and the calls that matter for
+// order (map moves, route, full screen), for tests that run the session
+// without widgets.
+class RecordingSessionView final : public SessionView {
+public:
+    void setPlayTimeText(const QString& text) override { playTimeText = text; }
+    void setSeekMaximum(double seconds) override { seekMaximum = seconds; }
+    void setSeekValue(double seconds) override { seekValue = seconds; }
+    void setSensorTexts(const QString& gx, const QString& gy, const QString& gz, const QString& lat,
+        const QString& lng) override;
+    void setSpeedometerSpeed(int kmh) override { speed = kmh; }
+    void setGraphClipData(const TavroClipData& clipData) override;
+    void addMapRoute(const TavroClipData& clipData) override;
+    void moveMapToLat(float lat, float lng) override { mapMoves.append({ lat, lng }); }
+    void setMapCovered(bool covered) override { mapCovered = covered; }
+    void setGpsIndicatorVisible(bool visible) override { gpsIndicatorVisible = visible; }
+    void setIndicatorImages(const QString& shock, const QString& earth) override;
+    void setMovieCoversVisible(bool big, bool small) override;
+    void setPlayPauseImage(const QString& name) override { playPauseImage = name; }
+    void setMuteImage(const QString& name) override { muteImage = name; }
+    void setVolumeSliderValue(float volume) override { volumeSliderValue = volume; }
+    void setVolumeSliderEnabled(bool enabled) override { volumeSliderEnabled = enabled; }
+    void setVideoControlsEnabled(bool enabled) override { videoControlsEnabled = enabled; }
+    void setSwapButtonEnabled(bool enabled) override { swapButtonEnabled = enabled; }
+    void changeVideoScale(double scale) override { videoScale = scale; }
+    void enterScrollMode(bool enabled) override { scrollMode = enabled; }
+    void showFullScreenMovie(bool smallView) override;
+    void hideFullScreenMovie() override { events << QStringLiteral("hideFullScreen"); }
+    void setBusy(bool busy) override { events << (busy ? QStringLiteral("busy") : QStringLiteral("idle")); }
+    void minimizeWindow() override { events << QStringLiteral("minimize"); }
+    void quitApplication() override { events << QStringLiteral("quit"); }
+
+    // "gx gy gz lat lng" as shown, e.g. "0.500 -1.000 1.000 37.5000 127.0000".
+    QString sensorText() const { return sensorTexts.join(QLatin1Char(' ')); }
+
+    QString playTimeText;
+    double seekMaximum = -1.0;
+    double seekValue = -1.0;
+    QStringList sensorTexts;
+    int sensorUpdates = 0;
+    int speed = -1;
+    int graphClipDataCount = -1; // samples of the record the graph got
+    int routeGpsCount = -1;      // GPS samples of the route sent to the map
+    int routesAdded = 0;
+    QList<QPair<float, float>> mapMoves;
+    bool mapCovered = false;
+    bool gpsIndicatorVisible = false;
+    QString shockImage;
+    QString earthImage;
+    bool bigCoverVisible = true;
+    bool smallCoverVisible = true;
+    QString playPauseImage;
+    QString muteImage;
+    float volumeSliderValue = -1.0f;
+    bool volumeSliderEnabled = true;
+    bool videoControlsEnabled = false;
+    bool swapButtonEnabled = false;
+    double videoScale = 0.0;
+    bool scrollMode = false;
+    QStringList events; // busy/idle, full screen, minimize, quit
+};

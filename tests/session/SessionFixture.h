@@ -1,0 +1,76 @@
+#pragma once
+
+#include "CardTreeBuilder.h"
+#include "RecordingAlertSink.h"
+#include "RecordingProcessRunner.h"
+#include "RecordingSessionView.h"
+#include "ScriptedPlayerView.h"
+
+#include "app/session/PlaybackSession.h"
+#include "library/ClipConverter.h"
+#include "library/ClipLibrary.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+
+// A scripted player whose media time can be pinned to any value (the
+// scripted one moves in tenths of a second); a seek releases the pin.
+class TimedPlayerView final : public ScriptedPlayerView {
+public:
+    void pinTime(double seconds) { m_pinned = seconds; }
+    double currentTime() const override
+    {
+        return m_pinned ? *m_pinned : ScriptedPlayerView::currentTime();
+    }
+    void setCurrentTime(double seconds) override
+    {
+        m_pinned.reset();
+        ScriptedPlayerView::setCurrentTime(seconds);
+    }
+
+private:
+    std::optional<double> m_pinned;
+};
+
+// A playback session over a card folder the test writes, a recording ffmpeg
+// stand-in, two scripted player views, a recording view and alert sink.
+class SessionTest : public ::testing::Test {
+protected:
+    static constexpr double kClipSeconds = 180.0;
+
+    void SetUp() override;
+    void TearDown() override;
+
+    // A two-camera AVI clip (one file, two video streams) at `relativePath`
+    // whose telemetry tail holds `samples` samples (see sampleLine).
+    QString addAviClip(const QString& relativePath, int samples, bool withGps = true, int videoStreams = 2);
+    // An .mp4 clip; the stand-in converts it and extracts an empty subtitle file.
+    QString addMp4Clip(const QString& relativePath);
+    // Lists the card's clips (row 0 selected).
+    void refresh();
+    // Selects and plays the row, then lets the views report.
+    void playRow(int row);
+    // Delivers the queued player callbacks.
+    static void settle();
+    QUrl rowUrl(int row) const { return m_library.row(row).url; }
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<CardTreeBuilder> m_card;
+    RecordingProcessRunner m_runner;
+    std::unique_ptr<ClipConverter> m_converter;
+    ClipLibrary m_library;
+    TimedPlayerView m_big;
+    TimedPlayerView m_small;
+    RecordingSessionView m_view;
+    RecordingAlertSink m_alerts;
+    std::unique_ptr<PlaybackSession> m_session;
+};
+
+// The telemetry of sample n in the clips addAviClip writes: gx = n, gy = -n,
+// gz = 128 (1 g), speed n % 200 km/h, latitude 37 + n/10000, longitude
+// 127 + n/10000 (or no position).
+QByteArray sampleLine(int n, bool withGps);
