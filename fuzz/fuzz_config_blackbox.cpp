@@ -21,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     kel.setValueForKey(QStringLiteral("voice_out="), QStringLiteral("0"));
     kel.valueForKey(QStringLiteral("model="));
     kel.removeTimeDateDelimiters();
-    kel.addTimeDateDelimiters(KelSettingManager::clockLines(QDateTime(QDate(2016, 3, 7), QTime(14, 5, 9))));
+    kel.addTimeDateDelimiters(
+        KelSettingManager::clockLines(QDateTime(QDate(2016, 3, 7), QTime(14, 5, 9))));
     if (kel.linedSettings().size() > before + 6)
         std::abort();
     return 0;

@@ -16,11 +16,21 @@ QString jsonString(const QString& text)
     out += u'"';
     for (const QChar c : text) {
         switch (c.unicode()) {
-        case u'"': out += QLatin1String("\\\""); break;
-        case u'\\': out += QLatin1String("\\\\"); break;
-        case u'\n': out += QLatin1String("\\n"); break;
-        case u'\r': out += QLatin1String("\\r"); break;
-        case u'\t': out += QLatin1String("\\t"); break;
+        case u'"':
+            out += QLatin1String("\\\"");
+            break;
+        case u'\\':
+            out += QLatin1String("\\\\");
+            break;
+        case u'\n':
+            out += QLatin1String("\\n");
+            break;
+        case u'\r':
+            out += QLatin1String("\\r");
+            break;
+        case u'\t':
+            out += QLatin1String("\\t");
+            break;
         default:
             if (c.unicode() < 0x20)
                 out += QStringLiteral("\\u%1").arg(int(c.unicode()), 4, 16, QLatin1Char('0'));
@@ -40,10 +50,11 @@ QString jsonText(const QString& text)
 QString recordJson(const TolmSettingManager& manager)
 {
     const int count = manager.getSettingVariableCount();
-    QString json = QStringLiteral("{\"modelType\":%1,\"fieldCount\":%2,\"recordSize\":%3,\"fields\":{")
-                       .arg(manager.modelType())
-                       .arg(count)
-                       .arg(manager.getSaveDataSize());
+    QString json
+        = QStringLiteral("{\"modelType\":%1,\"fieldCount\":%2,\"recordSize\":%3,\"fields\":{")
+              .arg(manager.modelType())
+              .arg(count)
+              .arg(manager.getSaveDataSize());
     for (int i = 0; i < count && i < SetupRecordLayout::kFieldCount; ++i) {
         const SetupFieldInfo& info = SetupRecordLayout::kFields[size_t(i)];
         const auto field = SetupField(i);

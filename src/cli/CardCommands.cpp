@@ -21,8 +21,8 @@ int runCardCommand(const QStringList& args, CliIo& io)
     manager->refreshModelName();
     const QString version = manager->loadVersionSDPath(dir);
 
-    io.out << "{\"modelType\":" << manager->modelType()
-           << ",\"modelName\":" << CardCli::jsonString(manager->modelType() < 0 ? QString() : manager->modelName())
+    io.out << "{\"modelType\":" << manager->modelType() << ",\"modelName\":"
+           << CardCli::jsonString(manager->modelType() < 0 ? QString() : manager->modelName())
            << ",\"localID\":" << manager->localID()
            << ",\"firmwareVersionInt\":" << manager->firmwareVersionInt()
            << ",\"version\":" << CardCli::jsonString(version)

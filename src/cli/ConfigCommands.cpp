@@ -13,8 +13,8 @@
 // [--firmware V] [NAME=VALUE ...]: the camera's binary settings record.
 namespace {
 
-const QString kSynopsis = QStringLiteral(
-    "config show|load|set|defaults DIR [--model-type T] [--local-id L] [--firmware V] [NAME=VALUE...]");
+const QString kSynopsis = QStringLiteral("config show|load|set|defaults DIR [--model-type T] "
+                                         "[--local-id L] [--firmware V] [NAME=VALUE...]");
 
 struct Assignment {
     SetupField field;
@@ -50,7 +50,8 @@ QString parseAssignment(const QString& word, QList<Assignment>& assignments)
         return QStringLiteral("unknown field '%1'").arg(word.left(eq));
     const QString value = word.mid(eq + 1);
     if (SetupRecordLayout::kFields[size_t(index)].kind != SetupFieldKind::Text
-        && !parseInteger(value, std::numeric_limits<qint32>::min(), std::numeric_limits<quint32>::max()))
+        && !parseInteger(
+            value, std::numeric_limits<qint32>::min(), std::numeric_limits<quint32>::max()))
         return QStringLiteral("'%1' is not a 32-bit integer").arg(value);
     assignments.append({ SetupField(index), value });
     return {};
@@ -58,7 +59,8 @@ QString parseAssignment(const QString& word, QList<Assignment>& assignments)
 
 QString parseOption(const QString& name, const QString& value, ConfigOptions& options)
 {
-    const auto number = parseInteger(value, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
+    const auto number = parseInteger(
+        value, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
     if (!number)
         return QStringLiteral("%1 needs an integer, got '%2'").arg(name, value);
     if (name == QLatin1String("--model-type"))
@@ -78,8 +80,8 @@ QString parseArguments(const QStringList& args, ConfigOptions& options)
         return QStringLiteral("expected an action and a card folder");
     options.action = args[0];
     options.dir = args[1];
-    static const QStringList kOptions { QStringLiteral("--model-type"), QStringLiteral("--local-id"),
-        QStringLiteral("--firmware") };
+    static const QStringList kOptions { QStringLiteral("--model-type"),
+        QStringLiteral("--local-id"), QStringLiteral("--firmware") };
     for (qsizetype i = 2; i < args.size(); ++i) {
         QString problem;
         if (kOptions.contains(args[i])) {

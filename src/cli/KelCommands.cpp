@@ -72,15 +72,18 @@ int runKelCommand(const QStringList& args, CliIo& io)
             return CardCli::usage(io, kSynopsis, QStringLiteral("show takes only the card folder"));
     } else if (action == QLatin1String("set")) {
         if (rest.isEmpty())
-            return CardCli::usage(io, kSynopsis, QStringLiteral("set needs at least one KEY=VALUE"));
+            return CardCli::usage(
+                io, kSynopsis, QStringLiteral("set needs at least one KEY=VALUE"));
         for (const QString& edit : rest) {
             if (edit.indexOf(u'=') <= 0)
-                return CardCli::usage(io, kSynopsis, QStringLiteral("expected KEY=VALUE, got '%1'").arg(edit));
+                return CardCli::usage(
+                    io, kSynopsis, QStringLiteral("expected KEY=VALUE, got '%1'").arg(edit));
         }
     } else if (action == QLatin1String("clock")) {
         clock = parseClockOptions(rest);
         if (!clock)
-            return CardCli::usage(io, kSynopsis, QStringLiteral("clock takes --at yyyy-MM-ddTHH:mm:ss"));
+            return CardCli::usage(
+                io, kSynopsis, QStringLiteral("clock takes --at yyyy-MM-ddTHH:mm:ss"));
     } else {
         return CardCli::usage(io, kSynopsis);
     }

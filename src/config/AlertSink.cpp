@@ -2,7 +2,6 @@
 
 #include "config/ConfigLog.h"
 
-
 namespace {
 
 class LoggingAlertSink final : public AlertSink {

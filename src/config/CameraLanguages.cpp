@@ -202,8 +202,8 @@ CameraLanguageList parseVerDat(const QByteArray& bytes)
     static const QRegularExpression kAnnouncement(
         QStringLiteral("#\\s+Language ISO Code:(.+?)\\s*$"),
         QRegularExpression::UseUnicodePropertiesOption);
-    static const QRegularExpression kBlank(QStringLiteral("\\s"),
-                                           QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression kBlank(
+        QStringLiteral("\\s"), QRegularExpression::UseUnicodePropertiesOption);
     CameraLanguageList list;
     const QStringList lines = QString::fromUtf8(bytes).split(u'\n');
     for (const QString& line : lines) {
@@ -221,7 +221,8 @@ CameraLanguageList parseVerDat(const QByteArray& bytes)
 
 CameraLanguageList fallbackLanguages()
 {
-    return { { 0, QStringLiteral("en") }, { 1, QStringLiteral("fr") }, { 4, QStringLiteral("es") } };
+    return { { 0, QStringLiteral("en") }, { 1, QStringLiteral("fr") },
+        { 4, QStringLiteral("es") } };
 }
 
 QStringList languageCodes()

@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-
 namespace CardFiles {
 
 QString findSettingFile(const QString& cardRoot, const QString& relative, Lookup order)

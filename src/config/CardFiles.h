@@ -15,8 +15,8 @@ enum class Lookup { LowerFirst, UpperFirst };
 
 // The first existing file `relative` (e.g. "setup.cfg", "lang/ver.dat") under
 // the card's setting folder, or an empty string.
-QString findSettingFile(const QString& cardRoot, const QString& relative,
-                        Lookup order = Lookup::UpperFirst);
+QString findSettingFile(
+    const QString& cardRoot, const QString& relative, Lookup order = Lookup::UpperFirst);
 
 // The path a write of `relative` goes to: <cardRoot>/SETTING/<relative>.
 QString settingWritePath(const QString& cardRoot, const QString& relative);

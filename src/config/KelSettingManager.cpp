@@ -14,7 +14,8 @@ const QString kBlackboxFile = QStringLiteral("blackbox.cfg");
 const QString kDefaultResource = QStringLiteral(":/config/default_Wenna.cfg");
 const QString kClockSetKey = QStringLiteral("set=");
 const QStringList kClockKeys { QStringLiteral("year="), QStringLiteral("month="),
-    QStringLiteral("day="), QStringLiteral("hour="), QStringLiteral("min="), QStringLiteral("sec=") };
+    QStringLiteral("day="), QStringLiteral("hour="), QStringLiteral("min="),
+    QStringLiteral("sec=") };
 
 std::unique_ptr<KelSettingManager>& sharedManager()
 {
@@ -31,7 +32,10 @@ qsizetype indexOfKey(const QStringList& lines, const QString& key)
     return -1;
 }
 
-bool isBlank(QChar c) { return c == u' ' || c == u'\t'; }
+bool isBlank(QChar c)
+{
+    return c == u' ' || c == u'\t';
+}
 
 } // namespace
 
@@ -95,7 +99,8 @@ void KelSettingManager::loadData()
 
 void KelSettingManager::loadDefaultValue()
 {
-    if (TolmSettingManager::SharedTolmSettingManager()->modelType() == ModelCatalogue::kWennaModelType)
+    if (TolmSettingManager::SharedTolmSettingManager()->modelType()
+        == ModelCatalogue::kWennaModelType)
         loadDefaultData_Wenna();
 }
 
@@ -108,7 +113,8 @@ void KelSettingManager::loadDefaultData_Wenna()
 bool KelSettingManager::saveData()
 {
     const QString root = TolmSettingManager::SharedTolmSettingManager()->settingDirPath();
-    if (root.isEmpty() || !CardFiles::writeSettingFile(root, kBlackboxFile, textFromLines(m_linedSettings))) {
+    if (root.isEmpty()
+        || !CardFiles::writeSettingFile(root, kBlackboxFile, textFromLines(m_linedSettings))) {
         showMemoryCardAlert();
         return false;
     }
@@ -137,7 +143,8 @@ QStringList KelSettingManager::clockLines(const QDateTime& dateTime)
 {
     const QDate date = dateTime.date();
     const QTime time = dateTime.time();
-    const int values[] = { date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second() };
+    const int values[]
+        = { date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second() };
     QStringList lines;
     for (qsizetype i = 0; i < kClockKeys.size(); ++i)
         lines.append(kClockKeys[i] + QString::number(values[i]));
@@ -170,16 +177,17 @@ const QList<QMap<QString, QString>>& KelSettingManager::memoryPartitionRatiosArr
 {
     // Each type leaves 5 % of the card unallocated; the camera expects that.
     static const QList<QMap<QString, QString>> kRatios = [] {
-        const auto entry = [](const char* continuous, const char* event, const char* park, const char* manual) {
-            return QMap<QString, QString> {
-                { QStringLiteral("continuous"), QString::fromLatin1(continuous) },
-                { QStringLiteral("event"), QString::fromLatin1(event) },
-                { QStringLiteral("park"), QString::fromLatin1(park) },
-                { QStringLiteral("manual"), QString::fromLatin1(manual) },
-            };
-        };
-        return QList<QMap<QString, QString>> { entry("60", "22", "4", "9"), entry("35", "17", "4", "39"),
-            entry("53", "19", "14", "9") };
+        const auto entry
+            = [](const char* continuous, const char* event, const char* park, const char* manual) {
+                  return QMap<QString, QString> {
+                      { QStringLiteral("continuous"), QString::fromLatin1(continuous) },
+                      { QStringLiteral("event"), QString::fromLatin1(event) },
+                      { QStringLiteral("park"), QString::fromLatin1(park) },
+                      { QStringLiteral("manual"), QString::fromLatin1(manual) },
+                  };
+              };
+        return QList<QMap<QString, QString>> { entry("60", "22", "4", "9"),
+            entry("35", "17", "4", "39"), entry("53", "19", "14", "9") };
     }();
     return kRatios;
 }

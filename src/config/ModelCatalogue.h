@@ -10,7 +10,7 @@ namespace ModelCatalogue {
 inline constexpr qint64 kUnknownModelType = -1;
 inline constexpr qint64 kDraviModelType = 3;
 inline constexpr qint64 kDraviUkModelType = 4;
-inline constexpr qint64 kWennaModelType = 6;         // Kel family: blackbox.cfg
+inline constexpr qint64 kWennaModelType = 6; // Kel family: blackbox.cfg
 inline constexpr qint64 kSelfDescribingModelType = 26; // newer cameras, found by record
 inline constexpr qint64 kDraviUkLocalID = 3;
 inline constexpr int kBaseFieldCount = 60;

@@ -27,7 +27,8 @@ struct SetupFieldInfo {
 namespace SetupRecordLayout {
 
 inline constexpr std::array kFields {
-#define TAVRO_SETUP_FIELD(name, Name, width, kind) SetupFieldInfo { #name, width, SetupFieldKind::kind },
+#define TAVRO_SETUP_FIELD(name, Name, width, kind)                                                 \
+    SetupFieldInfo { #name, width, SetupFieldKind::kind },
 #include "config/SetupFields.def"
 #undef TAVRO_SETUP_FIELD
 };
@@ -38,9 +39,15 @@ inline constexpr int kFieldCount = int(kFields.size());
 // field; no field uses it and no model's count reaches it.
 inline constexpr int kTrailingWidth = 1;
 
-constexpr int index(SetupField field) { return int(field); }
+constexpr int index(SetupField field)
+{
+    return int(field);
+}
 
-constexpr const SetupFieldInfo& info(SetupField field) { return kFields[std::size_t(field)]; }
+constexpr const SetupFieldInfo& info(SetupField field)
+{
+    return kFields[std::size_t(field)];
+}
 
 // Byte offset of the field at index i: the widths of every field before it.
 // An index outside the table gives 0, like the first field.

@@ -58,11 +58,21 @@ bool StorageVolumeSource::isRemovableBlockDevice(const QString& name, const QStr
 bool StorageVolumeSource::isNetworkFileSystem(const QString& type)
 {
     static const QStringList kNetwork {
-        QStringLiteral("nfs"), QStringLiteral("nfs4"), QStringLiteral("cifs"),
-        QStringLiteral("smb3"), QStringLiteral("smbfs"), QStringLiteral("ncpfs"),
-        QStringLiteral("afs"), QStringLiteral("9p"), QStringLiteral("ceph"),
-        QStringLiteral("glusterfs"), QStringLiteral("fuse.sshfs"), QStringLiteral("sshfs"),
-        QStringLiteral("fuse.rclone"), QStringLiteral("davfs"), QStringLiteral("fuse.davfs"),
+        QStringLiteral("nfs"),
+        QStringLiteral("nfs4"),
+        QStringLiteral("cifs"),
+        QStringLiteral("smb3"),
+        QStringLiteral("smbfs"),
+        QStringLiteral("ncpfs"),
+        QStringLiteral("afs"),
+        QStringLiteral("9p"),
+        QStringLiteral("ceph"),
+        QStringLiteral("glusterfs"),
+        QStringLiteral("fuse.sshfs"),
+        QStringLiteral("sshfs"),
+        QStringLiteral("fuse.rclone"),
+        QStringLiteral("davfs"),
+        QStringLiteral("fuse.davfs"),
     };
     return kNetwork.contains(type);
 }
@@ -78,7 +88,8 @@ QList<VolumeInfo> StorageVolumeSource::volumes() const
         volume.rootPath = storage.rootPath();
         volume.device = QString::fromLocal8Bit(storage.device());
         volume.fileSystemType = QString::fromLatin1(storage.fileSystemType());
-        volume.name = storage.name().isEmpty() ? QFileInfo(volume.rootPath).fileName() : storage.name();
+        volume.name
+            = storage.name().isEmpty() ? QFileInfo(volume.rootPath).fileName() : storage.name();
         volume.isLocal = !isNetworkFileSystem(volume.fileSystemType);
         volume.isRemovable = isRemovableBlockDevice(deviceName(storage.device()), m_sysBlockRoot);
         list.append(volume);

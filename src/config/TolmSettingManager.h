@@ -92,7 +92,10 @@ public:
     qint32 intValue(SetupField field) const { return m_values.ints[size_t(field)]; }
     void setIntValue(SetupField field, qint32 value) { m_values.ints[size_t(field)] = value; }
     QString textValue(SetupField field) const { return m_values.texts[size_t(field)]; }
-    void setTextValue(SetupField field, const QString& text) { m_values.texts[size_t(field)] = text; }
+    void setTextValue(SetupField field, const QString& text)
+    {
+        m_values.texts[size_t(field)] = text;
+    }
     const SetupValues& values() const { return m_values; }
     void setValues(const SetupValues& values) { m_values = values; }
 
@@ -102,14 +105,26 @@ public:
     // One getter and one setter per record field, named after the field
     // (front_resolution(), setFront_resolution(...), tz_key(), setTz_key(...)).
 #define TAVRO_SETUP_ACCESSORS_Int(name, Name)                                                      \
-    qint32 name() const { return intValue(SetupField::name); }                                    \
-    void set##Name(qint32 value) { setIntValue(SetupField::name, value); }
+    qint32 name() const                                                                            \
+    {                                                                                              \
+        return intValue(SetupField::name);                                                         \
+    }                                                                                              \
+    void set##Name(qint32 value)                                                                   \
+    {                                                                                              \
+        setIntValue(SetupField::name, value);                                                      \
+    }
 #define TAVRO_SETUP_ACCESSORS_Int32(name, Name) TAVRO_SETUP_ACCESSORS_Int(name, Name)
 #define TAVRO_SETUP_ACCESSORS_UInt16(name, Name) TAVRO_SETUP_ACCESSORS_Int(name, Name)
 #define TAVRO_SETUP_ACCESSORS_Int8(name, Name) TAVRO_SETUP_ACCESSORS_Int(name, Name)
 #define TAVRO_SETUP_ACCESSORS_Text(name, Name)                                                     \
-    QString name() const { return textValue(SetupField::name); }                                  \
-    void set##Name(const QString& value) { setTextValue(SetupField::name, value); }
+    QString name() const                                                                           \
+    {                                                                                              \
+        return textValue(SetupField::name);                                                        \
+    }                                                                                              \
+    void set##Name(const QString& value)                                                           \
+    {                                                                                              \
+        setTextValue(SetupField::name, value);                                                     \
+    }
 #define TAVRO_SETUP_FIELD(name, Name, width, kind) TAVRO_SETUP_ACCESSORS_##kind(name, Name)
 #include "config/SetupFields.def"
 #undef TAVRO_SETUP_FIELD

@@ -20,8 +20,14 @@ struct DefaultValue {
     const char* text = nullptr;
 };
 
-constexpr DefaultValue num(qint64 value) { return { DefaultValue::Kind::Number, qint32(value), nullptr }; }
-constexpr DefaultValue text(const char* value) { return { DefaultValue::Kind::Text, 0, value }; }
+constexpr DefaultValue num(qint64 value)
+{
+    return { DefaultValue::Kind::Number, qint32(value), nullptr };
+}
+constexpr DefaultValue text(const char* value)
+{
+    return { DefaultValue::Kind::Text, 0, value };
+}
 constexpr DefaultValue kAbsent { DefaultValue::Kind::Absent, 0, nullptr };
 constexpr DefaultValue kUnchanged {};
 
@@ -34,8 +40,10 @@ struct DefaultRow {
 
 const DefaultRow kDefaults[] = {
     { SetupField::checksum, { num(432), num(432), num(432), num(464), num(508) } },
-    { SetupField::cfg_struct_version, { num(0x10005), num(0x10005), num(0x10005), num(0x10009), num(0x10013) } },
-    { SetupField::product_name, { text("Ruva"), text("Tolm"), text("Pesk"), text("Dravi"), text("Orlo") } },
+    { SetupField::cfg_struct_version,
+        { num(0x10005), num(0x10005), num(0x10005), num(0x10009), num(0x10013) } },
+    { SetupField::product_name,
+        { text("Ruva"), text("Tolm"), text("Pesk"), text("Dravi"), text("Orlo") } },
     { SetupField::serial_number, { kAbsent, kAbsent, kAbsent, text("Dravi"), kAbsent } },
     { SetupField::version, { kAbsent, kAbsent, kAbsent, kAbsent, kAbsent } },
     { SetupField::reserved, { num(0), num(0), num(0), num(0), num(0) } },
@@ -73,8 +81,10 @@ const DefaultRow kDefaults[] = {
     { SetupField::parking_acceleration_sensor, { num(7), num(7), num(7), num(3), num(3) } },
     { SetupField::parking_mode_set, { num(0), num(0), num(0), num(0), num(0) } },
     { SetupField::parking_motion_set, { num(1), num(1), num(1), num(1), num(1) } },
-    { SetupField::parking_front_motion_region, { num(4095), num(4095), num(4095), num(4095), num(4095) } },
-    { SetupField::parking_rear_motion_region, { num(4095), num(4095), num(4095), num(4095), num(4095) } },
+    { SetupField::parking_front_motion_region,
+        { num(4095), num(4095), num(4095), num(4095), num(4095) } },
+    { SetupField::parking_rear_motion_region,
+        { num(4095), num(4095), num(4095), num(4095), num(4095) } },
     { SetupField::parking_motion_sensitivity, { num(2), num(3), num(2), num(3), num(3) } },
     { SetupField::parking_time_limit, { num(48), num(48), num(48), num(48), num(48) } },
     { SetupField::battery_12v_R_off, { num(6), num(6), num(6), num(6), num(6) } },
@@ -83,11 +93,17 @@ const DefaultRow kDefaults[] = {
     { SetupField::security_led_mode, { num(0), num(0), num(0), num(0), num(0) } },
     { SetupField::enable_format_sd, { num(0), num(0), num(0), num(0), num(0) } },
     { SetupField::driving_guide_version, { num(0), num(0), num(0), num(0), num(0x0D030D00) } },
-    { SetupField::setting_path, { text("SETTING/Ruva_Setting.exe"), text("SETTING/Tolm_Setting.exe"), text("SETTING/Pesk_Setting.exe"), text("SETTING\\Dravi_Setting.exe"), text("SETTING/Orlo_Setting.exe") } },
+    { SetupField::setting_path,
+        { text("SETTING/Ruva_Setting.exe"), text("SETTING/Tolm_Setting.exe"),
+            text("SETTING/Pesk_Setting.exe"), text("SETTING\\Dravi_Setting.exe"),
+            text("SETTING/Orlo_Setting.exe") } },
     { SetupField::micom_version, { kAbsent, kAbsent, kAbsent, kAbsent, kAbsent } },
     { SetupField::gmt_offset, { num(-480), num(-480), num(-480), num(-480), num(-480) } },
     { SetupField::daylight_offset, { num(1), num(1), num(1), num(1), num(0) } },
-    { SetupField::tz_key, { text("Parcific Standard Time"), text("Pacific Standard Time"), text("Pacific Standard Time"), text("Pacific Standard Time"), text("Pacific Standard Time") } },
+    { SetupField::tz_key,
+        { text("Parcific Standard Time"), text("Pacific Standard Time"),
+            text("Pacific Standard Time"), text("Pacific Standard Time"),
+            text("Pacific Standard Time") } },
     { SetupField::date_format, { num(0), num(0), num(0), num(0), num(0) } },
     { SetupField::measurement_unit, { num(0), num(0), num(0), num(0), num(1) } },
     { SetupField::lcd_brightness, { num(0), num(0), num(5), num(1), num(1) } },
@@ -103,11 +119,14 @@ const DefaultRow kDefaults[] = {
     { SetupField::local_id, { kUnchanged, kUnchanged, kUnchanged, num(0), num(1) } },
     { SetupField::low_vol_shutdown, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(1) } },
     { SetupField::adas_car_high, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(0) } },
-    { SetupField::ldws_left_depart_Sensitivity, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
-    { SetupField::ldws_right_depart_Sensitivity, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
+    { SetupField::ldws_left_depart_Sensitivity,
+        { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
+    { SetupField::ldws_right_depart_Sensitivity,
+        { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
     { SetupField::ldws_depart_speed, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
     { SetupField::fcws_onoff, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(1) } },
-    { SetupField::fcws_frontal_sensitivity, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
+    { SetupField::fcws_frontal_sensitivity,
+        { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(2) } },
     { SetupField::fcmd_onoff, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(0) } },
     { SetupField::llws_onoff, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(0) } },
     { SetupField::ldws_onoff, { kUnchanged, kUnchanged, kUnchanged, kUnchanged, num(1) } },
@@ -160,10 +179,22 @@ void TolmSettingManager::loadDefaultValue()
     }
 }
 
-void TolmSettingManager::loadDefaultDataForRuva() { applyColumn(*this, kRuva); }
-void TolmSettingManager::loadDefaultDataForTolm() { applyColumn(*this, kTolm); }
-void TolmSettingManager::loadDefaultDataForPesk() { applyColumn(*this, kPesk); }
-void TolmSettingManager::loadDefaultDataForOrlo() { applyColumn(*this, kOrlo); }
+void TolmSettingManager::loadDefaultDataForRuva()
+{
+    applyColumn(*this, kRuva);
+}
+void TolmSettingManager::loadDefaultDataForTolm()
+{
+    applyColumn(*this, kTolm);
+}
+void TolmSettingManager::loadDefaultDataForPesk()
+{
+    applyColumn(*this, kPesk);
+}
+void TolmSettingManager::loadDefaultDataForOrlo()
+{
+    applyColumn(*this, kOrlo);
+}
 
 void TolmSettingManager::loadDefaultDataForDravi()
 {

@@ -38,7 +38,8 @@ QByteArray fieldText(const QByteArray& bytes, int offset, int width)
 
 bool readSetupFile(const QString& cardRoot, QByteArray& bytes)
 {
-    const QString path = CardFiles::findSettingFile(cardRoot, kSetupFile, CardFiles::Lookup::LowerFirst);
+    const QString path
+        = CardFiles::findSettingFile(cardRoot, kSetupFile, CardFiles::Lookup::LowerFirst);
     return !path.isEmpty() && CardFiles::readWhole(path, bytes);
 }
 
@@ -54,7 +55,8 @@ void TolmSettingManager::loadVersionInfo()
 void TolmSettingManager::identifySettingDir()
 {
     m_modelType = loadModelTypeWithSDPath(m_settingDirPath);
-    if (m_modelType == ModelCatalogue::kDraviModelType || m_modelType == ModelCatalogue::kDraviUkModelType) {
+    if (m_modelType == ModelCatalogue::kDraviModelType
+        || m_modelType == ModelCatalogue::kDraviUkModelType) {
         const qint64 id = loadLocalIDWithSDPath(m_settingDirPath);
         if (id != -1)
             m_localID = id;
@@ -103,7 +105,8 @@ qint64 TolmSettingManager::loadModelTypeWithSDPath(const QString& path)
     QByteArray bytes;
     if (readSetupFile(path, bytes)) {
         const QByteArray name = fieldText(bytes, kProductNameOffset, kProductNameWidth);
-        const qint64 type = ModelCatalogue::modelTypeForProductName(QString::fromUtf8(name).toLower());
+        const qint64 type
+            = ModelCatalogue::modelTypeForProductName(QString::fromUtf8(name).toLower());
         if (type != ModelCatalogue::kUnknownModelType)
             return type;
         // Newer cameras describe their record: a layout version from 0x10030

@@ -5,7 +5,8 @@
 void TolmSettingManager::loadLanguages()
 {
     QByteArray text;
-    const QString path = CardFiles::findSettingFile(m_settingDirPath, QStringLiteral("lang/ver.dat"));
+    const QString path
+        = CardFiles::findSettingFile(m_settingDirPath, QStringLiteral("lang/ver.dat"));
     if (!path.isEmpty())
         CardFiles::readWhole(path, text);
     const CameraLanguageList parsed = CameraLanguages::parseVerDat(text);

@@ -14,8 +14,8 @@ namespace {
 
 struct IdentifyCase {
     const char* what;
-    QByteArray setupCfg;      // empty: no setup.cfg
-    const char* setupDir;     // "SETTING" or "setting"
+    QByteArray setupCfg; // empty: no setup.cfg
+    const char* setupDir; // "SETTING" or "setting"
     bool blackbox;
     qint64 modelType;
     qint32 firmware;
@@ -44,7 +44,11 @@ QByteArray named(const QByteArray& name, int size = 432)
 
 QByteArray selfDescribing(const QByteArray& name, qint64 structVersion, int size, qint64 sizeWord)
 {
-    return SetupCfgBuilder(size).sizeWord(sizeWord).structVersion(structVersion).productName(name).bytes();
+    return SetupCfgBuilder(size)
+        .sizeWord(sizeWord)
+        .structVersion(structVersion)
+        .productName(name)
+        .bytes();
 }
 
 } // namespace
@@ -52,11 +56,31 @@ QByteArray selfDescribing(const QByteArray& name, qint64 structVersion, int size
 TEST(CardIdentificationTest, ProductNamesPickTheirModels)
 {
     const std::pair<const char*, qint64> names[] = {
-        { "Ruva", 0 }, { "TOLM", 1 }, { "pesk", 2 }, { "esk", 2 }, { "Dravi", 3 }, { "Orlo", 5 },
-        { "Brask", 7 }, { "Kimbo", 8 }, { "Sarn", 9 }, { "Velt", 10 }, { "Yarro", 11 }, { "Nubo", 12 },
-        { "Ixel", 13 }, { "Jorra", 14 }, { "Pallo", 15 }, { "Zenti", 16 }, { "ZentiPRO", 17 },
-        { "Holta", 18 }, { "Gemmo", 19 }, { "Halvo", 20 }, { "Lusk", 21 }, { "Quorra", 22 },
-        { "Fenni", 23 }, { "DVR-ZentiPRO", 24 }, { "dvr-lusk", 25 },
+        { "Ruva", 0 },
+        { "TOLM", 1 },
+        { "pesk", 2 },
+        { "esk", 2 },
+        { "Dravi", 3 },
+        { "Orlo", 5 },
+        { "Brask", 7 },
+        { "Kimbo", 8 },
+        { "Sarn", 9 },
+        { "Velt", 10 },
+        { "Yarro", 11 },
+        { "Nubo", 12 },
+        { "Ixel", 13 },
+        { "Jorra", 14 },
+        { "Pallo", 15 },
+        { "Zenti", 16 },
+        { "ZentiPRO", 17 },
+        { "Holta", 18 },
+        { "Gemmo", 19 },
+        { "Halvo", 20 },
+        { "Lusk", 21 },
+        { "Quorra", 22 },
+        { "Fenni", 23 },
+        { "DVR-ZentiPRO", 24 },
+        { "dvr-lusk", 25 },
     };
     for (const auto& [name, type] : names) {
         CardBuilder card;
@@ -69,22 +93,36 @@ TEST(CardIdentificationTest, ProductNamesPickTheirModels)
 TEST(CardIdentificationTest, IdentificationMatrix)
 {
     const IdentifyCase cases[] = {
-        { "hand-picked name is not read from a card", named("Dravi UK"), "SETTING", false, -1, 0, 60 },
+        { "hand-picked name is not read from a card", named("Dravi UK"), "SETTING", false, -1, 0,
+            60 },
         { "hand-picked name falls to the Kel test", named("Dravi UK"), "SETTING", true, 6, 0, 60 },
         { "lower-case folder", named("Tolm"), "setting", false, 1, 0, 60 },
-        { "self-describing record", selfDescribing("Trevo-X", 0x10030, 596, 596), "SETTING", false, 26, 0, 116 },
-        { "older layout and blackbox.cfg", selfDescribing("Other", 0x1002F, 596, 596), "SETTING", true, 6, 0, 60 },
-        { "size word one past the file", selfDescribing("Other", 0x10030, 596, 597), "SETTING", false, -1, 0, 60 },
-        { "size word one past, with blackbox", selfDescribing("Other", 0x10030, 596, 597), "SETTING", true, 6, 0, 60 },
+        { "self-describing record", selfDescribing("Trevo-X", 0x10030, 596, 596), "SETTING", false,
+            26, 0, 116 },
+        { "older layout and blackbox.cfg", selfDescribing("Other", 0x1002F, 596, 596), "SETTING",
+            true, 6, 0, 60 },
+        { "size word one past the file", selfDescribing("Other", 0x10030, 596, 597), "SETTING",
+            false, -1, 0, 60 },
+        { "size word one past, with blackbox", selfDescribing("Other", 0x10030, 596, 597),
+            "SETTING", true, 6, 0, 60 },
         { "only blackbox.cfg", QByteArray(), "SETTING", true, 6, 0, 60 },
         { "nothing on the card", QByteArray(), "SETTING", false, -1, 0, 60 },
         { "empty setup.cfg", QByteArray(""), "SETTING", false, -1, 0, 60 },
         { "record too short for a name", QByteArray("\x10\0\0\0", 4), "SETTING", true, 6, 0, 60 },
-        { "Dravi at firmware 16", SetupCfgBuilder(464).productName("Dravi").version("1.00.16").bytes(), "SETTING", false, 3, 16, 68 },
-        { "Dravi at firmware 17", SetupCfgBuilder(464).productName("Dravi").version("1.02.17").bytes(), "SETTING", false, 3, 17, 78 },
-        { "version 2.10", SetupCfgBuilder(432).productName("Tolm").version("2.10").bytes(), "SETTING", false, 1, 10, 60 },
-        { "version without digits", SetupCfgBuilder(432).productName("Tolm").version("1.beta").bytes(), "SETTING", false, 1, 0, 60 },
-        { "version too short to hold", SetupCfgBuilder(47).productName("Tolm").version("1.5").resize(47).bytes(), "SETTING", false, 1, 0, 60 },
+        { "Dravi at firmware 16",
+            SetupCfgBuilder(464).productName("Dravi").version("1.00.16").bytes(), "SETTING", false,
+            3, 16, 68 },
+        { "Dravi at firmware 17",
+            SetupCfgBuilder(464).productName("Dravi").version("1.02.17").bytes(), "SETTING", false,
+            3, 17, 78 },
+        { "version 2.10", SetupCfgBuilder(432).productName("Tolm").version("2.10").bytes(),
+            "SETTING", false, 1, 10, 60 },
+        { "version without digits",
+            SetupCfgBuilder(432).productName("Tolm").version("1.beta").bytes(), "SETTING", false, 1,
+            0, 60 },
+        { "version too short to hold",
+            SetupCfgBuilder(47).productName("Tolm").version("1.5").resize(47).bytes(), "SETTING",
+            false, 1, 0, 60 },
     };
     for (const IdentifyCase& c : cases)
         expectIdentified(c);
@@ -152,8 +190,10 @@ TEST(CardIdentificationTest, TheFirstIdentifiedCardAmongTheVolumesWins)
     first.setupCfg(named("Orlo"));
     second.setupCfg(named("Ruva"));
     auto volumes = std::make_shared<FakeVolumeSource>();
-    volumes->add(fixedDisk.root(), true, false).add(unknown.root(), true, true)
-        .add(first.root(), true, true).add(second.root(), true, true);
+    volumes->add(fixedDisk.root(), true, false)
+        .add(unknown.root(), true, true)
+        .add(first.root(), true, true)
+        .add(second.root(), true, true);
     ScopedVolumeSource scope(volumes);
 
     TolmSettingManager manager;
@@ -190,5 +230,5 @@ TEST(CardIdentificationTest, DeclaredFoldersAreCardsWithTheirNames)
     TolmSettingManager manager;
     EXPECT_EQ(manager.findSDCardPath(), card.root());
     EXPECT_EQ(Utils::volumeNameWithURL(QUrl::fromLocalFile(card.path(QStringLiteral("setup.cfg")))),
-              QStringLiteral("SARN_CARD"));
+        QStringLiteral("SARN_CARD"));
 }

@@ -39,24 +39,33 @@ TEST(ConfigCliTest, CardIdentifyPrintsTheModel)
     card.setupCfg(SetupCfgBuilder(464).productName("Dravi").version("1.02.17").localId(3).bytes());
     const auto result = run({ QStringLiteral("card"), QStringLiteral("identify"), card.root() });
     EXPECT_EQ(result.exitCode, 0) << result.err.constData();
-    EXPECT_EQ(result.out, QByteArray("{\"modelType\":3,\"modelName\":\"Dravi\",\"localID\":3,\"firmwareVersionInt\":17,"
-                                     "\"version\":\"1.02.17\",\"fieldCount\":78,\"recordSize\":504}\n"));
+    EXPECT_EQ(result.out,
+        QByteArray(
+            "{\"modelType\":3,\"modelName\":\"Dravi\",\"localID\":3,\"firmwareVersionInt\":17,"
+            "\"version\":\"1.02.17\",\"fieldCount\":78,\"recordSize\":504}\n"));
 
     CardBuilder unknown;
     const auto none = run({ QStringLiteral("card"), QStringLiteral("identify"), unknown.root() });
-    EXPECT_EQ(none.out, QByteArray("{\"modelType\":-1,\"modelName\":null,\"localID\":-1,\"firmwareVersionInt\":0,"
-                                   "\"version\":null,\"fieldCount\":60,\"recordSize\":432}\n"));
+    EXPECT_EQ(none.out,
+        QByteArray("{\"modelType\":-1,\"modelName\":null,\"localID\":-1,\"firmwareVersionInt\":0,"
+                   "\"version\":null,\"fieldCount\":60,\"recordSize\":432}\n"));
 }
 
 TEST(ConfigCliTest, ConfigShowDecodesWithoutWriting)
 {
     CardBuilder card;
-    const QByteArray file = SetupCfgBuilder(432).sizeWord(432).productName("Tolm").text(380, 32, "Korea \"KST\"").int32(52, 3).bytes();
+    const QByteArray file = SetupCfgBuilder(432)
+                                .sizeWord(432)
+                                .productName("Tolm")
+                                .text(380, 32, "Korea \"KST\"")
+                                .int32(52, 3)
+                                .bytes();
     card.setupCfg(file);
     const auto result = run({ QStringLiteral("config"), QStringLiteral("show"), card.root() });
     ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    EXPECT_TRUE(result.out.startsWith("{\"modelType\":1,\"fieldCount\":60,\"recordSize\":432,\"fields\":{\"checksum\":432,"
-                                      "\"cfg_struct_version\":0,\"product_name\":\"Tolm\",\"serial_number\":\"\","))
+    EXPECT_TRUE(result.out.startsWith(
+        "{\"modelType\":1,\"fieldCount\":60,\"recordSize\":432,\"fields\":{\"checksum\":432,"
+        "\"cfg_struct_version\":0,\"product_name\":\"Tolm\",\"serial_number\":\"\","))
         << result.out.constData();
     EXPECT_TRUE(result.out.contains("\"tz_key\":\"Korea \\\"KST\\\"\""));
     EXPECT_TRUE(result.out.endsWith("\"cur_language\":0}}\n"));
@@ -91,11 +100,15 @@ TEST(ConfigCliTest, ConfigLoadSetAndDefaultsWriteTheCard)
     EXPECT_EQ(written[52], 2);
     EXPECT_EQ(written.mid(380, 18), QByteArray("GMT Standard Time\0", 18));
     EXPECT_EQ(written.mid(224, 4), QByteArray("\x00\x0D\x03\x0D", 4));
-    EXPECT_EQ(json(set)[QStringLiteral("fields")].toObject()[QStringLiteral("driving_guide_version")].toInt(), 0x0D030D00);
+    EXPECT_EQ(json(set)[QStringLiteral("fields")]
+                  .toObject()[QStringLiteral("driving_guide_version")]
+                  .toInt(),
+        0x0D030D00);
 
     CardBuilder blank;
     const auto defaults = run({ QStringLiteral("config"), QStringLiteral("defaults"), blank.root(),
-        QStringLiteral("--model-type"), QStringLiteral("4"), QStringLiteral("--local-id"), QStringLiteral("3") });
+        QStringLiteral("--model-type"), QStringLiteral("4"), QStringLiteral("--local-id"),
+        QStringLiteral("3") });
     ASSERT_EQ(defaults.exitCode, 0) << defaults.err.constData();
     const QJsonObject fields = json(defaults)[QStringLiteral("fields")].toObject();
     EXPECT_EQ(fields[QStringLiteral("tz_key")].toString(), QStringLiteral("GMT Standard Time"));
@@ -109,18 +122,21 @@ TEST(ConfigCliTest, KelCommandsEditTheLineFile)
     card.blackboxCfg(crlfLines({ QStringLiteral("[blackbox]"), QStringLiteral("voice_out=1"),
         QStringLiteral("[time]"), QStringLiteral("set=1") }));
     const auto show = run({ QStringLiteral("kel"), QStringLiteral("show"), card.root() });
-    EXPECT_EQ(show.out, QByteArray("{\"lines\":[\"[blackbox]\",\"voice_out=1\",\"[time]\",\"set=1\"]}\n"));
+    EXPECT_EQ(show.out,
+        QByteArray("{\"lines\":[\"[blackbox]\",\"voice_out=1\",\"[time]\",\"set=1\"]}\n"));
 
-    const auto set = run({ QStringLiteral("kel"), QStringLiteral("set"), card.root(), QStringLiteral("voice_out=0"),
-        QStringLiteral("mic_in=1") });
+    const auto set = run({ QStringLiteral("kel"), QStringLiteral("set"), card.root(),
+        QStringLiteral("voice_out=0"), QStringLiteral("mic_in=1") });
     EXPECT_EQ(set.exitCode, 0);
     EXPECT_TRUE(set.err.contains("mic_in="));
-    EXPECT_EQ(card.read(QStringLiteral("blackbox.cfg")), QByteArray("[blackbox]\r\nvoice_out=0\r\n[time]\r\nset=1"));
+    EXPECT_EQ(card.read(QStringLiteral("blackbox.cfg")),
+        QByteArray("[blackbox]\r\nvoice_out=0\r\n[time]\r\nset=1"));
 
-    const auto clock = run({ QStringLiteral("kel"), QStringLiteral("clock"), card.root(), QStringLiteral("--at"),
-        QStringLiteral("2016-03-07T14:05:09") });
-    EXPECT_EQ(clock.out, QByteArray("{\"lines\":[\"[blackbox]\",\"voice_out=0\",\"[time]\",\"set=1\",\"year=2016\","
-                                    "\"month=3\",\"day=7\",\"hour=14\",\"min=5\",\"sec=9\"]}\n"));
+    const auto clock = run({ QStringLiteral("kel"), QStringLiteral("clock"), card.root(),
+        QStringLiteral("--at"), QStringLiteral("2016-03-07T14:05:09") });
+    EXPECT_EQ(clock.out,
+        QByteArray("{\"lines\":[\"[blackbox]\",\"voice_out=0\",\"[time]\",\"set=1\",\"year=2016\","
+                   "\"month=3\",\"day=7\",\"hour=14\",\"min=5\",\"sec=9\"]}\n"));
 
     CardBuilder empty;
     const auto defaults = run({ QStringLiteral("kel"), QStringLiteral("show"), empty.root() });
@@ -133,10 +149,10 @@ TEST(ConfigCliTest, LanguagesListsTheCameraAnnouncement)
     CardBuilder card;
     card.verDat("# Language ISO Code: en fr\n");
     EXPECT_EQ(run({ QStringLiteral("languages"), card.root() }).out,
-              QByteArray("{\"languages\":[[0,\"\"],[1,\"en\"],[2,\"fr\"]]}\n"));
+        QByteArray("{\"languages\":[[0,\"\"],[1,\"en\"],[2,\"fr\"]]}\n"));
     CardBuilder none;
     EXPECT_EQ(run({ QStringLiteral("languages"), none.root() }).out,
-              QByteArray("{\"languages\":[[0,\"en\"],[1,\"fr\"],[4,\"es\"]]}\n"));
+        QByteArray("{\"languages\":[[0,\"en\"],[1,\"fr\"],[4,\"es\"]]}\n"));
 }
 
 TEST(ConfigCliTest, ExitCodes)
@@ -152,14 +168,27 @@ TEST(ConfigCliTest, ExitCodes)
         { { QStringLiteral("config"), QStringLiteral("show") }, 2 },
         { { QStringLiteral("config"), QStringLiteral("show"), empty.root() }, 1 },
         { { QStringLiteral("config"), QStringLiteral("show"), missing }, 1 },
-        { { QStringLiteral("config"), QStringLiteral("show"), card.root(), QStringLiteral("--model-type") }, 2 },
-        { { QStringLiteral("config"), QStringLiteral("show"), card.root(), QStringLiteral("--model-type"), QStringLiteral("x") }, 2 },
+        { { QStringLiteral("config"), QStringLiteral("show"), card.root(),
+              QStringLiteral("--model-type") },
+            2 },
+        { { QStringLiteral("config"), QStringLiteral("show"), card.root(),
+              QStringLiteral("--model-type"), QStringLiteral("x") },
+            2 },
         { { QStringLiteral("config"), QStringLiteral("set"), card.root() }, 2 },
-        { { QStringLiteral("config"), QStringLiteral("set"), card.root(), QStringLiteral("nope=1") }, 2 },
-        { { QStringLiteral("config"), QStringLiteral("set"), card.root(), QStringLiteral("front_quality=high") }, 2 },
-        { { QStringLiteral("config"), QStringLiteral("set"), card.root(), QStringLiteral("front_quality") }, 2 },
-        { { QStringLiteral("kel"), QStringLiteral("set"), card.root(), QStringLiteral("novalue") }, 2 },
-        { { QStringLiteral("kel"), QStringLiteral("clock"), card.root(), QStringLiteral("--at"), QStringLiteral("yesterday") }, 2 },
+        { { QStringLiteral("config"), QStringLiteral("set"), card.root(),
+              QStringLiteral("nope=1") },
+            2 },
+        { { QStringLiteral("config"), QStringLiteral("set"), card.root(),
+              QStringLiteral("front_quality=high") },
+            2 },
+        { { QStringLiteral("config"), QStringLiteral("set"), card.root(),
+              QStringLiteral("front_quality") },
+            2 },
+        { { QStringLiteral("kel"), QStringLiteral("set"), card.root(), QStringLiteral("novalue") },
+            2 },
+        { { QStringLiteral("kel"), QStringLiteral("clock"), card.root(), QStringLiteral("--at"),
+              QStringLiteral("yesterday") },
+            2 },
         { { QStringLiteral("kel"), QStringLiteral("show"), missing }, 1 },
         { { QStringLiteral("languages") }, 2 },
         { { QStringLiteral("languages"), missing }, 1 },
@@ -184,7 +213,8 @@ TEST(ConfigCliTest, AFailedCardWriteReportsTheMemoryCardError)
     EXPECT_EQ(set.exitCode, 1);
     EXPECT_TRUE(set.out.isEmpty());
     EXPECT_TRUE(set.err.contains("메모리카드를 확인하여 주시기 바랍니다.")) << set.err.constData();
-    const auto kel = run({ QStringLiteral("kel"), QStringLiteral("set"), card.root(), QStringLiteral("voice_out=0") });
+    const auto kel = run({ QStringLiteral("kel"), QStringLiteral("set"), card.root(),
+        QStringLiteral("voice_out=0") });
     EXPECT_EQ(kel.exitCode, 1);
     EXPECT_TRUE(kel.err.contains("메모리카드 오류"));
     EXPECT_EQ(TestFiles::read(card.root() + QStringLiteral("/SETTING")), QByteArray("in the way"));

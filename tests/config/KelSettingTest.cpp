@@ -57,7 +57,8 @@ TEST_F(KelSettingTest, LinesLoadAndSaveUnchanged)
     const Case cases[] = {
         { crlfLines(kSample), kSample },
         { "a=1\nb=2\n", { QStringLiteral("a=1\nb=2\n") } },
-        { " \t [capacity]\r\nconst = 60 \r\n\t", { QStringLiteral("[capacity]"), QStringLiteral("const = 60 "), QString() } },
+        { " \t [capacity]\r\nconst = 60 \r\n\t",
+            { QStringLiteral("[capacity]"), QStringLiteral("const = 60 "), QString() } },
         { "a=1\r\n\r\nb=2", { QStringLiteral("a=1"), QString(), QStringLiteral("b=2") } },
         { "name=\xFF\xFE", { QString::fromUtf8("name=\xFF\xFE") } },
     };
@@ -66,7 +67,8 @@ TEST_F(KelSettingTest, LinesLoadAndSaveUnchanged)
         KelSettingManager& kel = loaded();
         EXPECT_EQ(kel.linedSettings(), c.lines) << c.file.constData();
         ASSERT_TRUE(kel.saveData());
-        EXPECT_EQ(m_card.read(QStringLiteral("blackbox.cfg")), KelSettingManager::textFromLines(c.lines));
+        EXPECT_EQ(
+            m_card.read(QStringLiteral("blackbox.cfg")), KelSettingManager::textFromLines(c.lines));
     }
     // A file of bare line feeds goes back byte for byte.
     m_card.blackboxCfg("a=1\nb=2\n");
@@ -99,8 +101,9 @@ TEST_F(KelSettingTest, SettingTheClockTwiceLeavesOneLinePerKeyAfterSet)
     const qsizetype set = lines.indexOf(QStringLiteral("set=1"));
     ASSERT_GE(set, 0);
     EXPECT_EQ(lines.mid(set + 1, 6),
-              (QStringList { QStringLiteral("year=2017"), QStringLiteral("month=11"), QStringLiteral("day=20"),
-                  QStringLiteral("hour=8"), QStringLiteral("min=0"), QStringLiteral("sec=0") }));
+        (QStringList { QStringLiteral("year=2017"), QStringLiteral("month=11"),
+            QStringLiteral("day=20"), QStringLiteral("hour=8"), QStringLiteral("min=0"),
+            QStringLiteral("sec=0") }));
     EXPECT_EQ(lines.size(), kSample.size());
     EXPECT_EQ(KelSettingManager::linesFromText(m_card.read(QStringLiteral("blackbox.cfg"))), lines);
 }
@@ -108,12 +111,15 @@ TEST_F(KelSettingTest, SettingTheClockTwiceLeavesOneLinePerKeyAfterSet)
 TEST_F(KelSettingTest, ClockLinesGoAfterTheFirstLineWithoutASetLine)
 {
     KelSettingManager kel;
-    kel.setLinedSettings({ QStringLiteral("[time]"), QStringLiteral("year=1"), QStringLiteral("other=1") });
+    kel.setLinedSettings(
+        { QStringLiteral("[time]"), QStringLiteral("year=1"), QStringLiteral("other=1") });
     kel.removeTimeDateDelimiters();
-    EXPECT_EQ(kel.linedSettings(), (QStringList { QStringLiteral("[time]"), QStringLiteral("other=1") }));
+    EXPECT_EQ(
+        kel.linedSettings(), (QStringList { QStringLiteral("[time]"), QStringLiteral("other=1") }));
     kel.addTimeDateDelimiters({ QStringLiteral("a"), QStringLiteral("b") });
     EXPECT_EQ(kel.linedSettings(),
-              (QStringList { QStringLiteral("[time]"), QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("other=1") }));
+        (QStringList { QStringLiteral("[time]"), QStringLiteral("a"), QStringLiteral("b"),
+            QStringLiteral("other=1") }));
     KelSettingManager empty;
     empty.addTimeDateDelimiters({ QStringLiteral("a") });
     EXPECT_EQ(empty.linedSettings(), QStringList { QStringLiteral("a") });
@@ -123,14 +129,15 @@ TEST_F(KelSettingTest, CardWithoutAFileGetsTheDefaultsAndTheFirstSaveCreatesIt)
 {
     KelSettingManager& kel = loaded();
     // The canonical sections and keys, in the camera's order.
-    const QStringList keys { QStringLiteral("[capacity]"), QStringLiteral("const="), QStringLiteral("event="),
-        QStringLiteral("manual="), QStringLiteral("park="), QStringLiteral("[blackbox]"),
-        QStringLiteral("front_led="), QStringLiteral("model="), QStringLiteral("version="),
-        QStringLiteral("park_mode="), QStringLiteral("power_off_vlt="), QStringLiteral("language="),
-        QStringLiteral("local_time="), QStringLiteral("summer_time="), QStringLiteral("osd_speed="),
-        QStringLiteral("mic_in="), QStringLiteral("voice_out="), QStringLiteral("voice_volume="),
-        QStringLiteral("acc_level="), QStringLiteral("motion_level="), QStringLiteral("[time]"),
-        QStringLiteral("set="), QStringLiteral("year="), QStringLiteral("month="), QStringLiteral("day="),
+    const QStringList keys { QStringLiteral("[capacity]"), QStringLiteral("const="),
+        QStringLiteral("event="), QStringLiteral("manual="), QStringLiteral("park="),
+        QStringLiteral("[blackbox]"), QStringLiteral("front_led="), QStringLiteral("model="),
+        QStringLiteral("version="), QStringLiteral("park_mode="), QStringLiteral("power_off_vlt="),
+        QStringLiteral("language="), QStringLiteral("local_time="), QStringLiteral("summer_time="),
+        QStringLiteral("osd_speed="), QStringLiteral("mic_in="), QStringLiteral("voice_out="),
+        QStringLiteral("voice_volume="), QStringLiteral("acc_level="),
+        QStringLiteral("motion_level="), QStringLiteral("[time]"), QStringLiteral("set="),
+        QStringLiteral("year="), QStringLiteral("month="), QStringLiteral("day="),
         QStringLiteral("hour="), QStringLiteral("min="), QStringLiteral("sec=") };
     const QStringList lines = kel.linedSettings();
     ASSERT_GE(lines.size(), keys.size());
@@ -171,7 +178,8 @@ TEST(KelRatioTest, PartitionTypesLeaveFivePercentFree)
 {
     const auto& ratios = KelSettingManager::memoryPartitionRatiosArray();
     ASSERT_EQ(ratios.size(), 3);
-    const char* expected[3][4] = { { "60", "22", "4", "9" }, { "35", "17", "4", "39" }, { "53", "19", "14", "9" } };
+    const char* expected[3][4]
+        = { { "60", "22", "4", "9" }, { "35", "17", "4", "39" }, { "53", "19", "14", "9" } };
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(ratios[i].value(QStringLiteral("continuous")), QLatin1String(expected[i][0]));
         EXPECT_EQ(ratios[i].value(QStringLiteral("event")), QLatin1String(expected[i][1]));
@@ -184,9 +192,12 @@ TEST(KelRatioTest, PartitionTypesLeaveFivePercentFree)
 TEST(TimeDatTest, ClockRequestFormatAndRemoval)
 {
     const std::pair<QDateTime, QByteArray> cases[] = {
-        { QDateTime(QDate(2016, 3, 7), QTime(14, 5, 9), QTimeZone(9 * 3600)), "2016,03,07,14,05,09,+0900" },
-        { QDateTime(QDate(2020, 12, 31), QTime(23, 59, 59), QTimeZone(-(3 * 3600 + 30 * 60))), "2020,12,31,23,59,59,-0330" },
-        { QDateTime(QDate(2001, 1, 2), QTime(3, 4, 5), QTimeZone::utc()), "2001,01,02,03,04,05,+0000" },
+        { QDateTime(QDate(2016, 3, 7), QTime(14, 5, 9), QTimeZone(9 * 3600)),
+            "2016,03,07,14,05,09,+0900" },
+        { QDateTime(QDate(2020, 12, 31), QTime(23, 59, 59), QTimeZone(-(3 * 3600 + 30 * 60))),
+            "2020,12,31,23,59,59,-0330" },
+        { QDateTime(QDate(2001, 1, 2), QTime(3, 4, 5), QTimeZone::utc()),
+            "2001,01,02,03,04,05,+0000" },
     };
     for (const auto& [when, text] : cases)
         EXPECT_EQ(TimeDatFile::format(when), text);

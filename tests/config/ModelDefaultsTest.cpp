@@ -32,7 +32,8 @@ TolmSettingManager sentinelManager(qint64 modelType, qint64 localID = -1)
     return manager;
 }
 
-void expectDefaults(qint64 modelType, qint64 localID, int lastTouchedField, std::initializer_list<Expect> expects)
+void expectDefaults(
+    qint64 modelType, qint64 localID, int lastTouchedField, std::initializer_list<Expect> expects)
 {
     TolmSettingManager manager = sentinelManager(modelType, localID);
     manager.loadDefaultValue();
@@ -43,7 +44,8 @@ void expectDefaults(qint64 modelType, qint64 localID, int lastTouchedField, std:
             EXPECT_EQ(manager.textValue(e.field), expected) << "type " << modelType << " " << name;
             EXPECT_EQ(manager.textValue(e.field).isNull(), e.text == nullptr) << name;
         } else {
-            EXPECT_EQ(manager.intValue(e.field), qint32(e.number)) << "type " << modelType << " " << name;
+            EXPECT_EQ(manager.intValue(e.field), qint32(e.number))
+                << "type " << modelType << " " << name;
         }
     }
     // Every field a model's routine does not name keeps its value.
@@ -51,9 +53,11 @@ void expectDefaults(qint64 modelType, qint64 localID, int lastTouchedField, std:
         const bool touched = i <= lastTouchedField;
         const auto field = SetupField(i);
         if (SetupRecordLayout::kFields[size_t(i)].kind == SetupFieldKind::Text)
-            EXPECT_EQ(manager.textValue(field) == kSentinelText, !touched) << "type " << modelType << " field " << i;
+            EXPECT_EQ(manager.textValue(field) == kSentinelText, !touched)
+                << "type " << modelType << " field " << i;
         else
-            EXPECT_EQ(manager.intValue(field) == kSentinel, !touched) << "type " << modelType << " field " << i;
+            EXPECT_EQ(manager.intValue(field) == kSentinel, !touched)
+                << "type " << modelType << " field " << i;
     }
 }
 
@@ -62,43 +66,78 @@ void expectDefaults(qint64 modelType, qint64 localID, int lastTouchedField, std:
 TEST(ModelDefaultsTest, EachOldModelHasItsFactoryValues)
 {
     using F = SetupField;
-    expectDefaults(0, -1, 59, {
-        { F::checksum, 432, nullptr }, { F::cfg_struct_version, 0x10005, nullptr }, { F::product_name, 0, "Ruva" },
-        { F::serial_number, 0, nullptr }, { F::version, 0, nullptr }, { F::front_resolution, 2, nullptr },
-        { F::acceleration_sensor, 7, nullptr }, { F::tz_key, 0, "Parcific Standard Time" },
-        { F::setting_path, 0, "SETTING/Ruva_Setting.exe" }, { F::parking_front_motion_region, 4095, nullptr },
-        { F::gmt_offset, -480, nullptr }, { F::lcd_off_timer, 0, nullptr },
-    });
-    expectDefaults(1, -1, 59, {
-        { F::product_name, 0, "Tolm" }, { F::rear_resolution, 2, nullptr }, { F::enable_driving_guide, 1, nullptr },
-        { F::parking_motion_sensitivity, 3, nullptr }, { F::tz_key, 0, "Pacific Standard Time" },
-    });
-    expectDefaults(2, -1, 59, {
-        { F::product_name, 0, "Pesk" }, { F::front_framerate, 5, nullptr }, { F::enable_av_out, 1, nullptr },
-        { F::lcd_brightness, 5, nullptr }, { F::lcd_off_timer, 300000, nullptr },
-    });
-    expectDefaults(5, -1, 78, {
-        { F::checksum, 508, nullptr }, { F::cfg_struct_version, 0x10013, nullptr }, { F::rear_quality, 1, nullptr },
-        { F::driving_guide_version, 0x0D030D00, nullptr }, { F::daylight_offset, 0, nullptr },
-        { F::measurement_unit, 1, nullptr }, { F::local_id, 1, nullptr }, { F::ldws_onoff, 1, nullptr },
-        { F::set_resolution, 0, nullptr }, { F::micom_version, 0, nullptr },
-    });
+    expectDefaults(0, -1, 59,
+        {
+            { F::checksum, 432, nullptr },
+            { F::cfg_struct_version, 0x10005, nullptr },
+            { F::product_name, 0, "Ruva" },
+            { F::serial_number, 0, nullptr },
+            { F::version, 0, nullptr },
+            { F::front_resolution, 2, nullptr },
+            { F::acceleration_sensor, 7, nullptr },
+            { F::tz_key, 0, "Parcific Standard Time" },
+            { F::setting_path, 0, "SETTING/Ruva_Setting.exe" },
+            { F::parking_front_motion_region, 4095, nullptr },
+            { F::gmt_offset, -480, nullptr },
+            { F::lcd_off_timer, 0, nullptr },
+        });
+    expectDefaults(1, -1, 59,
+        {
+            { F::product_name, 0, "Tolm" },
+            { F::rear_resolution, 2, nullptr },
+            { F::enable_driving_guide, 1, nullptr },
+            { F::parking_motion_sensitivity, 3, nullptr },
+            { F::tz_key, 0, "Pacific Standard Time" },
+        });
+    expectDefaults(2, -1, 59,
+        {
+            { F::product_name, 0, "Pesk" },
+            { F::front_framerate, 5, nullptr },
+            { F::enable_av_out, 1, nullptr },
+            { F::lcd_brightness, 5, nullptr },
+            { F::lcd_off_timer, 300000, nullptr },
+        });
+    expectDefaults(5, -1, 78,
+        {
+            { F::checksum, 508, nullptr },
+            { F::cfg_struct_version, 0x10013, nullptr },
+            { F::rear_quality, 1, nullptr },
+            { F::driving_guide_version, 0x0D030D00, nullptr },
+            { F::daylight_offset, 0, nullptr },
+            { F::measurement_unit, 1, nullptr },
+            { F::local_id, 1, nullptr },
+            { F::ldws_onoff, 1, nullptr },
+            { F::set_resolution, 0, nullptr },
+            { F::micom_version, 0, nullptr },
+        });
 }
 
 TEST(ModelDefaultsTest, DraviAndItsUkVariant)
 {
     using F = SetupField;
     for (const qint64 type : { 3, 4 }) {
-        expectDefaults(type, 0, 67, {
-            { F::checksum, 464, nullptr }, { F::serial_number, 0, "Dravi" },
-            { F::setting_path, 0, "SETTING\\Dravi_Setting.exe" }, { F::tz_key, 0, "Pacific Standard Time" },
-            { F::gmt_offset, -480, nullptr }, { F::daylight_offset, 1, nullptr }, { F::measurement_unit, 0, nullptr },
-            { F::local_id, 0, nullptr }, { F::ldws_offset_bottom, 218, nullptr }, { F::lcd_off_timer, 30000, nullptr },
-        });
-        expectDefaults(type, 3, 67, {
-            { F::tz_key, 0, "GMT Standard Time" }, { F::gmt_offset, 0, nullptr }, { F::daylight_offset, 0, nullptr },
-            { F::measurement_unit, 1, nullptr }, { F::local_id, 3, nullptr }, { F::product_name, 0, "Dravi" },
-        });
+        expectDefaults(type, 0, 67,
+            {
+                { F::checksum, 464, nullptr },
+                { F::serial_number, 0, "Dravi" },
+                { F::setting_path, 0, "SETTING\\Dravi_Setting.exe" },
+                { F::tz_key, 0, "Pacific Standard Time" },
+                { F::gmt_offset, -480, nullptr },
+                { F::daylight_offset, 1, nullptr },
+                { F::measurement_unit, 0, nullptr },
+                { F::local_id, 0, nullptr },
+                { F::ldws_offset_bottom, 218, nullptr },
+                { F::lcd_off_timer, 30000, nullptr },
+            });
+        expectDefaults(type, 3, 67,
+            {
+                { F::tz_key, 0, "GMT Standard Time" },
+                { F::gmt_offset, 0, nullptr },
+                { F::daylight_offset, 0, nullptr },
+                { F::measurement_unit, 1, nullptr },
+                { F::local_id, 3, nullptr },
+                { F::product_name, 0, "Dravi" },
+            });
     }
 }
 

@@ -45,7 +45,7 @@ TEST_F(SetupLoadSaveTest, ShortRecordOfANewerModelIsWrittenBackInItsLayout)
 {
     card.setupCfg(SetupCfgBuilder(432).sizeWord(432).productName("Orlo").int32(428, 2).bytes());
     TolmSettingManager& orlo = manager(5, card.root());
-    orlo.setSet_resolution(6);  // field 78, beyond the 432-byte file
+    orlo.setSet_resolution(6); // field 78, beyond the 432-byte file
     orlo.setLow_vol_shutdown(1); // field 68
     orlo.loadData();
     EXPECT_EQ(orlo.cur_language(), 2);
@@ -68,7 +68,8 @@ TEST_F(SetupLoadSaveTest, LongerRecordIsCutToTheModelsLength)
 
 TEST_F(SetupLoadSaveTest, LowerCaseFolderIsReadAndTheUpperCaseOneWritten)
 {
-    card.setupCfg(SetupCfgBuilder(432).productName("Ruva").int32(52, 4).bytes(), QStringLiteral("setting"));
+    card.setupCfg(
+        SetupCfgBuilder(432).productName("Ruva").int32(52, 4).bytes(), QStringLiteral("setting"));
     TolmSettingManager& ruva = manager(0, card.root());
     ruva.loadData();
     EXPECT_EQ(ruva.front_resolution(), 4);
@@ -114,7 +115,8 @@ TEST_F(SetupLoadSaveTest, AFailedWriteShowsTheAlertAndKeepsTheOldFile)
     TestFiles::write(card.root() + QStringLiteral("/SETTING"), "not a folder");
     TolmSettingManager& tolm = manager(1, card.root());
     EXPECT_FALSE(tolm.saveData());
-    EXPECT_EQ(TestFiles::read(card.root() + QStringLiteral("/SETTING")), QByteArray("not a folder"));
+    EXPECT_EQ(
+        TestFiles::read(card.root() + QStringLiteral("/SETTING")), QByteArray("not a folder"));
 
     // setup.cfg itself is a folder.
     CardBuilder second;
@@ -142,7 +144,7 @@ TEST_F(SetupLoadSaveTest, AWriteCutShortLeavesTheOldRecordWhole)
     EXPECT_FALSE(saved);
     EXPECT_EQ(card.read(QStringLiteral("setup.cfg")), old);
     EXPECT_EQ(QDir(card.root() + QStringLiteral("/SETTING")).entryList(QDir::Files),
-              QStringList { QStringLiteral("setup.cfg") });
+        QStringList { QStringLiteral("setup.cfg") });
     EXPECT_EQ(alerts.sink().memoryCardErrors(), 1);
 }
 
@@ -151,7 +153,8 @@ TEST_F(SetupLoadSaveTest, DefaultFileFillsFieldsFromTheUpperCaseFolderOnly)
     TolmSettingManager& tolm = manager(1, card.root());
     EXPECT_FALSE(tolm.loadDefaultDataFromDefaultCfgFile());
 
-    card.file(QStringLiteral("default.cfg"), SetupCfgBuilder(432).int32(52, 5).bytes(), QStringLiteral("setting"));
+    card.file(QStringLiteral("default.cfg"), SetupCfgBuilder(432).int32(52, 5).bytes(),
+        QStringLiteral("setting"));
     EXPECT_FALSE(tolm.loadDefaultDataFromDefaultCfgFile());
 
     tolm.setFront_resolution(1);
@@ -171,7 +174,12 @@ TEST_F(SetupLoadSaveTest, DefaultFileFillsFieldsFromTheUpperCaseFolderOnly)
 
 TEST_F(SetupLoadSaveTest, ResetTakesTheCardDefaultsButKeepsWhatTheCameraReports)
 {
-    card.defaultCfg(SetupCfgBuilder(432).productName("Tolm").version("0.00").int32(52, 5).int32(224, 1).bytes());
+    card.defaultCfg(SetupCfgBuilder(432)
+                        .productName("Tolm")
+                        .version("0.00")
+                        .int32(52, 5)
+                        .int32(224, 1)
+                        .bytes());
     TolmSettingManager& current = manager(1, card.root());
     current.setVersion(QStringLiteral("1.02.17"));
     current.setFirmwareVersionInt(17);

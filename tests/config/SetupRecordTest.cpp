@@ -24,8 +24,10 @@ void expectCount(const CountCase& c)
     TolmSettingManager manager;
     manager.setModelType(c.modelType);
     manager.setFirmwareVersionInt(c.firmware);
-    EXPECT_EQ(manager.getSettingVariableCount(), c.fieldCount) << "type " << c.modelType << " fw " << c.firmware;
-    EXPECT_EQ(manager.getSaveDataSize(), c.recordSize) << "type " << c.modelType << " fw " << c.firmware;
+    EXPECT_EQ(manager.getSettingVariableCount(), c.fieldCount)
+        << "type " << c.modelType << " fw " << c.firmware;
+    EXPECT_EQ(manager.getSaveDataSize(), c.recordSize)
+        << "type " << c.modelType << " fw " << c.firmware;
 }
 
 } // namespace
@@ -33,15 +35,40 @@ void expectCount(const CountCase& c)
 TEST(SetupRecordLayoutTest, EveryModelHasItsFieldCountAndRecordLength)
 {
     const CountCase cases[] = {
-        { -1, 0, 60, 432 }, { 0, 0, 60, 432 }, { 1, 0, 60, 432 }, { 2, 0, 60, 432 },
-        { 3, 16, 68, 464 }, { 3, 17, 78, 504 }, { 4, 16, 68, 464 }, { 4, 99, 78, 504 },
-        { 5, 0, 79, 508 }, { 6, 0, 60, 432 }, { 7, 0, 81, 516 }, { 8, 0, 81, 516 },
-        { 9, 0, 81, 516 }, { 10, 0, 81, 516 }, { 11, 0, 81, 516 }, { 12, 0, 81, 516 },
-        { 13, 0, 93, 564 }, { 14, 0, 81, 516 }, { 15, 0, 81, 516 }, { 16, 0, 92, 560 },
-        { 17, 0, 99, 579 }, { 18, 0, 81, 516 }, { 19, 0, 93, 564 }, { 20, 0, 93, 564 },
-        { 21, 0, 96, 576 }, { 22, 0, 96, 576 }, { 23, 0, 102, 582 }, { 24, 0, 113, 593 },
-        { 25, 0, 113, 593 }, { 26, 0, 116, 596 }, { 27, 0, 60, 432 }, { 28, 0, 60, 432 },
-        { 29, 0, 60, 432 }, { 5, 20, 79, 508 },
+        { -1, 0, 60, 432 },
+        { 0, 0, 60, 432 },
+        { 1, 0, 60, 432 },
+        { 2, 0, 60, 432 },
+        { 3, 16, 68, 464 },
+        { 3, 17, 78, 504 },
+        { 4, 16, 68, 464 },
+        { 4, 99, 78, 504 },
+        { 5, 0, 79, 508 },
+        { 6, 0, 60, 432 },
+        { 7, 0, 81, 516 },
+        { 8, 0, 81, 516 },
+        { 9, 0, 81, 516 },
+        { 10, 0, 81, 516 },
+        { 11, 0, 81, 516 },
+        { 12, 0, 81, 516 },
+        { 13, 0, 93, 564 },
+        { 14, 0, 81, 516 },
+        { 15, 0, 81, 516 },
+        { 16, 0, 92, 560 },
+        { 17, 0, 99, 579 },
+        { 18, 0, 81, 516 },
+        { 19, 0, 93, 564 },
+        { 20, 0, 93, 564 },
+        { 21, 0, 96, 576 },
+        { 22, 0, 96, 576 },
+        { 23, 0, 102, 582 },
+        { 24, 0, 113, 593 },
+        { 25, 0, 113, 593 },
+        { 26, 0, 116, 596 },
+        { 27, 0, 60, 432 },
+        { 28, 0, 60, 432 },
+        { 29, 0, 60, 432 },
+        { 5, 20, 79, 508 },
     };
     for (const CountCase& c : cases)
         expectCount(c);
@@ -53,14 +80,25 @@ TEST(SetupRecordLayoutTest, EveryModelHasItsFieldCountAndRecordLength)
 TEST(SetupRecordLayoutTest, OffsetsOfFieldsInTheRecord)
 {
     const std::pair<SetupField, int> cases[] = {
-        { SetupField::checksum, 0 }, { SetupField::cfg_struct_version, 4 }, { SetupField::product_name, 8 },
-        { SetupField::version, 40 }, { SetupField::reserved, 50 }, { SetupField::front_resolution, 52 },
-        { SetupField::setting_path, 228 }, { SetupField::micom_version, 356 }, { SetupField::tz_key, 380 },
-        { SetupField::cur_language, 428 }, { SetupField::local_id, 460 }, { SetupField::set_resolution, 504 },
-        { SetupField::iot_onoff, 576 }, { SetupField::eis_onoff, 581 }, { SetupField::avn_onoff, 595 },
+        { SetupField::checksum, 0 },
+        { SetupField::cfg_struct_version, 4 },
+        { SetupField::product_name, 8 },
+        { SetupField::version, 40 },
+        { SetupField::reserved, 50 },
+        { SetupField::front_resolution, 52 },
+        { SetupField::setting_path, 228 },
+        { SetupField::micom_version, 356 },
+        { SetupField::tz_key, 380 },
+        { SetupField::cur_language, 428 },
+        { SetupField::local_id, 460 },
+        { SetupField::set_resolution, 504 },
+        { SetupField::iot_onoff, 576 },
+        { SetupField::eis_onoff, 581 },
+        { SetupField::avn_onoff, 595 },
     };
     for (const auto& [field, offset] : cases)
-        EXPECT_EQ(TolmSettingManager::offsetFromValue(field), offset) << SetupRecordLayout::info(field).name;
+        EXPECT_EQ(TolmSettingManager::offsetFromValue(field), offset)
+            << SetupRecordLayout::info(field).name;
     EXPECT_EQ(SetupRecordLayout::offsetOfIndex(500), 0);
     const QList<qint32> widths = TolmSettingManager::settingByteSizeList();
     ASSERT_EQ(widths.size(), 117);
@@ -94,7 +132,8 @@ TEST(SetupRecordLayoutTest, GeneratedAccessorsReachTheirOwnField)
 TEST(SetupRecordCodecTest, EveryRecordLengthSurvivesADecodeAndEncode)
 {
     for (const int count : { 60, 68, 78, 79, 81, 92, 93, 96, 99, 102, 113, 116 }) {
-        const QByteArray file = SetupCfgBuilder::letterPattern(SetupRecordLayout::recordSize(count)).bytes();
+        const QByteArray file
+            = SetupCfgBuilder::letterPattern(SetupRecordLayout::recordSize(count)).bytes();
         SetupValues values;
         EXPECT_EQ(SetupRecordCodec::decode(file, count, values), count);
         EXPECT_EQ(SetupRecordCodec::encode(values, count), file) << count << " fields";
@@ -113,16 +152,16 @@ TEST(SetupRecordCodecTest, IntegerWidthsDecodeAsTheCameraWritesThem)
     values.ints[96] = 0x12345600; // iot_onoff held before the load
     SetupRecordCodec::decode(file, 116, values);
     EXPECT_EQ(values.ints[6], -5);
-    EXPECT_EQ(values.ints[5], 65535);          // unsigned, zero-extended
-    EXPECT_EQ(values.ints[96], 0x1234567F);    // one byte replaces the low byte only
+    EXPECT_EQ(values.ints[5], 65535); // unsigned, zero-extended
+    EXPECT_EQ(values.ints[96], 0x1234567F); // one byte replaces the low byte only
     EXPECT_EQ(values.ints[115], 0xFF);
 }
 
 TEST(SetupRecordCodecTest, EncodingKeepsOnlyTheBytesAFieldHolds)
 {
     SetupValues values;
-    values.ints[96] = 260;     // one byte wide: writes 4
-    values.ints[5] = 0x12345;  // two bytes wide: writes 0x2345
+    values.ints[96] = 260; // one byte wide: writes 4
+    values.ints[5] = 0x12345; // two bytes wide: writes 0x2345
     values.texts[2] = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"); // 26 bytes into a 16-byte field
     values.texts[3] = QStringLiteral("SN1");
     const QByteArray record = SetupRecordCodec::encode(values, 116);
@@ -150,7 +189,8 @@ TEST(SetupRecordCodecTest, TextFieldsStopAtZeroOrFillTheField)
     for (const Case& c : cases) {
         SetupValues values;
         SetupRecordCodec::decode(SetupCfgBuilder().productName(c.field).bytes(), 60, values);
-        EXPECT_EQ(values.texts[2], c.text.isNull() ? QString("") : c.text) << c.field.toHex().constData();
+        EXPECT_EQ(values.texts[2], c.text.isNull() ? QString("") : c.text)
+            << c.field.toHex().constData();
     }
 }
 
@@ -192,6 +232,6 @@ TEST(SetupRecordCodecTest, RandomBytesDecodeToSomethingAndEncodeToTheRecordLengt
         const int decoded = SetupRecordCodec::decode(file, count, values);
         EXPECT_LE(decoded, std::max(0, std::min(count, 116)));
         EXPECT_EQ(SetupRecordCodec::encode(values, count).size(),
-                  SetupRecordLayout::recordSize(std::clamp(count, 0, 116)));
+            SetupRecordLayout::recordSize(std::clamp(count, 0, 116)));
     }
 }

@@ -19,7 +19,8 @@ namespace {
 // seen by (or left behind for) the rest of the machine.
 bool enterPrivateMountNamespace()
 {
-    return unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return unshare(CLONE_NEWNS) == 0
+        && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
 } // namespace

@@ -19,7 +19,9 @@ TEST(VolumeTest, OnlyLocalRemovableVolumesAreExternalMemory)
 {
     QTemporaryDir card, share, disk, nested;
     auto volumes = std::make_shared<FakeVolumeSource>();
-    volumes->add(card.path(), true, true).add(share.path(), false, true).add(disk.path(), true, false);
+    volumes->add(card.path(), true, true)
+        .add(share.path(), false, true)
+        .add(disk.path(), true, false);
     ScopedVolumeSource scope(volumes);
     const std::pair<QUrl, bool> cases[] = {
         { QUrl::fromLocalFile(card.path()), true },
@@ -43,15 +45,18 @@ TEST(VolumeTest, TheInnermostVolumeHoldsAPath)
     auto volumes = std::make_shared<FakeVolumeSource>();
     volumes->add(outer.path(), true, false).add(inner, true, true, QStringLiteral("CARD"));
     ScopedVolumeSource scope(volumes);
-    EXPECT_TRUE(Utils::isEXteranlMemoryWithURL(QUrl::fromLocalFile(inner + QStringLiteral("/DCIM"))));
-    EXPECT_FALSE(Utils::isEXteranlMemoryWithURL(QUrl::fromLocalFile(outer.path() + QStringLiteral("/media"))));
+    EXPECT_TRUE(
+        Utils::isEXteranlMemoryWithURL(QUrl::fromLocalFile(inner + QStringLiteral("/DCIM"))));
+    EXPECT_FALSE(Utils::isEXteranlMemoryWithURL(
+        QUrl::fromLocalFile(outer.path() + QStringLiteral("/media"))));
     EXPECT_EQ(Utils::volumeNameWithURL(QUrl::fromLocalFile(inner)), QStringLiteral("CARD"));
 }
 
 TEST(VolumeTest, FolderSourceListsItsFoldersInOrder)
 {
     QTemporaryDir a, b;
-    FolderVolumeSource source({ { b.path(), QStringLiteral("Untitled 2") }, { a.path(), QString() } });
+    FolderVolumeSource source(
+        { { b.path(), QStringLiteral("Untitled 2") }, { a.path(), QString() } });
     const QList<VolumeInfo> volumes = source.volumes();
     ASSERT_EQ(volumes.size(), 2);
     EXPECT_EQ(volumes[0].rootPath, b.path());
@@ -68,14 +73,16 @@ TEST(VolumeTest, RemovableDisksFromSysfs)
     const QString devices = sys.path() + QStringLiteral("/devices");
     const QString block = sys.path() + QStringLiteral("/class/block");
     QDir().mkpath(block);
-    const auto disk = [&](const QString& name, const QByteArray& removable, const QByteArray& type) {
-        TestFiles::write(devices + u'/' + name + QStringLiteral("/removable"), removable);
-        if (!type.isEmpty())
-            TestFiles::write(devices + u'/' + name + QStringLiteral("/device/type"), type);
-        QFile::link(devices + u'/' + name, block + u'/' + name);
-    };
+    const auto disk
+        = [&](const QString& name, const QByteArray& removable, const QByteArray& type) {
+              TestFiles::write(devices + u'/' + name + QStringLiteral("/removable"), removable);
+              if (!type.isEmpty())
+                  TestFiles::write(devices + u'/' + name + QStringLiteral("/device/type"), type);
+              QFile::link(devices + u'/' + name, block + u'/' + name);
+          };
     const auto partition = [&](const QString& diskName, const QString& name) {
-        TestFiles::write(devices + u'/' + diskName + u'/' + name + QStringLiteral("/partition"), "1\n");
+        TestFiles::write(
+            devices + u'/' + diskName + u'/' + name + QStringLiteral("/partition"), "1\n");
         QFile::link(devices + u'/' + diskName + u'/' + name, block + u'/' + name);
     };
     disk(QStringLiteral("sda"), "0\n", {});
@@ -87,11 +94,21 @@ TEST(VolumeTest, RemovableDisksFromSysfs)
     disk(QStringLiteral("mmcblk1"), "0\n", "MMC\n");
 
     const std::pair<const char*, bool> cases[] = {
-        { "sda", false }, { "sda1", false }, { "sdb", true }, { "sdb1", true }, { "mmcblk0p1", true },
-        { "mmcblk0", true }, { "mmcblk1", false }, { "sdz", false }, { "", false }, { "../sdb", false },
+        { "sda", false },
+        { "sda1", false },
+        { "sdb", true },
+        { "sdb1", true },
+        { "mmcblk0p1", true },
+        { "mmcblk0", true },
+        { "mmcblk1", false },
+        { "sdz", false },
+        { "", false },
+        { "../sdb", false },
     };
     for (const auto& [name, removable] : cases)
-        EXPECT_EQ(StorageVolumeSource::isRemovableBlockDevice(QString::fromLatin1(name), block), removable) << name;
+        EXPECT_EQ(StorageVolumeSource::isRemovableBlockDevice(QString::fromLatin1(name), block),
+            removable)
+            << name;
     EXPECT_TRUE(StorageVolumeSource::isNetworkFileSystem(QStringLiteral("cifs")));
     EXPECT_FALSE(StorageVolumeSource::isNetworkFileSystem(QStringLiteral("vfat")));
 }
@@ -104,7 +121,8 @@ TEST(VolumeTest, SystemVolumesAreListedWithoutFailing)
     for (const VolumeInfo& volume : volumes) {
         if (volume.rootPath == QLatin1String("/")) {
             sawRoot = true;
-            EXPECT_FALSE(volume.isLocal && volume.isRemovable && volume.fileSystemType == QLatin1String("overlay"));
+            EXPECT_FALSE(volume.isLocal && volume.isRemovable
+                && volume.fileSystemType == QLatin1String("overlay"));
         }
     }
     EXPECT_TRUE(sawRoot);
@@ -119,7 +137,8 @@ TEST(VolumeTest, WatcherReportsMountsAndUnmountsOnce)
     const QByteArray stick = "41 22 8:33 / /media/user/STICK rw - exfat /dev/sdc1 rw\n";
     TestFiles::write(table, root + card);
     VolumeWatcher watcher(table);
-    EXPECT_EQ(watcher.mountPoints(), (QStringList { QStringLiteral("/"), QStringLiteral("/media/user/MY CARD") }));
+    EXPECT_EQ(watcher.mountPoints(),
+        (QStringList { QStringLiteral("/"), QStringLiteral("/media/user/MY CARD") }));
     QSignalSpy mounted(&watcher, &VolumeWatcher::volumeMounted);
     QSignalSpy unmounted(&watcher, &VolumeWatcher::volumeUnmounted);
 

@@ -12,7 +12,8 @@ QString CardBuilder::path(const QString& relative, const QString& settingDir) co
     return root() + u'/' + settingDir + u'/' + relative;
 }
 
-CardBuilder& CardBuilder::file(const QString& relative, const QByteArray& bytes, const QString& settingDir)
+CardBuilder& CardBuilder::file(
+    const QString& relative, const QByteArray& bytes, const QString& settingDir)
 {
     TestFiles::write(path(relative, settingDir), bytes);
     return *this;

@@ -2,7 +2,8 @@
 
 #include <QFileInfo>
 
-FakeVolumeSource& FakeVolumeSource::add(const QString& rootPath, bool isLocal, bool isRemovable, const QString& name)
+FakeVolumeSource& FakeVolumeSource::add(
+    const QString& rootPath, bool isLocal, bool isRemovable, const QString& name)
 {
     VolumeInfo volume;
     volume.rootPath = rootPath;

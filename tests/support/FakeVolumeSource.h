@@ -7,7 +7,8 @@
 // cards), installed as the process-wide source while it lives.
 class FakeVolumeSource final : public VolumeSource {
 public:
-    FakeVolumeSource& add(const QString& rootPath, bool isLocal, bool isRemovable, const QString& name = {});
+    FakeVolumeSource& add(
+        const QString& rootPath, bool isLocal, bool isRemovable, const QString& name = {});
     QList<VolumeInfo> volumes() const override { return m_volumes; }
 
 private:
@@ -17,6 +18,9 @@ private:
 // Installs a volume source for one test and restores the system's after.
 class ScopedVolumeSource {
 public:
-    explicit ScopedVolumeSource(std::shared_ptr<const VolumeSource> source) { Utils::setVolumeSource(std::move(source)); }
+    explicit ScopedVolumeSource(std::shared_ptr<const VolumeSource> source)
+    {
+        Utils::setVolumeSource(std::move(source));
+    }
     ~ScopedVolumeSource() { Utils::setVolumeSource(nullptr); }
 };

@@ -4,7 +4,8 @@ int RecordingAlertSink::memoryCardErrors() const
 {
     int count = 0;
     for (const AlertRequest& request : m_requests) {
-        if (request.titleKey == kMemoryCardErrorTitleKey && request.messageKey == kMemoryCardErrorMessageKey)
+        if (request.titleKey == kMemoryCardErrorTitleKey
+            && request.messageKey == kMemoryCardErrorMessageKey)
             ++count;
     }
     return count;

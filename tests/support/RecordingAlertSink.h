@@ -9,7 +9,10 @@
 // Records every alert the engine raises and answers with a chosen code.
 class RecordingAlertSink final : public AlertSink {
 public:
-    explicit RecordingAlertSink(int answer = kFirstButtonReturn) : m_answer(answer) {}
+    explicit RecordingAlertSink(int answer = kFirstButtonReturn)
+        : m_answer(answer)
+    {
+    }
 
     int showAlert(const AlertRequest& request) override
     {

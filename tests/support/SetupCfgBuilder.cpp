@@ -48,7 +48,8 @@ SetupCfgBuilder& SetupCfgBuilder::text(int offset, int width, const QByteArray& 
 {
     ensure(offset + width);
     std::fill(m_bytes.begin() + offset, m_bytes.begin() + offset + width, '\0');
-    std::copy_n(utf8.constBegin(), std::min<qsizetype>(width, utf8.size()), m_bytes.begin() + offset);
+    std::copy_n(
+        utf8.constBegin(), std::min<qsizetype>(width, utf8.size()), m_bytes.begin() + offset);
     return *this;
 }
 
