@@ -101,7 +101,7 @@ void MpvPlayer::dispose(std::unique_ptr<MpvPlayer> player)
         return;
     player->disconnect();
     player->pause();
-    if (player->m_dispatching) {
+    if (player->m_dispatching > 0) {
         player->m_disposed = true;
         player.release()->deleteLater();
     }
@@ -131,14 +131,14 @@ void MpvPlayer::onRenderUpdate(void* self)
 void MpvPlayer::drainEvents()
 {
     m_drainQueued = false;
-    m_dispatching = true;
+    ++m_dispatching;
     while (m_mpv && !m_disposed) {
         mpv_event* event = mpv_wait_event(m_mpv, 0);
         if (!event || event->event_id == MPV_EVENT_NONE)
             break;
         handleEvent(*event);
     }
-    m_dispatching = false;
+    --m_dispatching;
 }
 
 void MpvPlayer::renderFrame()
@@ -149,8 +149,11 @@ void MpvPlayer::renderFrame()
     const MpvRenderTarget::Result result = m_target->render();
     if (result == MpvRenderTarget::Result::NewFrame)
         ++m_framesRendered;
-    if (result != MpvRenderTarget::Result::Nothing && m_framesRendered > 0)
+    if (result != MpvRenderTarget::Result::Nothing && m_framesRendered > 0) {
+        ++m_dispatching;
         emit frameRendered();
+        --m_dispatching;
+    }
 }
 
 void MpvPlayer::handleEvent(const mpv_event& event)
@@ -379,7 +382,9 @@ void MpvPlayer::updateRate()
     if (rate == m_rate)
         return;
     m_rate = rate;
+    ++m_dispatching;
     emit rateChanged(rate);
+    --m_dispatching;
 }
 
 void MpvPlayer::reverseTick()

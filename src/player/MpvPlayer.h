@@ -114,7 +114,8 @@ private:
     std::unique_ptr<MpvRenderTarget> m_target;
     std::atomic_bool m_drainQueued {false};
     std::atomic_bool m_renderQueued {false};
-    bool m_dispatching = false;
+    // Depth of calls that hand mpv's news to listeners (who may dispose of us).
+    int m_dispatching = 0;
     bool m_disposed = false;
 
     QString m_path;

@@ -89,7 +89,7 @@ void TavroAVView::prepareAsset()
     rebuildObservers();
     setStatus(TavroAVViewStatus::Loading);
     if (m_fileName.isEmpty() || !m_player->isValid()) {
-        setStatus(TavroAVViewStatus::Error);
+        stopLoadingAnimationAndHandleError(true);
         return;
     }
     m_player->load(m_fileName);

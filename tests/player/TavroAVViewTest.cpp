@@ -340,6 +340,23 @@ TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
     ASSERT_TRUE(owner.waitForEnd(view, 1, kWaitMs));
     EXPECT_TRUE(QTest::qWaitFor([&] { return owner.log(view).statuses.count(S::Prepared) == 2; }, kWaitMs));
     EXPECT_EQ(view->fileName(), clips().redOverBlue);
+
+    // An owner that closes the view when it hears the rate drop to 0, from
+    // inside the pause call itself.
+    struct CloseOnPause : RecordingPlayerDelegate {
+        void tavroAVViewDidUpdateRate(PlayerView* view, float rate) override
+        {
+            RecordingPlayerDelegate::tavroAVViewDidUpdateRate(view, rate);
+            if (rate == 0.0f)
+                view->close();
+        }
+    } closer;
+    view->setDelegate(&closer);
+    view->play();
+    view->pause();
+    EXPECT_EQ(view->status(), S::Init);
+    QTest::qWait(100);
+    EXPECT_TRUE(view->fileName().isEmpty());
 }
 
 TEST_F(PlayerViewTest, RightButtonReleaseAsksForFullScreenAndVolumeSticks)
