@@ -17,7 +17,8 @@ float magnitudeY(int raw, float baseYPoint)
 
 } // namespace
 
-GravityGraphPoints GravityGraphPoints::generatePoints(const TavroClipData& clipData, float baseYPoint)
+GravityGraphPoints GravityGraphPoints::generatePoints(
+    const TavroClipData& clipData, float baseYPoint)
 {
     GravityGraphPoints points;
     const int count = clipData.clipDataCount();

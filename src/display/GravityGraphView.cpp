@@ -71,8 +71,8 @@ void GravityGraphView::drawBackground(QPainter& painter) const
 }
 
 // The stored y counts upwards from the bottom edge; the widget's counts down.
-void GravityGraphView::drawAxis(QPainter& painter, const QList<QPointF>& points,
-    const QColor& colour) const
+void GravityGraphView::drawAxis(
+    QPainter& painter, const QList<QPointF>& points, const QColor& colour) const
 {
     const qreal w = width();
     const qreal h = height();

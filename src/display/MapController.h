@@ -2,8 +2,8 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QWebEngineView>
 #include <QString>
+#include <QWebEngineView>
 
 #include <memory>
 

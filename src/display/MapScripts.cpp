@@ -11,8 +11,8 @@ namespace MapScripts {
 QString moveToScript(float lat, float lng)
 {
     // asprintf formats in the C locale whatever the user's locale is.
-    return QString::asprintf("MapMoveToAuto(%f,%f,-1)", static_cast<double>(lng),
-        static_cast<double>(lat));
+    return QString::asprintf(
+        "MapMoveToAuto(%f,%f,-1)", static_cast<double>(lng), static_cast<double>(lat));
 }
 
 QString routeScript(const TavroClipData& clipData)

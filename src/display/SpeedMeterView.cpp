@@ -1,9 +1,9 @@
 #include "display/SpeedMeterView.h"
 
 #include <QHash>
-#include <algorithm>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 
 namespace {
 
@@ -105,7 +105,8 @@ QSvgRenderer* SpeedMeterView::renderer(const QString& imageName) const
     return svg;
 }
 
-void SpeedMeterView::drawImage(QPainter& painter, const QString& imageName, const QRectF& rect) const
+void SpeedMeterView::drawImage(
+    QPainter& painter, const QString& imageName, const QRectF& rect) const
 {
     QSvgRenderer* svg = renderer(imageName);
     if (svg->isValid())

@@ -9,9 +9,9 @@ struct SpeedReadout {
     static constexpr int kNoDigit = -1;
     static constexpr int kGaugeSegments = 24;
 
-    int shown = 0;                 // the speed in the chosen unit
-    bool mph = false;              // mph label visible
-    int gaugeSegments = 0;         // segments 1..gaugeSegments are lit
+    int shown = 0; // the speed in the chosen unit
+    bool mph = false; // mph label visible
+    int gaugeSegments = 0; // segments 1..gaugeSegments are lit
     // Digit per slot, kNoDigit where the slot is cleared.
     int number1 = kNoDigit;
     int number10 = kNoDigit;

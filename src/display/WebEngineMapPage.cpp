@@ -29,8 +29,9 @@ QWebEngineProfile* WebEngineMapPage::sharedProfile()
         p->setHttpCacheType(QWebEngineProfile::DiskHttpCache);
         p->setHttpCacheMaximumSize(kTileCacheBytes);
         p->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-        p->setHttpUserAgent(QStringLiteral("TavroViewer/%1 (Linux dash-camera clip viewer; QtWebEngine)")
-                                .arg(Tavro::versionString()));
+        p->setHttpUserAgent(
+            QStringLiteral("TavroViewer/%1 (Linux dash-camera clip viewer; QtWebEngine)")
+                .arg(Tavro::versionString()));
         return p;
     }();
     return profile;

@@ -14,8 +14,8 @@ class QWebEngineProfile;
 class WebEngineMapPage : public QObject, public MapPage {
     Q_OBJECT
 public:
-    // Not a child of the view: the owner may outlive it. Gives the view the map's own web page (profile with disk cache and the
-    // viewer's User-Agent, navigation kept on the map page).
+    // Not a child of the view: the owner may outlive it. Gives the view the map's own web page
+    // (profile with disk cache and the viewer's User-Agent, navigation kept on the map page).
     explicit WebEngineMapPage(QWebEngineView* view);
 
     void load(const QUrl& url) override;

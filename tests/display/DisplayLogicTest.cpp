@@ -20,8 +20,8 @@ struct ExpectedPoint {
     float y;
 };
 
-void expectCurve(const QList<QPointF>& actual, const std::vector<ExpectedPoint>& expected,
-    const char* axis)
+void expectCurve(
+    const QList<QPointF>& actual, const std::vector<ExpectedPoint>& expected, const char* axis)
 {
     ASSERT_EQ(actual.size(), static_cast<qsizetype>(expected.size())) << axis;
     for (size_t i = 0; i < expected.size(); ++i) {
@@ -65,7 +65,8 @@ TEST(GravityGraphPointsTest, ManySamplesStepEvenlyAndHangByMagnitude)
         gy.push_back({ fx, 100.0f - std::abs(y) / 10.0f });
         gz.push_back({ fx, 100.0f - z / 10.0f });
     }
-    const GravityGraphPoints points = GravityGraphPoints::generatePoints(makeGRecord(samples), 100.0f);
+    const GravityGraphPoints points
+        = GravityGraphPoints::generatePoints(makeGRecord(samples), 100.0f);
     expectCurve(points.gxPointList, gx, "x");
     expectCurve(points.gyPointList, gy, "y");
     expectCurve(points.gzPointList, gz, "z");
@@ -149,10 +150,9 @@ TEST(SpeedReadoutTest, KilometresPerHour)
 TEST(SpeedReadoutTest, MilesPerHour)
 {
     const SpeedCase cases[] = {
-        { 8, 1, N, N, N, 0 },
-        { 9, 1, N, N, 6, 0 },   // 5.59 rounds to 6
-        { 16, 1, N, 1, 0, 1 },  // 9.94 -> 10
-        { 55, 1, N, 3, 4, 3 },  // 34.18
+        { 8, 1, N, N, N, 0 }, { 9, 1, N, N, 6, 0 }, // 5.59 rounds to 6
+        { 16, 1, N, 1, 0, 1 }, // 9.94 -> 10
+        { 55, 1, N, 3, 4, 3 }, // 34.18
         { 100, 1, N, 6, 2, 6 }, // 62.14
         { 105, 1, N, 6, 5, 6 }, // 65.24
         { 161, 1, 1, 0, 0, 10 }, // 100.04
@@ -167,7 +167,7 @@ TEST(SpeedReadoutTest, MilesPerHour)
 TEST(SpeedReadoutTest, MilesRoundHalfAwayFromZero)
 {
     EXPECT_EQ(SpeedReadout::shownSpeed(9, 1), 6);
-    EXPECT_EQ(SpeedReadout::shownSpeed(1, 1), 1);  // 0.62
+    EXPECT_EQ(SpeedReadout::shownSpeed(1, 1), 1); // 0.62
     EXPECT_EQ(SpeedReadout::shownSpeed(-9, 1), -6);
     EXPECT_EQ(SpeedReadout::shownSpeed(-9, 0), -9);
 }
@@ -224,8 +224,7 @@ TEST(MapScriptsTest, RouteWalksOnlyTheFirstGpsDataCountSamples)
     // vanish, and B and C at the end are lost.
     expectRoute(makeGpsRecord({ NoFix, NoFix, A, B, C }), "127.250000,37.500000");
     // A no-fix gap inside the route is drawn as a point at (0, 0).
-    expectRoute(makeGpsRecord({ A, NoFix, B }),
-        "127.250000,37.500000|0.000000,0.000000");
+    expectRoute(makeGpsRecord({ A, NoFix, B }), "127.250000,37.500000|0.000000,0.000000");
 }
 
 TEST(MapScriptsTest, RouteCountIsTakenUnsigned)
@@ -243,9 +242,11 @@ TEST(MapScriptsTest, PageAddressCarriesAnotherTileServer)
     EXPECT_EQ(MapScripts::pageUrl().toString().toStdString(), "qrc:/map/mapview.html");
     EXPECT_EQ(MapScripts::pageUrl(MapScripts::kDefaultTileUrl).toString().toStdString(),
         "qrc:/map/mapview.html");
-    const QUrl url = MapScripts::pageUrl(QStringLiteral("http://tiles.example/{z}/{x}/{y}.png?k=a&b=c"));
+    const QUrl url
+        = MapScripts::pageUrl(QStringLiteral("http://tiles.example/{z}/{x}/{y}.png?k=a&b=c"));
     EXPECT_EQ(url.path().toStdString(), "/map/mapview.html");
-    EXPECT_EQ(QUrlQuery(url).queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded).toStdString(),
+    EXPECT_EQ(
+        QUrlQuery(url).queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded).toStdString(),
         "http://tiles.example/{z}/{x}/{y}.png?k=a&b=c");
 }
 
@@ -282,9 +283,9 @@ TEST(MapControllerTest, TileServerComesFromTheEnvironment)
     controller.load();
     qunsetenv(MapController::kTileUrlEnvironment);
     ASSERT_EQ(log.loads.size(), 1);
-    EXPECT_EQ(QUrlQuery(log.loads[0]).queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded)
+    EXPECT_EQ(QUrlQuery(log.loads[0])
+                  .queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded)
                   .toStdString(),
         "http://127.0.0.1:9/{z}/{x}/{y}.png");
     EXPECT_EQ(MapController::tileUrl().toStdString(), MapScripts::kDefaultTileUrl);
 }
-

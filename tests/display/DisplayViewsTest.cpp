@@ -108,7 +108,8 @@ TEST(GravityGraphViewTest, OneSampleDrawsALineFromTheZeroLineToTheRightEdge)
     // Widget rows count down from the top: 50 up is row 50, 20 up is row 80.
     const int right = image.width() - 1;
     auto near = [](const std::vector<int>& rows, int row) {
-        return !rows.empty() && std::abs(rows.front() - row) <= 1 && std::abs(rows.back() - row) <= 1;
+        return !rows.empty() && std::abs(rows.front() - row) <= 1
+            && std::abs(rows.back() - row) <= 1;
     };
     EXPECT_TRUE(near(rowsWithColour(image, right, kRed), 80));
     EXPECT_TRUE(near(rowsWithColour(image, right, kYellow), 60));
@@ -122,7 +123,8 @@ TEST(GravityGraphViewTest, DrivingClipDrawsThreeCurves)
     std::vector<GSample> samples;
     for (int i = 0; i < 600; ++i) {
         const int bump = (i > 300 && i < 320) ? 200 : 0;
-        samples.push_back({ (i % 13 - 6) * 4 + bump, (i % 7 - 3) * 6 - bump / 2, 128 + (i % 5) - 2 });
+        samples.push_back(
+            { (i % 13 - 6) * 4 + bump, (i % 7 - 3) * 6 - bump / 2, 128 + (i % 5) - 2 });
     }
     const TavroClipData data = makeGRecord(samples);
     GravityGraphView view;
@@ -138,7 +140,8 @@ TEST(GravityGraphViewTest, DrivingClipDrawsThreeCurves)
     for (int y = 0; y < 59; ++y) {
         for (int x = 0; x < image.width(); ++x) {
             const QRgb p = image.pixel(x, y) & 0xffffff;
-            ASSERT_TRUE(p != (kRed & 0xffffff) && p != (kYellow & 0xffffff) && p != (kBlue & 0xffffff))
+            ASSERT_TRUE(
+                p != (kRed & 0xffffff) && p != (kYellow & 0xffffff) && p != (kBlue & 0xffffff))
                 << x << "," << y;
         }
     }
@@ -284,8 +287,9 @@ TEST_F(SpeedMeterViewTest, ArtworkIsDrawn)
 
 TEST(TelemetryArtworkTest, EveryImageNameResolvesAndDrawsSomething)
 {
-    const char* names[] = { "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "speed_digit_off",
-        "speed_gauge", "speed_mph", "speed_panel", "shock_gage1", "shock_gage2", "earth1", "earth2" };
+    const char* names[]
+        = { "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "speed_digit_off", "speed_gauge",
+              "speed_mph", "speed_panel", "shock_gage1", "shock_gage2", "earth1", "earth2" };
     QImage sheet(64 * 6, 64 * 3, QImage::Format_RGB32);
     sheet.fill(qRgb(0x1f, 0x22, 0x26));
     QPainter sheetPainter(&sheet);

@@ -58,7 +58,8 @@ bool waitForState(QWebEngineView& view, const std::function<bool(const QJsonObje
     return ok;
 }
 
-void expectLngLat(const QJsonValue& value, double lng, double lat, double tolerance, const char* what)
+void expectLngLat(
+    const QJsonValue& value, double lng, double lat, double tolerance, const char* what)
 {
     const QJsonArray pair = value.toArray();
     ASSERT_EQ(pair.size(), 2) << what;
@@ -89,11 +90,9 @@ protected:
 };
 
 const GpsPoint kRoute[] = {
-    { 37.5000f, 127.0000f },
-    { 37.5010f, 127.0020f },
+    { 37.5000f, 127.0000f }, { 37.5010f, 127.0020f },
     { 37.5010f, 127.0020f }, // same place: one point
-    { 37.5030f, 127.0050f },
-    { 37.5000f, 127.0000f }, // back at the start: drawn again
+    { 37.5030f, 127.0050f }, { 37.5000f, 127.0000f }, // back at the start: drawn again
 };
 
 } // namespace
@@ -112,7 +111,9 @@ TEST_F(MapPageTest, CallsSentBeforeTheLoadAreAppliedAfterIt)
     ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
 
     QJsonObject state;
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("position")].isArray(); }, &state))
+    ASSERT_TRUE(waitForState(
+        m_view, [](const QJsonObject& s) { return s[QStringLiteral("position")].isArray(); },
+        &state))
         << QJsonDocument(state).toJson().toStdString();
     EXPECT_TRUE(loaded[0][0].toBool());
 
@@ -134,7 +135,9 @@ TEST_F(MapPageTest, CallsSentBeforeTheLoadAreAppliedAfterIt)
     EXPECT_EQ(state[QStringLiteral("scriptErrors")].toInt(), 0);
 
     // No tile can be fetched: the note says so, the route is still there.
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("offlineNoteShown")].toBool(); }, &state))
+    ASSERT_TRUE(waitForState(
+        m_view, [](const QJsonObject& s) { return s[QStringLiteral("offlineNoteShown")].toBool(); },
+        &state))
         << QJsonDocument(state).toJson().toStdString();
     EXPECT_GT(state[QStringLiteral("tileErrors")].toInt(), 0);
     EXPECT_EQ(state[QStringLiteral("tileLoads")].toInt(), 0);
@@ -148,7 +151,8 @@ TEST_F(MapPageTest, MoveToCentresTheMapAndANewRouteReplacesTheOld)
     QSignalSpy loaded(&m_view, &QWebEngineView::loadFinished);
     controller.load();
     ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("initialized")].toBool(); }));
+    ASSERT_TRUE(waitForState(
+        m_view, [](const QJsonObject& s) { return s[QStringLiteral("initialized")].toBool(); }));
 
     const struct {
         float lat;
@@ -157,21 +161,27 @@ TEST_F(MapPageTest, MoveToCentresTheMapAndANewRouteReplacesTheOld)
     for (const auto& p : positions) {
         controller.moveToLat(p.lat, p.lng);
         QJsonObject state;
-        EXPECT_TRUE(waitForState(m_view, [&](const QJsonObject& s) {
-            const QJsonArray c = s[QStringLiteral("center")].toArray();
-            return c.size() == 2 && std::abs(c[0].toDouble() - p.lng) < 1e-4
-                && std::abs(c[1].toDouble() - p.lat) < 1e-4;
-        }, &state)) << p.lat << "," << p.lng << " " << QJsonDocument(state).toJson().toStdString();
+        EXPECT_TRUE(waitForState(
+            m_view,
+            [&](const QJsonObject& s) {
+                const QJsonArray c = s[QStringLiteral("center")].toArray();
+                return c.size() == 2 && std::abs(c[0].toDouble() - p.lng) < 1e-4
+                    && std::abs(c[1].toDouble() - p.lat) < 1e-4;
+            },
+            &state))
+            << p.lat << "," << p.lng << " " << QJsonDocument(state).toJson().toStdString();
         expectLngLat(state[QStringLiteral("position")], p.lng, p.lat, 1e-5, "position");
         EXPECT_GE(state[QStringLiteral("zoom")].toInt(), 10);
     }
 
     controller.addRoute(makeGpsRecord({ { 51.5f, -0.125f }, { 51.5f, -0.12f } }));
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("route")].toArray().size() == 2; }));
+    ASSERT_TRUE(waitForState(m_view,
+        [](const QJsonObject& s) { return s[QStringLiteral("route")].toArray().size() == 2; }));
     // A clip without positions clears the route; nothing on the page throws.
     controller.addRoute(makeGpsRecord({}));
     QJsonObject state;
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("route")].isNull(); }, &state));
+    ASSERT_TRUE(waitForState(
+        m_view, [](const QJsonObject& s) { return s[QStringLiteral("route")].isNull(); }, &state));
     EXPECT_EQ(state[QStringLiteral("scriptErrors")].toInt(), 0);
     keepScreenshot(m_view, QStringLiteral("map-offline-position.png"));
 }
@@ -190,7 +200,9 @@ TEST_F(MapPageTest, PageKeepsScriptsUntilLoadedAndStaysOnTheMap)
     EXPECT_TRUE(page.isLoaded());
     EXPECT_EQ(page.pendingScriptCount(), 0);
     QJsonObject state;
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("position")].isArray(); }, &state));
+    ASSERT_TRUE(waitForState(
+        m_view, [](const QJsonObject& s) { return s[QStringLiteral("position")].isArray(); },
+        &state));
     expectLngLat(state[QStringLiteral("center")], 10.5, 20.25, 1e-4, "centre");
 
     // Navigating away from the map page is refused; the map stays.
@@ -198,5 +210,6 @@ TEST_F(MapPageTest, PageKeepsScriptsUntilLoadedAndStaysOnTheMap)
     page.runJavaScript(QStringLiteral("window.location.href = 'file:///etc/hostname'"));
     QTest::qWait(300);
     EXPECT_EQ(m_view.url(), mapUrl);
-    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) { return s[QStringLiteral("initialized")].toBool(); }));
+    ASSERT_TRUE(waitForState(
+        m_view, [](const QJsonObject& s) { return s[QStringLiteral("initialized")].toBool(); }));
 }

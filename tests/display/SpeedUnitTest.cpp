@@ -91,7 +91,8 @@ TEST_F(SpeedUnitTest, ChoosingMphStoresItNotifiesAndRedrawsTheSpeedometer)
     EXPECT_EQ(posted.size(), 1);
     EXPECT_EQ(SpeedUnit::storedSpeedUnit(), SpeedUnit::kMph);
     // Written to disk at once, not at exit.
-    EXPECT_TRUE(storedText().contains(QStringLiteral("TavroViewerSpeedUnit=1"))) << storedText().toStdString();
+    EXPECT_TRUE(storedText().contains(QStringLiteral("TavroViewerSpeedUnit=1")))
+        << storedText().toStdString();
     // The notification redraws the last speed (km/h) in the new unit.
     EXPECT_EQ(speedometer.shown, std::vector<int> { 105 });
 
