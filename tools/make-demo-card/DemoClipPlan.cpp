@@ -59,7 +59,7 @@ void planDrive(const DemoOptions& options, DemoTimeline& timeline, QVector<DemoC
         DemoClip clip = mp4Pair(QStringLiteral("cont_rec"), timeStamp(timeline, at), QStringLiteral("_F"),
             QStringLiteral("_R"));
         clip.subtitleStyle = i % 2 == 0 ? SubtitleStyle::Gsensor : SubtitleStyle::GsensorCar;
-        clip.hevc = options.continuousClips > 1 && i == options.continuousClips - 1;
+        clip.hevc = i == options.continuousClips - 1; // the camera's newer H.265 mode
         next(clip);
     }
     next(kelClip(QStringLiteral("cont_rec"), QStringLiteral("Rec_"), timeStamp(timeline, at), false));

@@ -8,7 +8,7 @@
 // What to generate; the defaults make the README's demo card.
 struct DemoOptions {
     QString outDir;
-    int clipSeconds = 30;     // length of every clip
+    int clipSeconds = 20;     // length of every clip
     int continuousClips = 4;  // consecutive front/rear pairs in cont_rec
     QSize frontSize { 1280, 720 };
     QSize rearSize { 640, 360 };

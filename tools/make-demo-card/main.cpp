@@ -75,7 +75,7 @@ std::optional<DemoOptions> parseOptions(const QCoreApplication& app, QTextStream
     parser.addHelpOption();
     parser.addOptions({
         { { QStringLiteral("o"), QStringLiteral("out") }, QStringLiteral("The card folder to write."), QStringLiteral("OUT") },
-        { QStringLiteral("length"), QStringLiteral("Seconds per clip, 2 to 60 (default 30)."), QStringLiteral("SECONDS") },
+        { QStringLiteral("length"), QStringLiteral("Seconds per clip, 2 to 60 (default 20)."), QStringLiteral("SECONDS") },
         { QStringLiteral("clips"), QStringLiteral("Consecutive front/rear pairs of the drive in cont_rec, 1 to 20 (default 4)."), QStringLiteral("N") },
         { QStringLiteral("resolution"), QStringLiteral("720p (front 1280x720, rear 640x360; default) or 1080p (front 1920x1080, rear 1280x720)."), QStringLiteral("RES"), QStringLiteral("720p") },
         { QStringLiteral("front-size"), QStringLiteral("Front picture size, e.g. 320x180 (overrides --resolution)."), QStringLiteral("WxH") },
