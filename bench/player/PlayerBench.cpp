@@ -20,9 +20,9 @@
 #include <QFile>
 
 #include <algorithm>
-#include <memory>
 #include <clocale>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 #include <sys/resource.h>
@@ -31,11 +31,14 @@ namespace {
 
 struct StatusWatcher : TavroAVViewDelegate {
     TavroAVViewStatus last = TavroAVViewStatus::Init;
-    void tavroAVViewDidUpdateStatus(PlayerView*, TavroAVViewStatus status) override { last = status; }
-    void tavroAVViewDidUpdateRate(PlayerView*, float) override {}
-    void tavroAVViewDidUpdateTime(PlayerView*, double) override {}
-    void tavroAVViewDidPlayToEndTime(PlayerView*) override {}
-    void tavroAVViewDidRequestFullscreen(PlayerView*) override {}
+    void tavroAVViewDidUpdateStatus(PlayerView*, TavroAVViewStatus status) override
+    {
+        last = status;
+    }
+    void tavroAVViewDidUpdateRate(PlayerView*, float) override { }
+    void tavroAVViewDidUpdateTime(PlayerView*, double) override { }
+    void tavroAVViewDidPlayToEndTime(PlayerView*) override { }
+    void tavroAVViewDidRequestFullscreen(PlayerView*) override { }
 };
 
 double processCpuSeconds()
@@ -66,11 +69,12 @@ bool makeClip(const QString& path)
     std::fflush(stdout);
     QProcess ffmpeg;
     ffmpeg.start(QStringLiteral("ffmpeg"),
-                 QString::fromLatin1("-hide_banner -loglevel error -y -f lavfi -i testsrc2=s=1920x1080:r=30:d=60 "
-                                     "-f lavfi -i sine=frequency=440:duration=60 -c:v libx264 -preset ultrafast "
-                                     "-pix_fmt yuv420p -g 30 -c:a aac")
-                         .split(QLatin1Char(' '))
-                     + QStringList {path});
+        QString::fromLatin1(
+            "-hide_banner -loglevel error -y -f lavfi -i testsrc2=s=1920x1080:r=30:d=60 "
+            "-f lavfi -i sine=frequency=440:duration=60 -c:v libx264 -preset ultrafast "
+            "-pix_fmt yuv420p -g 30 -c:a aac")
+                .split(QLatin1Char(' '))
+            + QStringList { path });
     return ffmpeg.waitForFinished(600000) && ffmpeg.exitCode() == 0;
 }
 
@@ -79,8 +83,9 @@ double referenceRunMs(const QString& clip)
     QElapsedTimer clock;
     clock.start();
     QProcess mpv;
-    mpv.start(QStringLiteral("mpv"), {QStringLiteral("--no-config"), QStringLiteral("--vo=null"),
-                                      QStringLiteral("--ao=null"), QStringLiteral("--frames=1"), clip});
+    mpv.start(QStringLiteral("mpv"),
+        { QStringLiteral("--no-config"), QStringLiteral("--vo=null"), QStringLiteral("--ao=null"),
+            QStringLiteral("--frames=1"), clip });
     if (!mpv.waitForFinished(60000) || mpv.exitCode() != 0)
         return -1.0;
     return double(clock.nsecsElapsed()) / 1e6;
@@ -132,10 +137,10 @@ void benchLoad(const QString& clip, int runs)
     const double ref = median(reference);
     std::printf("\nload, median of %d runs\n", runs);
     std::printf("  mpv --vo=null --frames=1 (whole process)   %8.1f ms\n", ref);
-    std::printf("  TavroAVView setFileName -> Prepared          %8.1f ms  (%.2fx mpv)\n", median(prepared),
-                median(prepared) / ref);
-    std::printf("  TavroAVView setFileName -> first picture     %8.1f ms  (%.2fx mpv)\n", median(firstFrame),
-                median(firstFrame) / ref);
+    std::printf("  TavroAVView setFileName -> Prepared          %8.1f ms  (%.2fx mpv)\n",
+        median(prepared), median(prepared) / ref);
+    std::printf("  TavroAVView setFileName -> first picture     %8.1f ms  (%.2fx mpv)\n",
+        median(firstFrame), median(firstFrame) / ref);
 }
 
 // Two mpv windows of the views' sizes; a small script reports mpv's drop
@@ -154,15 +159,16 @@ void referenceTwoWindows(const QString& clip, int seconds, const QString& dir)
                   .toUtf8());
     lua.close();
     std::vector<std::unique_ptr<QProcess>> players;
-    for (const char* geometry : {"960x540+0+0", "480x540+960+0"}) {
+    for (const char* geometry : { "960x540+0+0", "480x540+960+0" }) {
         auto mpv = std::make_unique<QProcess>();
         mpv->setProcessChannelMode(QProcess::MergedChannels);
         mpv->start(QStringLiteral("mpv"),
-                   {QStringLiteral("--no-config"), QStringLiteral("--vo=gpu"), QStringLiteral("--gpu-sw=yes"),
-                    QStringLiteral("--hwdec=auto-safe"), QStringLiteral("--ao=null"),
-                    QStringLiteral("--msg-level=all=no,drops=warn"), QStringLiteral("--end=%1").arg(seconds),
-                    QStringLiteral("--geometry=") + QString::fromLatin1(geometry),
-                    QStringLiteral("--script=") + script, clip});
+            { QStringLiteral("--no-config"), QStringLiteral("--vo=gpu"),
+                QStringLiteral("--gpu-sw=yes"), QStringLiteral("--hwdec=auto-safe"),
+                QStringLiteral("--ao=null"), QStringLiteral("--msg-level=all=no,drops=warn"),
+                QStringLiteral("--end=%1").arg(seconds),
+                QStringLiteral("--geometry=") + QString::fromLatin1(geometry),
+                QStringLiteral("--script=") + script, clip });
         players.push_back(std::move(mpv));
     }
     std::printf("\nreference: two mpv --vo=gpu windows playing the clip for %d s\n", seconds);
@@ -174,8 +180,9 @@ void referenceTwoWindows(const QString& clip, int seconds, const QString& dir)
             std::printf("  mpv did not report its drops\n");
             continue;
         }
-        std::printf("  mpv   media advanced %6s s, mpv frame-drop-count %s, vo-drop-frame-count %s\n",
-                    words[at + 3].constData(), words[at + 1].constData(), words[at + 2].constData());
+        std::printf(
+            "  mpv   media advanced %6s s, mpv frame-drop-count %s, vo-drop-frame-count %s\n",
+            words[at + 3].constData(), words[at + 1].constData(), words[at + 2].constData());
     }
     std::printf("  load average %s\n", loadAverage().constData());
 }
@@ -197,9 +204,12 @@ void benchTwoViews(const QString& clip, int seconds)
     big->setFileName(clip);
     small->setFileName(clip);
     small->setVolume(0.0f);
-    const bool ready = QTest::qWaitFor([&] { return big->status() == TavroAVViewStatus::Prepared
-                              && small->status() == TavroAVViewStatus::Prepared; },
-                    30000);
+    const bool ready = QTest::qWaitFor(
+        [&] {
+            return big->status() == TavroAVViewStatus::Prepared
+                && small->status() == TavroAVViewStatus::Prepared;
+        },
+        30000);
     if (!ready) {
         std::fprintf(stderr, "the two views did not get ready within 30 s\n");
         return;
@@ -213,16 +223,17 @@ void benchTwoViews(const QString& clip, int seconds)
     const double wall = double(clock.nsecsElapsed()) / 1e9;
     const double cpu = processCpuSeconds() - cpuBefore;
     std::printf("\ntwo views playing the clip for %.1f s (big %dx%d, small %dx%d)\n", wall,
-                big->width(), big->height(), small->width(), small->height());
-    for (auto [name, view] : {std::pair {"big", big}, std::pair {"small", small}}) {
-        std::printf("  %-5s media advanced %6.2f s, pictures drawn %5lld, mpv frame-drop-count %lld, "
-                    "vo-drop-frame-count %lld\n",
-                    name, view->currentTime(), static_cast<long long>(view->framesPresented()),
-                    static_cast<long long>(view->decoderDroppedFrames()),
-                    static_cast<long long>(view->outputDroppedFrames()));
+        big->width(), big->height(), small->width(), small->height());
+    for (auto [name, view] : { std::pair { "big", big }, std::pair { "small", small } }) {
+        std::printf(
+            "  %-5s media advanced %6.2f s, pictures drawn %5lld, mpv frame-drop-count %lld, "
+            "vo-drop-frame-count %lld\n",
+            name, view->currentTime(), static_cast<long long>(view->framesPresented()),
+            static_cast<long long>(view->decoderDroppedFrames()),
+            static_cast<long long>(view->outputDroppedFrames()));
     }
-    std::printf("  process CPU %.1f s in %.1f s wall (%.0f%% of one core); load average %s\n", cpu, wall,
-                100.0 * cpu / wall, loadAverage().constData());
+    std::printf("  process CPU %.1f s in %.1f s wall (%.0f%% of one core); load average %s\n", cpu,
+        wall, 100.0 * cpu / wall, loadAverage().constData());
     big->setDelegate(nullptr);
     small->setDelegate(nullptr);
 }
@@ -236,12 +247,13 @@ int main(int argc, char** argv)
     std::setlocale(LC_NUMERIC, "C");
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOption({QStringLiteral("clip"), QStringLiteral("Use this clip instead of making one."),
-                      QStringLiteral("file")});
-    parser.addOption({QStringLiteral("runs"), QStringLiteral("Load runs (default 5)."), QStringLiteral("n"),
-                      QStringLiteral("5")});
-    parser.addOption({QStringLiteral("seconds"), QStringLiteral("Two-view playback time (default 30)."),
-                      QStringLiteral("s"), QStringLiteral("30")});
+    parser.addOption({ QStringLiteral("clip"),
+        QStringLiteral("Use this clip instead of making one."), QStringLiteral("file") });
+    parser.addOption({ QStringLiteral("runs"), QStringLiteral("Load runs (default 5)."),
+        QStringLiteral("n"), QStringLiteral("5") });
+    parser.addOption(
+        { QStringLiteral("seconds"), QStringLiteral("Two-view playback time (default 30)."),
+            QStringLiteral("s"), QStringLiteral("30") });
     parser.process(app);
 
     QTemporaryDir dir;

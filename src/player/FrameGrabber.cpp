@@ -30,10 +30,17 @@ MpvCore startCore(double seconds, int videoTrack)
     const QByteArray start = QByteArray::number(seconds, 'f', 6);
     const QByteArray track = QByteArray::number(videoTrack);
     const std::pair<const char*, const char*> options[] = {
-        {MpvName::kConfig, "no"},     {MpvName::kTerminal, "no"}, {MpvName::kVo, "null"},
-        {MpvName::kAo, "null"},       {MpvName::kAudio, "no"},    {MpvName::kPause, "yes"},
-        {MpvName::kHrSeek, "yes"},    {MpvName::kKeepOpen, "yes"}, {MpvName::kIdle, "yes"},
-        {MpvName::kStart, start.constData()}, {MpvName::kVideoTrack, track.constData()},
+        { MpvName::kConfig, "no" },
+        { MpvName::kTerminal, "no" },
+        { MpvName::kVo, "null" },
+        { MpvName::kAo, "null" },
+        { MpvName::kAudio, "no" },
+        { MpvName::kPause, "yes" },
+        { MpvName::kHrSeek, "yes" },
+        { MpvName::kKeepOpen, "yes" },
+        { MpvName::kIdle, "yes" },
+        { MpvName::kStart, start.constData() },
+        { MpvName::kVideoTrack, track.constData() },
     };
     for (const auto& [name, value] : options)
         mpv_set_option_string(mpv.get(), name, value);
@@ -87,10 +94,11 @@ QImage imageFromShot(const mpv_node& shot)
         return {};
     if (!format || format->format != MPV_FORMAT_STRING || qstrcmp(format->u.string, "bgr0") != 0)
         return {};
-    if (!data || data->format != MPV_FORMAT_BYTE_ARRAY || qint64(data->u.ba->size) < stride * height)
+    if (!data || data->format != MPV_FORMAT_BYTE_ARRAY
+        || qint64(data->u.ba->size) < stride * height)
         return {};
     const QImage view(static_cast<const uchar*>(data->u.ba->data), int(width), int(height),
-                      qsizetype(stride), QImage::Format_RGB32);
+        qsizetype(stride), QImage::Format_RGB32);
     return view.copy();
 }
 
@@ -102,10 +110,10 @@ QImage FrameGrabber::grab(const QString& path, double seconds, int videoTrack, i
     if (!mpv)
         return {};
     const QByteArray file = path.toUtf8();
-    const char* load[] = {MpvName::kLoadFile, file.constData(), nullptr};
+    const char* load[] = { MpvName::kLoadFile, file.constData(), nullptr };
     if (mpv_command(mpv.get(), load) < 0 || !waitForFrame(mpv.get(), timeoutMs))
         return {};
-    const char* shot[] = {MpvName::kScreenshotRaw, MpvName::kScreenshotVideo, nullptr};
+    const char* shot[] = { MpvName::kScreenshotRaw, MpvName::kScreenshotVideo, nullptr };
     NodeContents result;
     if (mpv_command_ret(mpv.get(), shot, &result.node) < 0) {
         qCDebug(lcPlayer) << "no frame to grab in" << path;

@@ -29,14 +29,14 @@ std::span<const MpvPlayer::PropertyHandler> MpvPlayer::properties()
 {
     // The reply id of each observation is its index in this table.
     static const PropertyHandler kTable[] = {
-        {MpvName::kTimePos, MPV_FORMAT_DOUBLE, &MpvPlayer::onTimePos},
-        {MpvName::kDuration, MPV_FORMAT_DOUBLE, &MpvPlayer::onDuration},
-        {MpvName::kPause, MPV_FORMAT_FLAG, &MpvPlayer::onPause},
-        {MpvName::kSpeed, MPV_FORMAT_DOUBLE, &MpvPlayer::onSpeed},
-        {MpvName::kVolume, MPV_FORMAT_DOUBLE, &MpvPlayer::onVolume},
-        {MpvName::kEofReached, MPV_FORMAT_FLAG, &MpvPlayer::onEofReached},
-        {MpvName::kFrameDropCount, MPV_FORMAT_INT64, &MpvPlayer::onFrameDrops},
-        {MpvName::kVoDropCount, MPV_FORMAT_INT64, &MpvPlayer::onOutputDrops},
+        { MpvName::kTimePos, MPV_FORMAT_DOUBLE, &MpvPlayer::onTimePos },
+        { MpvName::kDuration, MPV_FORMAT_DOUBLE, &MpvPlayer::onDuration },
+        { MpvName::kPause, MPV_FORMAT_FLAG, &MpvPlayer::onPause },
+        { MpvName::kSpeed, MPV_FORMAT_DOUBLE, &MpvPlayer::onSpeed },
+        { MpvName::kVolume, MPV_FORMAT_DOUBLE, &MpvPlayer::onVolume },
+        { MpvName::kEofReached, MPV_FORMAT_FLAG, &MpvPlayer::onEofReached },
+        { MpvName::kFrameDropCount, MPV_FORMAT_INT64, &MpvPlayer::onFrameDrops },
+        { MpvName::kVoDropCount, MPV_FORMAT_INT64, &MpvPlayer::onOutputDrops },
     };
     return kTable;
 }
@@ -55,19 +55,19 @@ MpvPlayer::MpvPlayer(int videoTrack, QObject* parent)
     }
     const QByteArray track = QByteArray::number(videoTrack);
     const std::pair<const char*, const char*> options[] = {
-        {MpvName::kConfig, "no"},
-        {MpvName::kTerminal, "no"},
-        {MpvName::kOsc, "no"},
-        {MpvName::kInputDefaultBindings, "no"},
-        {MpvName::kInputVoKeyboard, "no"},
-        {MpvName::kVo, "libmpv"},
-        {MpvName::kHwdec, "auto-safe"},
-        {MpvName::kKeepOpen, "yes"},
-        {MpvName::kHrSeek, "yes"},
-        {MpvName::kIdle, "yes"},
-        {MpvName::kAudioFallbackToNull, "yes"},
-        {MpvName::kPause, "yes"},
-        {MpvName::kVideoTrack, track.constData()},
+        { MpvName::kConfig, "no" },
+        { MpvName::kTerminal, "no" },
+        { MpvName::kOsc, "no" },
+        { MpvName::kInputDefaultBindings, "no" },
+        { MpvName::kInputVoKeyboard, "no" },
+        { MpvName::kVo, "libmpv" },
+        { MpvName::kHwdec, "auto-safe" },
+        { MpvName::kKeepOpen, "yes" },
+        { MpvName::kHrSeek, "yes" },
+        { MpvName::kIdle, "yes" },
+        { MpvName::kAudioFallbackToNull, "yes" },
+        { MpvName::kPause, "yes" },
+        { MpvName::kVideoTrack, track.constData() },
     };
     for (const auto& [name, value] : options)
         mpv_set_option_string(m_mpv, name, value);
@@ -117,7 +117,8 @@ void MpvPlayer::onWakeup(void* self)
     // Called on an mpv thread: only queue the drain on the GUI thread.
     auto* player = static_cast<MpvPlayer*>(self);
     if (!player->m_drainQueued.exchange(true))
-        QMetaObject::invokeMethod(player, [player] { player->drainEvents(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            player, [player] { player->drainEvents(); }, Qt::QueuedConnection);
 }
 
 void MpvPlayer::onRenderUpdate(void* self)
@@ -125,7 +126,8 @@ void MpvPlayer::onRenderUpdate(void* self)
     // Called on an mpv thread: only queue a render on the GUI thread.
     auto* player = static_cast<MpvPlayer*>(self);
     if (!player->m_renderQueued.exchange(true))
-        QMetaObject::invokeMethod(player, [player] { player->renderFrame(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            player, [player] { player->renderFrame(); }, Qt::QueuedConnection);
 }
 
 void MpvPlayer::drainEvents()
@@ -341,7 +343,7 @@ void MpvPlayer::load(const QString& path)
 {
     m_path = path;
     const QByteArray file = path.toUtf8();
-    command({MpvName::kLoadFile, file.constData()});
+    command({ MpvName::kLoadFile, file.constData() });
 }
 
 void MpvPlayer::play()
@@ -396,7 +398,7 @@ void MpvPlayer::reverseTick()
         return;
     }
     const QByteArray step = QByteArray::number(-0.001 * kReverseStepMs * double(-m_reverseRate));
-    command({MpvName::kSeek, step.constData(), MpvName::kSeekRelativeExact});
+    command({ MpvName::kSeek, step.constData(), MpvName::kSeekRelativeExact });
     m_seekPending = true;
     m_reportNextTime = true;
 }
@@ -404,20 +406,20 @@ void MpvPlayer::reverseTick()
 void MpvPlayer::seekExact(double seconds)
 {
     const QByteArray target = QByteArray::number(seconds, 'f', 6);
-    command({MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact});
+    command({ MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact });
     m_seekPending = true;
     m_reportNextTime = true;
 }
 
 void MpvPlayer::stepForward()
 {
-    command({MpvName::kFrameStep});
+    command({ MpvName::kFrameStep });
     m_reportNextTime = true;
 }
 
 void MpvPlayer::stepBackward()
 {
-    command({MpvName::kFrameBackStep});
+    command({ MpvName::kFrameBackStep });
     m_reportNextTime = true;
 }
 

@@ -6,8 +6,8 @@
 #include <QTimer>
 
 #include <atomic>
-#include <span>
 #include <memory>
+#include <span>
 
 struct mpv_event;
 struct mpv_event_property;
@@ -112,8 +112,8 @@ private:
 
     mpv_handle* m_mpv = nullptr;
     std::unique_ptr<MpvRenderTarget> m_target;
-    std::atomic_bool m_drainQueued {false};
-    std::atomic_bool m_renderQueued {false};
+    std::atomic_bool m_drainQueued { false };
+    std::atomic_bool m_renderQueued { false };
     // Depth of calls that hand mpv's news to listeners (who may dispose of us).
     int m_dispatching = 0;
     bool m_disposed = false;

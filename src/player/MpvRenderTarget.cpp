@@ -24,7 +24,8 @@ MpvRenderTarget::MpvRenderTarget(mpv_handle* mpv, void (*updateCallback)(void*),
 {
     QOpenGLContext* share = QOpenGLContext::globalShareContext();
     if (!share) {
-        qCCritical(lcPlayer, "no global share context: set Qt::AA_ShareOpenGLContexts before QApplication");
+        qCCritical(lcPlayer,
+            "no global share context: set Qt::AA_ShareOpenGLContexts before QApplication");
         return;
     }
     m_context = std::make_unique<QOpenGLContext>();
@@ -40,11 +41,11 @@ MpvRenderTarget::MpvRenderTarget(mpv_handle* mpv, void (*updateCallback)(void*),
     if (!makeCurrent())
         return;
 
-    mpv_opengl_init_params glInit {&procAddress, nullptr};
+    mpv_opengl_init_params glInit { &procAddress, nullptr };
     mpv_render_param params[] = {
-        {MPV_RENDER_PARAM_API_TYPE, const_cast<char*>(MPV_RENDER_API_TYPE_OPENGL)},
-        {MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &glInit},
-        {MPV_RENDER_PARAM_INVALID, nullptr},
+        { MPV_RENDER_PARAM_API_TYPE, const_cast<char*>(MPV_RENDER_API_TYPE_OPENGL) },
+        { MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &glInit },
+        { MPV_RENDER_PARAM_INVALID, nullptr },
     };
     if (mpv_render_context_create(&m_render, mpv, params) < 0) {
         qCWarning(lcPlayer, "mpv_render_context_create failed");
@@ -102,16 +103,16 @@ MpvRenderTarget::Result MpvRenderTarget::render()
     }
     ensureFramebuffer();
     m_dirty = false;
-    mpv_opengl_fbo fbo {static_cast<int>(m_fbo->handle()), m_size.width(), m_size.height(), 0};
+    mpv_opengl_fbo fbo { static_cast<int>(m_fbo->handle()), m_size.width(), m_size.height(), 0 };
     // Rendered the way the default framebuffer wants it (origin bottom left);
     // the view mirrors it when it is asked to show the picture upside down.
     int flipY = 1;
     int block = 0;
     mpv_render_param params[] = {
-        {MPV_RENDER_PARAM_OPENGL_FBO, &fbo},
-        {MPV_RENDER_PARAM_FLIP_Y, &flipY},
-        {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
-        {MPV_RENDER_PARAM_INVALID, nullptr},
+        { MPV_RENDER_PARAM_OPENGL_FBO, &fbo },
+        { MPV_RENDER_PARAM_FLIP_Y, &flipY },
+        { MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block },
+        { MPV_RENDER_PARAM_INVALID, nullptr },
     };
     mpv_render_context_render(m_render, params);
     m_context->functions()->glFlush();

@@ -47,6 +47,6 @@ private:
     std::unique_ptr<QOffscreenSurface> m_surface;
     std::unique_ptr<QOpenGLFramebufferObject> m_fbo;
     mpv_render_context* m_render = nullptr;
-    QSize m_size {16, 16};
+    QSize m_size { 16, 16 };
     bool m_dirty = true;
 };

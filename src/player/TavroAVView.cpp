@@ -131,7 +131,7 @@ void TavroAVView::rebuildObservers()
     MpvPlayer* player = m_player.get();
     m_observers = {
         connect(player, &MpvPlayer::itemStatusChanged, this,
-                [this](MpvPlayer::ItemStatus status) { onItemStatus(int(status)); }),
+            [this](MpvPlayer::ItemStatus status) { onItemStatus(int(status)); }),
         connect(player, &MpvPlayer::tracksLoaded, this, &TavroAVView::onTracksLoaded),
         connect(player, &MpvPlayer::rateChanged, this, &TavroAVView::onRateChanged),
         connect(player, &MpvPlayer::timeChanged, this, &TavroAVView::onTimeChanged),
@@ -306,7 +306,8 @@ QImage TavroAVView::snapshot()
     }
     const double at = PlayerRules::snapshotTime(duration());
     QImage frame = FrameGrabber::grab(m_player->path(), at, m_player->videoTrack());
-    const QSize size = m_player->videoSize().isEmpty() ? kNoVideoSnapshotSize : m_player->videoSize();
+    const QSize size
+        = m_player->videoSize().isEmpty() ? kNoVideoSnapshotSize : m_player->videoSize();
     if (frame.isNull() || frame.size() == size)
         return frame;
     return frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -351,8 +352,8 @@ QSize TavroAVView::devicePixelSize() const
 void TavroAVView::layoutOverlays()
 {
     m_noVideoView->setGeometry(rect());
-    m_loadingSpinner->move((width() - m_loadingSpinner->width()) / 2,
-                           (height() - m_loadingSpinner->height()) / 2);
+    m_loadingSpinner->move(
+        (width() - m_loadingSpinner->width()) / 2, (height() - m_loadingSpinner->height()) / 2);
 }
 
 void TavroAVView::initializeGL()
@@ -368,11 +369,12 @@ void TavroAVView::paintGL()
     if (!m_player || !m_player->hasFrame() || m_player->texture() == 0 || !m_blitter.isCreated())
         return;
     const QSize viewport = devicePixelSize();
-    const QMatrix4x4 target =
-        QOpenGLTextureBlitter::targetTransform(QRectF(QPointF(0, 0), QSizeF(viewport)), QRect(QPoint(0, 0), viewport));
+    const QMatrix4x4 target = QOpenGLTextureBlitter::targetTransform(
+        QRectF(QPointF(0, 0), QSizeF(viewport)), QRect(QPoint(0, 0), viewport));
     // The texture is stored bottom row first; reading it top row first mirrors
     // the picture vertically, which is what upside-down display means here.
-    const auto origin = m_upsideDown ? QOpenGLTextureBlitter::OriginTopLeft : QOpenGLTextureBlitter::OriginBottomLeft;
+    const auto origin = m_upsideDown ? QOpenGLTextureBlitter::OriginTopLeft
+                                     : QOpenGLTextureBlitter::OriginBottomLeft;
     m_blitter.bind();
     m_blitter.blit(m_player->texture(), target, origin);
     m_blitter.release();

@@ -5,9 +5,14 @@
 namespace {
 
 constexpr std::array<const char*, 8> kStatusNames = {
-    "TavroAVViewStatusInit",    "TavroAVViewStatusLoading", "TavroAVViewStatusPrepared",
-    "TavroAVViewStatusPlaying", "TavroAVViewStatusPaused",  "TavroAVViewStatusEnded",
-    "TavroAVViewStatusUnknown", "TavroAVViewStatusError",
+    "TavroAVViewStatusInit",
+    "TavroAVViewStatusLoading",
+    "TavroAVViewStatusPrepared",
+    "TavroAVViewStatusPlaying",
+    "TavroAVViewStatusPaused",
+    "TavroAVViewStatusEnded",
+    "TavroAVViewStatusUnknown",
+    "TavroAVViewStatusError",
 };
 
 } // namespace

@@ -23,22 +23,30 @@ void expectSteps(float start, float (*next)(float), const std::vector<float>& ex
 
 TEST(PlayerRules, FastForwardAndRewindStepByTwo)
 {
-    expectSteps(0.0f, PlayerRules::nextFastForwardRate, {2, 4, 6, 8, 10, 12});
-    expectSteps(1.0f, PlayerRules::nextFastForwardRate, {2, 4});
-    expectSteps(-4.0f, PlayerRules::nextFastForwardRate, {2, 4});
-    expectSteps(1.99f, PlayerRules::nextFastForwardRate, {2});
-    expectSteps(std::numeric_limits<float>::quiet_NaN(), PlayerRules::nextFastForwardRate, {2, 4});
-    expectSteps(1.0f, PlayerRules::nextRewindRate, {-2, -4, -6});
-    expectSteps(6.0f, PlayerRules::nextRewindRate, {-2, -4});
-    expectSteps(-1.5f, PlayerRules::nextRewindRate, {-2});
-    expectSteps(std::numeric_limits<float>::quiet_NaN(), PlayerRules::nextRewindRate, {-2});
+    expectSteps(0.0f, PlayerRules::nextFastForwardRate, { 2, 4, 6, 8, 10, 12 });
+    expectSteps(1.0f, PlayerRules::nextFastForwardRate, { 2, 4 });
+    expectSteps(-4.0f, PlayerRules::nextFastForwardRate, { 2, 4 });
+    expectSteps(1.99f, PlayerRules::nextFastForwardRate, { 2 });
+    expectSteps(
+        std::numeric_limits<float>::quiet_NaN(), PlayerRules::nextFastForwardRate, { 2, 4 });
+    expectSteps(1.0f, PlayerRules::nextRewindRate, { -2, -4, -6 });
+    expectSteps(6.0f, PlayerRules::nextRewindRate, { -2, -4 });
+    expectSteps(-1.5f, PlayerRules::nextRewindRate, { -2 });
+    expectSteps(std::numeric_limits<float>::quiet_NaN(), PlayerRules::nextRewindRate, { -2 });
 }
 
 TEST(PlayerRules, SeeksLandOnWholeSeconds)
 {
     const std::pair<double, double> cases[] = {
-        {12.7, 13}, {12.5, 13}, {12.49, 12}, {0.0, 0}, {0.4, 0}, {59.99, 60}, {3.0, 3},
-        {std::numeric_limits<double>::quiet_NaN(), 0}, {std::numeric_limits<double>::infinity(), 0},
+        { 12.7, 13 },
+        { 12.5, 13 },
+        { 12.49, 12 },
+        { 0.0, 0 },
+        { 0.4, 0 },
+        { 59.99, 60 },
+        { 3.0, 3 },
+        { std::numeric_limits<double>::quiet_NaN(), 0 },
+        { std::numeric_limits<double>::infinity(), 0 },
     };
     for (const auto& [in, out] : cases)
         EXPECT_EQ(PlayerRules::wholeSecondSeekTarget(in), out) << in;
@@ -60,13 +68,13 @@ TEST(PlayerRules, TimeSlotsAndSnapshotTime)
 
 TEST(PlayerRules, StatusNames)
 {
-    const char* names[] = {"TavroAVViewStatusInit",    "TavroAVViewStatusLoading", "TavroAVViewStatusPrepared",
-                           "TavroAVViewStatusPlaying", "TavroAVViewStatusPaused",  "TavroAVViewStatusEnded",
-                           "TavroAVViewStatusUnknown", "TavroAVViewStatusError"};
+    const char* names[] = { "TavroAVViewStatusInit", "TavroAVViewStatusLoading",
+        "TavroAVViewStatusPrepared", "TavroAVViewStatusPlaying", "TavroAVViewStatusPaused",
+        "TavroAVViewStatusEnded", "TavroAVViewStatusUnknown", "TavroAVViewStatusError" };
     for (int i = 0; i < 8; ++i) {
         EXPECT_EQ(TavroAVViewStatusName(i), QString::fromLatin1(names[i]));
         EXPECT_EQ(TavroAVViewStatusName(TavroAVViewStatus(i)), QString::fromLatin1(names[i]));
     }
-    for (int outside : {-1, 8, 100, -2147483647})
+    for (int outside : { -1, 8, 100, -2147483647 })
         EXPECT_EQ(TavroAVViewStatusName(outside), QStringLiteral("TavroAVViewStatusUnknown"));
 }

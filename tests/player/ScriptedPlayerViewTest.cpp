@@ -1,7 +1,7 @@
 // The scripted player view the playback session is tested with: it must keep
 // the real view's contract, or the session's tests would prove nothing.
-#include "RecordingPlayerDelegate.h"
 #include "ScriptedPlayerView.h"
+#include "RecordingPlayerDelegate.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -16,7 +16,10 @@ struct ScriptedFixture : ::testing::Test {
     ScriptedPlayerView view;
     RecordingPlayerDelegate delegate;
     void SetUp() override { view.setDelegate(&delegate); }
-    QVector<S> statuses() const { return delegate.log(const_cast<ScriptedPlayerView*>(&view)).statuses; }
+    QVector<S> statuses() const
+    {
+        return delegate.log(const_cast<ScriptedPlayerView*>(&view)).statuses;
+    }
     const RecordingPlayerDelegate::Log& log() { return delegate.log(&view); }
 };
 
@@ -29,11 +32,11 @@ TEST_F(ScriptedFixture, StatusesArriveLaterAndInOrder)
     EXPECT_TRUE(view.hasMovie());
     EXPECT_TRUE(statuses().isEmpty()) << "delivered inside the call";
     QCoreApplication::processEvents();
-    EXPECT_EQ(statuses(), (QVector<S> {S::Init, S::Loading}));
+    EXPECT_EQ(statuses(), (QVector<S> { S::Init, S::Loading }));
     view.finishLoading(61.2);
     EXPECT_DOUBLE_EQ(view.duration(), 61.2);
     QCoreApplication::processEvents();
-    EXPECT_EQ(statuses(), (QVector<S> {S::Init, S::Loading, S::Prepared}));
+    EXPECT_EQ(statuses(), (QVector<S> { S::Init, S::Loading, S::Prepared }));
 }
 
 TEST_F(ScriptedFixture, LoadOutcomes)
@@ -82,7 +85,7 @@ TEST_F(ScriptedFixture, RatesSeeksAndTheEnd)
     EXPECT_FLOAT_EQ(view.rate(), 1.0f);
     view.playPauseToggle();
     EXPECT_FLOAT_EQ(view.rate(), 0.0f);
-    EXPECT_EQ(log().rates, (QVector<float> {1, 2, 4, -2, 1, 0, 1, 0}));
+    EXPECT_EQ(log().rates, (QVector<float> { 1, 2, 4, -2, 1, 0, 1, 0 }));
 }
 
 TEST_F(ScriptedFixture, SwapMovesTheMediaOnly)

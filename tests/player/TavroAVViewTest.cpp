@@ -1,8 +1,8 @@
 // The real player view on libmpv, with clips ffmpeg makes for the run. Runs
 // under a display with OpenGL (xvfb-run with Mesa in CI).
+#include "player/TavroAVView.h"
 #include "PlayerClips.h"
 #include "RecordingPlayerDelegate.h"
-#include "player/TavroAVView.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -50,7 +50,8 @@ protected:
 
     static bool waitForTime(TavroAVView* view, double seconds, double tolerance = 1e-3)
     {
-        return QTest::qWaitFor([&] { return std::abs(view->currentTime() - seconds) <= tolerance; }, kWaitMs);
+        return QTest::qWaitFor(
+            [&] { return std::abs(view->currentTime() - seconds) <= tolerance; }, kWaitMs);
     }
 
     // The picture as the window shows it, after at least one frame.
@@ -91,11 +92,11 @@ TEST_F(PlayerViewTest, LoadingEndsInPreparedOrError)
         bool noVideo;
     };
     const Case cases[] = {
-        {clips().redOverBlue, {S::Init, S::Loading, S::Prepared}, false},
-        {clips().dualStreamAvi, {S::Init, S::Loading, S::Prepared}, false},
-        {clips().garbage, {S::Init, S::Loading, S::Error}, false},
-        {clips().missing, {S::Init, S::Loading, S::Error}, false},
-        {clips().audioOnly, {S::Init, S::Loading, S::Error}, true},
+        { clips().redOverBlue, { S::Init, S::Loading, S::Prepared }, false },
+        { clips().dualStreamAvi, { S::Init, S::Loading, S::Prepared }, false },
+        { clips().garbage, { S::Init, S::Loading, S::Error }, false },
+        { clips().missing, { S::Init, S::Loading, S::Error }, false },
+        { clips().audioOnly, { S::Init, S::Loading, S::Error }, true },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.path.toStdString());
@@ -130,7 +131,7 @@ TEST_F(PlayerViewTest, SeeksLandOnWholeSecondsAndStepsMoveOneFrame)
 {
     TavroAVView* view = loadedView(clips().redOverBlue);
     EXPECT_NEAR(view->duration(), 15.0, 0.05);
-    const std::pair<double, double> seeks[] = {{12.7, 13.0}, {2.4, 2.0}, {5.5, 6.0}};
+    const std::pair<double, double> seeks[] = { { 12.7, 13.0 }, { 2.4, 2.0 }, { 5.5, 6.0 } };
     for (const auto& [asked, landed] : seeks) {
         view->setCurrentTime(asked);
         EXPECT_TRUE(waitForTime(view, landed)) << asked << " gave " << view->currentTime();
@@ -167,7 +168,7 @@ TEST_F(PlayerViewTest, RatesFollowTheTransportRules)
     EXPECT_FLOAT_EQ(view->rate(), 1.0f);
     view->playPauseToggle();
     EXPECT_FLOAT_EQ(view->rate(), 0.0f);
-    const QVector<float> expected {1, 2, 4, 6, -2, -4, 2, 1, 0};
+    const QVector<float> expected { 1, 2, 4, 6, -2, -4, 2, 1, 0 };
     QTest::qWait(200);
     EXPECT_EQ(delegate.log(view).rates, expected);
 }
@@ -184,9 +185,11 @@ TEST_F(PlayerViewTest, PlaysToTheEndAndStartsOverFromThere)
     EXPECT_TRUE(QTest::qWaitFor([&] { return view->rate() == 0.0f; }, kWaitMs));
     const QVector<double>& times = delegate.log(view).times;
     for (qsizetype i = 1; i < times.size(); ++i)
-        EXPECT_NE(std::floor(times[i] * 10), std::floor(times[i - 1] * 10)) << "one report per tenth";
+        EXPECT_NE(std::floor(times[i] * 10), std::floor(times[i - 1] * 10))
+            << "one report per tenth";
     view->play();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() < 1.0; }, kWaitMs)) << view->currentTime();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() < 1.0; }, kWaitMs))
+        << view->currentTime();
     EXPECT_FLOAT_EQ(view->rate(), 1.0f);
 }
 
@@ -247,9 +250,11 @@ TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
     big->setUpsideDown(true);
     big->play();
     small->play();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return big->currentTime() > 0.3 && small->currentTime() > 0.3; }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return big->currentTime() > 0.3 && small->currentTime() > 0.3; }, kWaitMs));
     EXPECT_EQ(dominant(colourAt(picture(big), 0.5, 0.1)), 'b');
-    const auto statusesBefore = delegate.log(big).statuses.size() + delegate.log(small).statuses.size();
+    const auto statusesBefore
+        = delegate.log(big).statuses.size() + delegate.log(small).statuses.size();
 
     big->swapPlayerItemWith(*small);
     EXPECT_EQ(big->fileName(), clips().greenFractional);
@@ -265,14 +270,16 @@ TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
     const double bigAt = big->currentTime();
     const double smallAt = small->currentTime();
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return big->currentTime() > bigAt + 0.3 && small->currentTime() > smallAt + 0.3; }, kWaitMs));
+        [&] { return big->currentTime() > bigAt + 0.3 && small->currentTime() > smallAt + 0.3; },
+        kWaitMs));
     const qint64 presented = small->framesPresented();
     ASSERT_TRUE(QTest::qWaitFor([&] { return small->framesPresented() > presented; }, kWaitMs));
     const QImage smallPicture = small->grabFramebuffer();
     EXPECT_EQ(dominant(colourAt(smallPicture, 0.5, 0.1)), 'r');
     EXPECT_EQ(dominant(colourAt(smallPicture, 0.5, 0.9)), 'b');
     EXPECT_EQ(dominant(colourAt(big->grabFramebuffer(), 0.5, 0.5)), 'g');
-    EXPECT_EQ(delegate.log(big).statuses.size() + delegate.log(small).statuses.size(), statusesBefore);
+    EXPECT_EQ(
+        delegate.log(big).statuses.size() + delegate.log(small).statuses.size(), statusesBefore);
 }
 
 TEST_F(PlayerViewTest, CloseResetAndEmptyNameReturnToInit)
@@ -293,7 +300,8 @@ TEST_F(PlayerViewTest, CloseResetAndEmptyNameReturnToInit)
         EXPECT_DOUBLE_EQ(view->currentTime(), 0.0);
         EXPECT_DOUBLE_EQ(view->duration(), 0.0);
         EXPECT_TRUE(view->snapshot().isNull());
-        ASSERT_TRUE(QTest::qWaitFor([&] { return delegate.log(view).statuses.last() == S::Init; }, kWaitMs));
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return delegate.log(view).statuses.last() == S::Init; }, kWaitMs));
         view->play(); // harmless without media
     }
 }
@@ -307,12 +315,12 @@ TEST_F(PlayerViewTest, ReloadingWhileLoadingStartsOneFreshLoad)
     QTest::qWait(200);
     // Closing the first load reports Init, then the new name sets Init again.
     EXPECT_EQ(delegate.log(view).statuses,
-              (QVector<S> {S::Init, S::Loading, S::Init, S::Init, S::Loading, S::Prepared}));
+        (QVector<S> { S::Init, S::Loading, S::Init, S::Init, S::Loading, S::Prepared }));
 }
 
 TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
 {
-    for (int waitMs : {0, 5, 30, 100}) {
+    for (int waitMs : { 0, 5, 30, 100 }) {
         auto view = std::make_unique<TavroAVView>();
         view->setDelegate(&delegate);
         view->show();
@@ -338,7 +346,8 @@ TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
     view->setCurrentTime(4.0);
     view->play();
     ASSERT_TRUE(owner.waitForEnd(view, 1, kWaitMs));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return owner.log(view).statuses.count(S::Prepared) == 2; }, kWaitMs));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return owner.log(view).statuses.count(S::Prepared) == 2; }, kWaitMs));
     EXPECT_EQ(view->fileName(), clips().redOverBlue);
 
     // An owner that closes the view when it hears the rate drop to 0, from
@@ -367,7 +376,7 @@ TEST_F(PlayerViewTest, RightButtonReleaseAsksForFullScreenAndVolumeSticks)
     QTest::mouseClick(view, Qt::RightButton);
     EXPECT_EQ(delegate.log(view).fullscreenRequests, 1);
 
-    for (float volume : {0.25f, 1.0f, 0.0f}) {
+    for (float volume : { 0.25f, 1.0f, 0.0f }) {
         view->setVolume(volume);
         EXPECT_FLOAT_EQ(view->volume(), volume);
         QTest::qWait(100);

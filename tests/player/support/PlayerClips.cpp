@@ -11,10 +11,13 @@ bool runFfmpeg(const QStringList& args, QString* error)
 {
     QProcess ffmpeg;
     ffmpeg.start(QStringLiteral("ffmpeg"),
-                 QStringList {QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"), QStringLiteral("error"),
-                              QStringLiteral("-y")} + args);
-    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitStatus() != QProcess::NormalExit || ffmpeg.exitCode() != 0) {
-        *error = QStringLiteral("ffmpeg failed: ") + QString::fromUtf8(ffmpeg.readAllStandardError());
+        QStringList { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
+            QStringLiteral("error"), QStringLiteral("-y") }
+            + args);
+    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitStatus() != QProcess::NormalExit
+        || ffmpeg.exitCode() != 0) {
+        *error
+            = QStringLiteral("ffmpeg failed: ") + QString::fromUtf8(ffmpeg.readAllStandardError());
         return false;
     }
     return true;
@@ -40,20 +43,25 @@ bool makeClips(PlayerClips& clips, const QString& dir)
     garbage.close();
 
     const QString h264 = QStringLiteral("-c:v libx264 -preset ultrafast -pix_fmt yuv420p -g 10");
-    return runFfmpeg(split("-f lavfi -i color=c=red:s=320x120:r=10:d=15 -f lavfi -i color=c=blue:s=320x120:r=10:d=15 "
-                           "-f lavfi -i sine=frequency=440:duration=15 -filter_complex [0][1]vstack[v] "
-                           "-map [v] -map 2")
-                         + split(h264.toLatin1()) + split("-c:a aac -t 15") + QStringList {clips.redOverBlue},
-                     &clips.error)
-        && runFfmpeg(split("-f lavfi -i color=c=green:s=160x120:r=10:d=4.5") + split(h264.toLatin1())
-                         + QStringList {clips.greenFractional},
-                     &clips.error)
-        && runFfmpeg(split("-f lavfi -i sine=frequency=330:duration=2 -c:a aac") + QStringList {clips.audioOnly},
-                     &clips.error)
-        && runFfmpeg(split("-f lavfi -i color=c=red:s=320x240:r=10:d=3 -f lavfi -i color=c=blue:s=160x120:r=10:d=3 "
+    return runFfmpeg(
+               split("-f lavfi -i color=c=red:s=320x120:r=10:d=15 -f lavfi -i "
+                     "color=c=blue:s=320x120:r=10:d=15 "
+                     "-f lavfi -i sine=frequency=440:duration=15 -filter_complex [0][1]vstack[v] "
+                     "-map [v] -map 2")
+                   + split(h264.toLatin1()) + split("-c:a aac -t 15")
+                   + QStringList { clips.redOverBlue },
+               &clips.error)
+        && runFfmpeg(split("-f lavfi -i color=c=green:s=160x120:r=10:d=4.5")
+                + split(h264.toLatin1()) + QStringList { clips.greenFractional },
+            &clips.error)
+        && runFfmpeg(split("-f lavfi -i sine=frequency=330:duration=2 -c:a aac")
+                + QStringList { clips.audioOnly },
+            &clips.error)
+        && runFfmpeg(split("-f lavfi -i color=c=red:s=320x240:r=10:d=3 -f lavfi -i "
+                           "color=c=blue:s=160x120:r=10:d=3 "
                            "-map 0 -map 1 -c:v mjpeg -q:v 5")
-                         + QStringList {clips.dualStreamAvi},
-                     &clips.error);
+                + QStringList { clips.dualStreamAvi },
+            &clips.error);
 }
 
 } // namespace

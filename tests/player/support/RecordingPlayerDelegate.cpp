@@ -8,7 +8,7 @@ RecordingPlayerDelegate::Log& RecordingPlayerDelegate::entry(PlayerView* view)
         if (pair.first == view)
             return pair.second;
     }
-    m_logs.append({view, Log {}});
+    m_logs.append({ view, Log {} });
     return m_logs.last().second;
 }
 
@@ -47,7 +47,8 @@ void RecordingPlayerDelegate::tavroAVViewDidRequestFullscreen(PlayerView* view)
     ++entry(view).fullscreenRequests;
 }
 
-bool RecordingPlayerDelegate::waitForStatus(PlayerView* view, TavroAVViewStatus status, int timeoutMs) const
+bool RecordingPlayerDelegate::waitForStatus(
+    PlayerView* view, TavroAVViewStatus status, int timeoutMs) const
 {
     return QTest::qWaitFor([&] { return log(view).statuses.contains(status); }, timeoutMs);
 }
