@@ -14,7 +14,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const QString path = QDir::tempPath() + QStringLiteral("/fuzz_library_clip_info_%1.bin").arg(getpid());
+    static const QString path
+        = QDir::tempPath() + QStringLiteral("/fuzz_library_clip_info_%1.bin").arg(getpid());
     // Leaves no file behind when the run ends.
     static const struct Cleanup {
         ~Cleanup() { QFile::remove(path); }
@@ -22,7 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     {
         QFile file(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)
+            || file.write(bytes) != bytes.size())
             std::abort();
     }
     const int type = Utils::GetAviType(path);

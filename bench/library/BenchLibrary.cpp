@@ -62,7 +62,10 @@ void makeCard(const QString& root, int clips)
         QDir().mkpath(folder);
         const char* const side = (i / 7) % 2 ? "R" : "F";
         const char* const extension = i % 5 == 0 ? "AVI" : "mp4";
-        QFile file(folder + QStringLiteral("/2024%1_%2.%3").arg(i / 2, 8, 10, QChar(u'0')).arg(QLatin1String(side), QLatin1String(extension)));
+        QFile file(folder
+            + QStringLiteral("/2024%1_%2.%3")
+                  .arg(i / 2, 8, 10, QChar(u'0'))
+                  .arg(QLatin1String(side), QLatin1String(extension)));
         file.open(QIODevice::WriteOnly);
     }
 }
@@ -79,11 +82,13 @@ void benchList(int clips)
     // Interleaved, so that load from elsewhere on the machine hits both alike.
     for (int i = 0; i < kRepeats; ++i) {
         reference = std::min(reference, bestOf(1, [&] {
-            lines = runProgram(QStringLiteral("find"), { root, QStringLiteral("-type"), QStringLiteral("f"),
-                                                           QStringLiteral("-printf"), QStringLiteral("%s %p\\n") })
+            lines = runProgram(QStringLiteral("find"),
+                { root, QStringLiteral("-type"), QStringLiteral("f"), QStringLiteral("-printf"),
+                    QStringLiteral("%s %p\\n") })
                         .count('\n');
         }));
-        refresh = std::min(refresh, bestOf(1, [&] { library.refreshVideoFileListWithURL(QUrl::fromLocalFile(root)); }));
+        refresh = std::min(refresh,
+            bestOf(1, [&] { library.refreshVideoFileListWithURL(QUrl::fromLocalFile(root)); }));
     }
     const double scanOnly = bestOf(kRepeats, [&] {
         for (const QLatin1StringView name : ClipFolders::kCardFolders)
@@ -97,9 +102,11 @@ void benchList(int clips)
     std::printf("clip list: %d clips in 7 folders (find saw %lld files, library %d rows)\n", clips,
         static_cast<long long>(lines), library.numberOfRows());
     std::printf("  find -printf            %8.1f ms\n", reference);
-    std::printf("  list + filter + sort    %8.1f ms   ratio %.2f (target <= 2)\n", refresh, refresh / reference);
+    std::printf("  list + filter + sort    %8.1f ms   ratio %.2f (target <= 2)\n", refresh,
+        refresh / reference);
     std::printf("  of which listing        %8.1f ms\n", scanOnly);
-    std::printf("  five filter switches    %8.1f ms   (%.1f ms each)\n", filters, filters / int(ClipFolders::kFilterCount));
+    std::printf("  five filter switches    %8.1f ms   (%.1f ms each)\n", filters,
+        filters / int(ClipFolders::kFilterCount));
 }
 
 QString telemetrySrt(int seconds)
@@ -107,9 +114,15 @@ QString telemetrySrt(int seconds)
     QString text;
     for (int s = 0; s < seconds; ++s) {
         text += QStringLiteral("%1\n00:%2:%3,000 --> 00:%2:%3,999\ngsensor,1,2,130\n\n")
-                    .arg(2 * s + 1).arg(s / 60, 2, 10, QChar(u'0')).arg(s % 60, 2, 10, QChar(u'0'));
-        text += QStringLiteral("%1\n00:%2:%3,500 --> 00:%2:%3,999\nGPRMC,1200%4,A,3723.1234,N,12658.5678,E,40.0\n\n")
-                    .arg(2 * s + 2).arg(s / 60, 2, 10, QChar(u'0')).arg(s % 60, 2, 10, QChar(u'0')).arg(s % 60, 2, 10, QChar(u'0'));
+                    .arg(2 * s + 1)
+                    .arg(s / 60, 2, 10, QChar(u'0'))
+                    .arg(s % 60, 2, 10, QChar(u'0'));
+        text += QStringLiteral(
+            "%1\n00:%2:%3,500 --> 00:%2:%3,999\nGPRMC,1200%4,A,3723.1234,N,12658.5678,E,40.0\n\n")
+                    .arg(2 * s + 2)
+                    .arg(s / 60, 2, 10, QChar(u'0'))
+                    .arg(s % 60, 2, 10, QChar(u'0'))
+                    .arg(s % 60, 2, 10, QChar(u'0'));
     }
     return text;
 }
@@ -124,16 +137,21 @@ bool makeClip(const QString& scratch, const QString& path, int seconds, int patt
         return false;
     file.write(telemetrySrt(seconds).toUtf8());
     file.close();
-    runProgram(QStringLiteral("ffmpeg"), { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"), QStringLiteral("lavfi"),
-        QStringLiteral("-i"), QStringLiteral("testsrc2=size=1920x1080:rate=30:duration=2"), QStringLiteral("-vf"),
-        QStringLiteral("hue=h=%1").arg(pattern * 90), QStringLiteral("-b:v"), QStringLiteral("12M"),
-        QStringLiteral("-maxrate"), QStringLiteral("12M"), QStringLiteral("-bufsize"), QStringLiteral("6M"),
-        QStringLiteral("-c:v"), QStringLiteral("libx264"),
-        QStringLiteral("-preset"), QStringLiteral("ultrafast"), QStringLiteral("-g"), QStringLiteral("30"), QStringLiteral("-y"), piece });
-    runProgram(QStringLiteral("ffmpeg"), { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-stream_loop"),
-        QString::number(seconds / 2 - 1), QStringLiteral("-i"), piece, QStringLiteral("-i"), srt, QStringLiteral("-map"),
-        QStringLiteral("0:v"), QStringLiteral("-map"), QStringLiteral("1"), QStringLiteral("-c:v"), QStringLiteral("copy"),
-        QStringLiteral("-c:s"), QStringLiteral("mov_text"), QStringLiteral("-y"), path });
+    runProgram(QStringLiteral("ffmpeg"),
+        { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"),
+            QStringLiteral("lavfi"), QStringLiteral("-i"),
+            QStringLiteral("testsrc2=size=1920x1080:rate=30:duration=2"), QStringLiteral("-vf"),
+            QStringLiteral("hue=h=%1").arg(pattern * 90), QStringLiteral("-b:v"),
+            QStringLiteral("12M"), QStringLiteral("-maxrate"), QStringLiteral("12M"),
+            QStringLiteral("-bufsize"), QStringLiteral("6M"), QStringLiteral("-c:v"),
+            QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),
+            QStringLiteral("-g"), QStringLiteral("30"), QStringLiteral("-y"), piece });
+    runProgram(QStringLiteral("ffmpeg"),
+        { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-stream_loop"),
+            QString::number(seconds / 2 - 1), QStringLiteral("-i"), piece, QStringLiteral("-i"),
+            srt, QStringLiteral("-map"), QStringLiteral("0:v"), QStringLiteral("-map"),
+            QStringLiteral("1"), QStringLiteral("-c:v"), QStringLiteral("copy"),
+            QStringLiteral("-c:s"), QStringLiteral("mov_text"), QStringLiteral("-y"), path });
     return QFileInfo(path).size() > 0;
 }
 
@@ -153,7 +171,8 @@ void benchConvert(int seconds)
     }
     const int type = Utils::GetAviType(front);
     // Warm the page cache for both sides alike.
-    runProgram(QStringLiteral("cat"), { front, rear, QStringLiteral("-o"), QStringLiteral("/dev/null") });
+    runProgram(
+        QStringLiteral("cat"), { front, rear, QStringLiteral("-o"), QStringLiteral("/dev/null") });
     const QString ffmpeg = Utils::GetFFMPEGPath();
     QtProcessRunner runner;
     double reference = 1e300;
@@ -165,14 +184,22 @@ void benchConvert(int seconds)
         const QString bare = dir.filePath(QStringLiteral("bare%1").arg(round));
         QDir().mkpath(bare);
         reference = std::min(reference, bestOf(1, [&] {
-            runProgram(ffmpeg, FfmpegArguments::singleStreamArguments(front, type, bare + QStringLiteral("/f.mov")));
-            runProgram(ffmpeg, FfmpegArguments::subtitleArguments(front, bare + QStringLiteral("/f.srt")));
-            runProgram(ffmpeg, FfmpegArguments::singleStreamArguments(rear, type, bare + QStringLiteral("/r.mov")));
-            runProgram(ffmpeg, FfmpegArguments::subtitleArguments(rear, bare + QStringLiteral("/r.srt")));
+            runProgram(ffmpeg,
+                FfmpegArguments::singleStreamArguments(
+                    front, type, bare + QStringLiteral("/f.mov")));
+            runProgram(
+                ffmpeg, FfmpegArguments::subtitleArguments(front, bare + QStringLiteral("/f.srt")));
+            runProgram(ffmpeg,
+                FfmpegArguments::singleStreamArguments(
+                    rear, type, bare + QStringLiteral("/r.mov")));
+            runProgram(
+                ffmpeg, FfmpegArguments::subtitleArguments(rear, bare + QStringLiteral("/r.srt")));
         }));
         const ClipConverter converter(runner, dir.filePath(QStringLiteral("work%1").arg(round)));
-        first = std::min(first, bestOf(1, [&] { files = converter.checkAndConvertVideo(QUrl::fromLocalFile(front)); }));
-        second = std::min(second, bestOf(1, [&] { converter.checkAndConvertVideo(QUrl::fromLocalFile(front)); }));
+        first = std::min(first,
+            bestOf(1, [&] { files = converter.checkAndConvertVideo(QUrl::fromLocalFile(front)); }));
+        second = std::min(
+            second, bestOf(1, [&] { converter.checkAndConvertVideo(QUrl::fromLocalFile(front)); }));
         Utils::RemoveDirectory(bare);
         Utils::RemoveDirectory(dir.filePath(QStringLiteral("work%1").arg(round)));
     }
@@ -205,7 +232,8 @@ int main(int argc, char** argv)
         else
             ok = false;
         if (!ok || clips < 1 || seconds < 2) {
-            std::fprintf(stderr, "usage: bench_library [--clips N] [--seconds S] [--skip-convert]\n");
+            std::fprintf(
+                stderr, "usage: bench_library [--clips N] [--seconds S] [--skip-convert]\n");
             return 2;
         }
     }

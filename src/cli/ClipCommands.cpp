@@ -15,7 +15,11 @@
 namespace {
 
 constexpr std::array<const char*, ClipFolders::kFilterCount> kFilterNames {
-    "all", "continuous", "motion", "event", "manual",
+    "all",
+    "continuous",
+    "motion",
+    "event",
+    "manual",
 };
 
 int filterIndex(const QString& name)
@@ -102,7 +106,8 @@ int runConvertCommand(const QStringList& args, CliIo& io)
             paths.append(file.toLocalFile());
         list = paths;
     }
-    io.out << QString::fromUtf8(QJsonDocument(QJsonObject { { "files", list } }).toJson(QJsonDocument::Compact))
+    io.out << QString::fromUtf8(
+        QJsonDocument(QJsonObject { { "files", list } }).toJson(QJsonDocument::Compact))
            << '\n';
     if (!files || files->isEmpty()) {
         io.err << "tavro: the clip cannot be converted for playing\n";

@@ -86,13 +86,18 @@ void ClipConverter::convertAvi(const QString& clip, const Outputs& outputs) cons
         // Front and rear camera are two video streams of one file.
         const int type = Utils::GetAviType(clip);
         const bool withAudio = Utils::GetAudioStreamCountFromVideoPath(clip, *m_runner) >= 1;
-        Utils::ConvertAviToMovWithArguments(FfmpegArguments::dualStreamArguments(
-            clip, QStringLiteral("0:0"), withAudio, type, outputs.front), *m_runner);
-        Utils::ConvertAviToMovWithArguments(FfmpegArguments::dualStreamArguments(
-            clip, QStringLiteral("0:1"), withAudio, type, outputs.rear), *m_runner);
+        Utils::ConvertAviToMovWithArguments(
+            FfmpegArguments::dualStreamArguments(
+                clip, QStringLiteral("0:0"), withAudio, type, outputs.front),
+            *m_runner);
+        Utils::ConvertAviToMovWithArguments(
+            FfmpegArguments::dualStreamArguments(
+                clip, QStringLiteral("0:1"), withAudio, type, outputs.rear),
+            *m_runner);
     } else if (videoStreams == 1 && !QFileInfo::exists(outputs.front)) {
         Utils::ConvertAviToMovWithArguments(
-            FfmpegArguments::singleStreamArguments(clip, Utils::GetAviType(clip), outputs.front), *m_runner);
+            FfmpegArguments::singleStreamArguments(clip, Utils::GetAviType(clip), outputs.front),
+            *m_runner);
     }
 }
 
@@ -116,6 +121,8 @@ void ClipConverter::convertMp4(const QUrl& clipUrl, const Outputs& outputs) cons
 
 void ClipConverter::convertOneCamera(const QString& input, int aviType, const QString& output) const
 {
-    Utils::ConvertAviToMovWithArguments(FfmpegArguments::singleStreamArguments(input, aviType, output), *m_runner);
-    Utils::ExtractMP4ToSrtWithArguments(FfmpegArguments::subtitleArguments(input, withSrtExtension(output)), *m_runner);
+    Utils::ConvertAviToMovWithArguments(
+        FfmpegArguments::singleStreamArguments(input, aviType, output), *m_runner);
+    Utils::ExtractMP4ToSrtWithArguments(
+        FfmpegArguments::subtitleArguments(input, withSrtExtension(output)), *m_runner);
 }

@@ -11,9 +11,13 @@ namespace ClipFolders {
 // Searched in this order, each directly below the chosen folder.
 // "Saved_Videos" holds clips the camera exported; it is listed, never written.
 inline constexpr std::array<QLatin1StringView, 7> kCardFolders {
-    QLatin1StringView("cont_rec"), QLatin1StringView("motion_rec"), QLatin1StringView("evt_rec"),
-    QLatin1StringView("manual_rec"), QLatin1StringView("parking_rec"),
-    QLatin1StringView("motion_timelapse_rec"), QLatin1StringView("Saved_Videos"),
+    QLatin1StringView("cont_rec"),
+    QLatin1StringView("motion_rec"),
+    QLatin1StringView("evt_rec"),
+    QLatin1StringView("manual_rec"),
+    QLatin1StringView("parking_rec"),
+    QLatin1StringView("motion_timelapse_rec"),
+    QLatin1StringView("Saved_Videos"),
 };
 
 inline constexpr QLatin1StringView kSavedVideos("Saved_Videos");
@@ -34,17 +38,26 @@ enum Filter : int {
 inline QLatin1StringView filterKey(int index)
 {
     switch (index) {
-    case kFilterContinuous: return QLatin1StringView("cont_rec");
-    case kFilterMotion: return QLatin1StringView("motion_rec");
-    case kFilterEvent: return QLatin1StringView("evt_rec");
-    case kFilterManual: return QLatin1StringView("manual_rec");
-    default: return {};
+    case kFilterContinuous:
+        return QLatin1StringView("cont_rec");
+    case kFilterMotion:
+        return QLatin1StringView("motion_rec");
+    case kFilterEvent:
+        return QLatin1StringView("evt_rec");
+    case kFilterManual:
+        return QLatin1StringView("manual_rec");
+    default:
+        return {};
     }
 }
 
 // Localisation keys of the five button titles, in button order.
 inline constexpr std::array<const char*, 5> kFilterTitleKeys {
-    "파일_전체", "파일_상시", "파일_모션", "파일_이벤트", "파일_수동",
+    "파일_전체",
+    "파일_상시",
+    "파일_모션",
+    "파일_이벤트",
+    "파일_수동",
 };
 
 // Accepted clip extensions, compared with the lower-cased extension.

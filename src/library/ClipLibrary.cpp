@@ -47,7 +47,8 @@ ClipLibrary::ClipLibrary(QObject* parent)
 QList<QUrl> ClipLibrary::getVideoFilesInDirectoryUrl(const QUrl& directoryUrl, bool enableRecursive)
 {
     QList<QUrl> urls;
-    for (ClipListScan::Entry& entry : ClipListScan::scan(directoryUrl.toLocalFile(), enableRecursive))
+    for (ClipListScan::Entry& entry :
+        ClipListScan::scan(directoryUrl.toLocalFile(), enableRecursive))
         urls.append(std::move(entry.url));
     return urls;
 }
@@ -92,7 +93,8 @@ void ClipLibrary::clearVideoFileList()
     reloadRows();
 }
 
-void ClipLibrary::setFilterButtons(const QList<const QObject*>& groupA, const QList<const QObject*>& groupB)
+void ClipLibrary::setFilterButtons(
+    const QList<const QObject*>& groupA, const QList<const QObject*>& groupB)
 {
     m_groupAButtons = groupA;
     m_groupBButtons = groupB;
@@ -155,7 +157,8 @@ ClipLibrary::Row ClipLibrary::row(int index) const
     if (index < 0 || index >= numberOfRows())
         return {};
     const QUrl& url = m_filteredVideoFileList.at(index);
-    return { url, url.fileName(), url.toLocalFile(), ClipNaming::partnerString(url), isSavedVideo(url) };
+    return { url, url.fileName(), url.toLocalFile(), ClipNaming::partnerString(url),
+        isSavedVideo(url) };
 }
 
 QList<ClipLibrary::Row> ClipLibrary::rows() const
@@ -206,7 +209,8 @@ QUrl ClipLibrary::takeBigVideoURL(int index, bool isVideoSwitched) const
     if (index > 0 && ClipNaming::isMp4Partner(clip, m_filteredVideoFileList.at(index - 1)))
         result = m_filteredVideoFileList.at(index - 1);
     // The partner after the row wins over the one before it.
-    if (index + 1 < numberOfRows() && ClipNaming::isMp4Partner(clip, m_filteredVideoFileList.at(index + 1)))
+    if (index + 1 < numberOfRows()
+        && ClipNaming::isMp4Partner(clip, m_filteredVideoFileList.at(index + 1)))
         result = m_filteredVideoFileList.at(index + 1);
     return result;
 }

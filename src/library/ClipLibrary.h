@@ -20,8 +20,8 @@ public:
     // One row as the table shows it.
     struct Row {
         QUrl url;
-        QString name;    // the text of the row: the file name
-        QString path;    // local path
+        QString name; // the text of the row: the file name
+        QString path; // local path
         QString partner; // partner string, empty when the clip has none
         bool saved = false; // exported by the camera (shown in magenta)
     };
@@ -44,7 +44,8 @@ public:
 
     // The filter buttons: group A in the order all, continuous, motion,
     // event, manual. Group B is empty in the shipped layout and stays inert.
-    void setFilterButtons(const QList<const QObject*>& groupA, const QList<const QObject*>& groupB = {});
+    void setFilterButtons(
+        const QList<const QObject*>& groupA, const QList<const QObject*>& groupB = {});
     // A filter button was pressed: set the filter, re-filter, reload.
     void videoFileFilterTouched(const QObject* button);
     // Sets the index of the button's group; false when the button is in no group.

@@ -37,7 +37,10 @@ QString partnerString(const QUrl& url)
 QString conversionPartnerString(const QUrl& url)
 {
     static constexpr std::array<std::pair<const char*, const char*>, 4> kPairs { {
-        { "F.", "R." }, { "R.", "F." }, { "F_BC.", "R_BC." }, { "R_BC.", "F_BC." },
+        { "F.", "R." },
+        { "R.", "F." },
+        { "F_BC.", "R_BC." },
+        { "R_BC.", "F_BC." },
     } };
     QString text = absoluteUrlString(url);
     for (const auto& [from, to] : kPairs) {

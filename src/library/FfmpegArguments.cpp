@@ -7,14 +7,17 @@ namespace FfmpegArguments {
 QStringList tagArguments(int aviType)
 {
     switch (aviType) {
-    case Utils::kAviTypeH264: return {};
-    case Utils::kAviTypeHvc1: return { QStringLiteral("-vtag"), QStringLiteral("hvc1") };
-    default: return { QStringLiteral("-vtag"), QStringLiteral("avc1") };
+    case Utils::kAviTypeH264:
+        return {};
+    case Utils::kAviTypeHvc1:
+        return { QStringLiteral("-vtag"), QStringLiteral("hvc1") };
+    default:
+        return { QStringLiteral("-vtag"), QStringLiteral("avc1") };
     }
 }
 
-QStringList dualStreamArguments(const QString& input, const QString& stream, bool withAudio,
-    int aviType, const QString& output)
+QStringList dualStreamArguments(
+    const QString& input, const QString& stream, bool withAudio, int aviType, const QString& output)
 {
     QStringList arguments { QStringLiteral("-i"), input, QStringLiteral("-map"), stream };
     if (withAudio)

@@ -15,11 +15,10 @@
 namespace {
 
 constexpr qint64 kHandlerOffset = 112; // codec handler of an AVI's first stream header
-constexpr qint64 kBrandsOffset = 16;   // brands of an MP4's file-type box
+constexpr qint64 kBrandsOffset = 16; // brands of an MP4's file-type box
 constexpr qint64 kTypeTextLength = 16;
-constexpr std::array<QLatin1StringView, 3> kTypeNames {
-    QLatin1StringView("H264"), QLatin1StringView("AVC1"), QLatin1StringView("iso4hvc1")
-};
+constexpr std::array<QLatin1StringView, 3> kTypeNames { QLatin1StringView("H264"),
+    QLatin1StringView("AVC1"), QLatin1StringView("iso4hvc1") };
 
 QMutex& ffmpegPathMutex()
 {
@@ -120,7 +119,8 @@ void SetFFMPEGPath(const QString& path)
     ffmpegPathOverride() = path;
 }
 
-QString DoTaskWithLaunchPath(const QString& launchPath, const QStringList& arguments, ProcessRunner& runner)
+QString DoTaskWithLaunchPath(
+    const QString& launchPath, const QStringList& arguments, ProcessRunner& runner)
 {
     return QString::fromUtf8(runner.run(launchPath, arguments));
 }
@@ -184,9 +184,9 @@ void RemoveDirectory(const QString& path)
 
 void EnableFileExcutableMode(const QString& path)
 {
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-            | QFile::ReadUser | QFile::WriteUser | QFile::ExeUser
-            | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+    QFile::setPermissions(path,
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadUser | QFile::WriteUser
+            | QFile::ExeUser | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
             | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther);
 }
 

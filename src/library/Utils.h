@@ -46,13 +46,17 @@ QString DoTaskWithLaunchPath(const QString& launchPath, const QStringList& argum
 QString GetFFMPEGVideoInfo(const QString& path, ProcessRunner& runner = defaultProcessRunner());
 int GetVideoStreamCountFromVideoInfo(const QString& info);
 int GetAudioStreamCountFromVideoInfo(const QString& info);
-int GetVideoStreamCountFromVideoPath(const QString& path, ProcessRunner& runner = defaultProcessRunner());
-int GetAudioStreamCountFromVideoPath(const QString& path, ProcessRunner& runner = defaultProcessRunner());
+int GetVideoStreamCountFromVideoPath(
+    const QString& path, ProcessRunner& runner = defaultProcessRunner());
+int GetAudioStreamCountFromVideoPath(
+    const QString& path, ProcessRunner& runner = defaultProcessRunner());
 
 // Run ffmpeg with the list and wait for it. Always true: success shows only in
 // the output file existing afterwards.
-bool ConvertAviToMovWithArguments(const QStringList& arguments, ProcessRunner& runner = defaultProcessRunner());
-bool ExtractMP4ToSrtWithArguments(const QStringList& arguments, ProcessRunner& runner = defaultProcessRunner());
+bool ConvertAviToMovWithArguments(
+    const QStringList& arguments, ProcessRunner& runner = defaultProcessRunner());
+bool ExtractMP4ToSrtWithArguments(
+    const QStringList& arguments, ProcessRunner& runner = defaultProcessRunner());
 
 // 0 "H264", 1 "AVC1", 2 "iso4hvc1", 3 none of them (see AviType).
 int GetAviType(const QString& path);

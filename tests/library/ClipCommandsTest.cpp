@@ -34,13 +34,13 @@ protected:
 
 TEST_F(ClipCommandsTest, ClipsPrintsOneLinePerRowInDisplayedOrder)
 {
-    m_card->addAll({ "evt_rec/e_R.mp4", "evt_rec/e_F.mp4", "parking_rec/p.AVI", "Saved_Videos/s.mov",
-        "cont_rec/c.mp4", "cont_rec/x.mkv", "top \"q\".mp4" });
+    m_card->addAll({ "evt_rec/e_R.mp4", "evt_rec/e_F.mp4", "parking_rec/p.AVI",
+        "Saved_Videos/s.mov", "cont_rec/c.mp4", "cont_rec/x.mkv", "top \"q\".mp4" });
     const QString root = m_card->root();
     auto line = [&root](const QString& rel, const QString& partner, bool saved) {
         return QStringLiteral("{\"name\":\"%1\",\"path\":\"%2\",\"partner\":\"%3\",\"saved\":%4}")
-            .arg(QString(rel).section('/', -1).replace("\"", "\\\""), QString(root + '/' + rel).replace("\"", "\\\""),
-                partner, saved ? "true" : "false");
+            .arg(QString(rel).section('/', -1).replace("\"", "\\\""),
+                QString(root + '/' + rel).replace("\"", "\\\""), partner, saved ? "true" : "false");
     };
     const QString fileRoot = QUrl::fromLocalFile(root).toString(QUrl::FullyEncoded);
     const QString all = QStringList {
@@ -73,8 +73,9 @@ TEST_F(ClipCommandsTest, ClipsPrintsOneLinePerRowInDisplayedOrder)
 TEST_F(ClipCommandsTest, ClipsRefusesBadCommandLines)
 {
     const QString root = m_card->root();
-    const QList<QStringList> usage { { "clips" }, { "clips", root, "--filter" }, { "clips", root, "--filter", "parking" },
-        { "clips", root, root }, { "clips", root, "--sort" } };
+    const QList<QStringList> usage { { "clips" }, { "clips", root, "--filter" },
+        { "clips", root, "--filter", "parking" }, { "clips", root, root },
+        { "clips", root, "--sort" } };
     for (const QStringList& args : usage) {
         const auto result = run(args);
         EXPECT_EQ(result.exitCode, 2) << qPrintable(args.join(' '));
@@ -90,7 +91,8 @@ TEST_F(ClipCommandsTest, ConvertPrintsThePlayableFiles)
     const QString mov = m_card->add("manual_rec/m.mov", "not inspected");
     auto result = run({ "convert", mov });
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(QJsonDocument::fromJson(result.out).object(), (QJsonObject { { "files", QJsonArray { mov } } }));
+    EXPECT_EQ(QJsonDocument::fromJson(result.out).object(),
+        (QJsonObject { { "files", QJsonArray { mov } } }));
 
     EXPECT_EQ(run({ "convert" }).exitCode, 2);
     EXPECT_EQ(run({ "convert", mov, mov }).exitCode, 2);
@@ -100,12 +102,14 @@ TEST_F(ClipCommandsTest, ConvertPrintsThePlayableFiles)
         GTEST_SKIP() << "ffmpeg is not installed";
     const QString front = m_card->path("evt_rec/a_F.mp4");
     ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(front, FfmpegClipBuilder::telemetrySrt(1, 5)));
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(m_card->path("evt_rec/a_R.mp4"), FfmpegClipBuilder::telemetrySrt(1, 6)));
+    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(
+        m_card->path("evt_rec/a_R.mp4"), FfmpegClipBuilder::telemetrySrt(1, 6)));
     result = run({ "convert", front });
     EXPECT_EQ(result.exitCode, 0) << result.err.constData();
     const QJsonArray files = QJsonDocument::fromJson(result.out).object().value("files").toArray();
     ASSERT_EQ(files.size(), 2) << result.out.constData();
-    const QString folder = m_dir.filePath("cache/tavro/tavro/temp_video/a_F_%1").arg(QFileInfo(front).size());
+    const QString folder
+        = m_dir.filePath("cache/tavro/tavro/temp_video/a_F_%1").arg(QFileInfo(front).size());
     EXPECT_EQ(files[0].toString(), folder + "/a_F_f.mov");
     EXPECT_EQ(files[1].toString(), folder + "/a_F_r.mov");
     EXPECT_TRUE(QFileInfo::exists(folder + "/a_F_f.srt"));
@@ -113,10 +117,12 @@ TEST_F(ClipCommandsTest, ConvertPrintsThePlayableFiles)
 
     // A clip ffmpeg cannot read, and a missing ffmpeg: an empty list and exit 1.
     const QString garbage = m_card->add("evt_rec/g.mp4", QByteArray(2048, 'g'));
-    for (const QStringList& env : { QStringList {}, QStringList { "TAVRO_FFMPEG=" + m_dir.filePath("none/ffmpeg") } }) {
+    for (const QStringList& env :
+        { QStringList {}, QStringList { "TAVRO_FFMPEG=" + m_dir.filePath("none/ffmpeg") } }) {
         result = run({ "convert", garbage }, env);
         EXPECT_EQ(result.exitCode, 1);
-        EXPECT_EQ(QJsonDocument::fromJson(result.out).object(), (QJsonObject { { "files", QJsonArray {} } }));
+        EXPECT_EQ(QJsonDocument::fromJson(result.out).object(),
+            (QJsonObject { { "files", QJsonArray {} } }));
     }
 }
 

@@ -65,8 +65,10 @@ protected:
 TEST_F(ClipConverterFfmpegTest, TwoCameraAviSplitsIntoFrontAndRear)
 {
     for (const bool withAudio : { true, false }) {
-        const QString clip = m_card->path(withAudio ? "evt_rec/dual_audio.avi" : "evt_rec/dual_mute.avi");
-        ASSERT_TRUE(FfmpegClipBuilder::makeDualStreamAvi(clip, withAudio)) << qPrintable(FfmpegClipBuilder::lastLog());
+        const QString clip
+            = m_card->path(withAudio ? "evt_rec/dual_audio.avi" : "evt_rec/dual_mute.avi");
+        ASSERT_TRUE(FfmpegClipBuilder::makeDualStreamAvi(clip, withAudio))
+            << qPrintable(FfmpegClipBuilder::lastLog());
         EXPECT_EQ(Utils::GetAviType(clip), Utils::kAviTypeH264);
         const QStringList files = convert(clip);
         ASSERT_EQ(files.size(), 2) << withAudio;
@@ -86,9 +88,11 @@ TEST_F(ClipConverterFfmpegTest, Mp4PairGivesBothCamerasAndTheirTelemetry)
 {
     const QString front = m_card->path("cont_rec/20240101_120000_F.mp4");
     const QString rear = m_card->path("cont_rec/20240101_120000_R.mp4");
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(front, FfmpegClipBuilder::telemetrySrt(1, 11), 64))
+    ASSERT_TRUE(
+        FfmpegClipBuilder::makeSubtitledMp4(front, FfmpegClipBuilder::telemetrySrt(1, 11), 64))
         << qPrintable(FfmpegClipBuilder::lastLog());
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(rear, FfmpegClipBuilder::telemetrySrt(1, 22), 48));
+    ASSERT_TRUE(
+        FfmpegClipBuilder::makeSubtitledMp4(rear, FfmpegClipBuilder::telemetrySrt(1, 22), 48));
     const QStringList files = convert(front);
     ASSERT_EQ(files.size(), 2);
     EXPECT_EQ(m_runner.runs(), 4);
@@ -100,8 +104,10 @@ TEST_F(ClipConverterFfmpegTest, Mp4PairGivesBothCamerasAndTheirTelemetry)
     const QString frontText = QString::fromUtf8(TestFiles::read(frontSrt));
     const QString rearText = QString::fromUtf8(TestFiles::read(rearSrt));
     for (int i = 0; i < 5; ++i) {
-        EXPECT_TRUE(frontText.contains(QStringLiteral("gsensor,11,%1,128").arg(i - 2))) << qPrintable(frontText);
-        EXPECT_TRUE(rearText.contains(QStringLiteral("gsensor,22,%1,128").arg(i - 2))) << qPrintable(rearText);
+        EXPECT_TRUE(frontText.contains(QStringLiteral("gsensor,11,%1,128").arg(i - 2)))
+            << qPrintable(frontText);
+        EXPECT_TRUE(rearText.contains(QStringLiteral("gsensor,22,%1,128").arg(i - 2)))
+            << qPrintable(rearText);
     }
     for (const QString& text : { frontText, rearText }) {
         EXPECT_EQ(text.count("GPRMC,120000,A,3723.1234,N,12658.5678,E,10.5"), 1);
@@ -114,7 +120,8 @@ TEST_F(ClipConverterFfmpegTest, Mp4PairGivesBothCamerasAndTheirTelemetry)
 TEST_F(ClipConverterFfmpegTest, ClipsFfmpegRejectsGiveNothing)
 {
     const QString mp4 = m_card->add("evt_rec/garbage_F.mp4", QByteArray(4096, 'g'));
-    const QString avi = m_card->add("evt_rec/garbage.avi", QByteArray("RIFF\x10\0\0\0AVI LIST", 16) + QByteArray(500, '\xff'));
+    const QString avi = m_card->add(
+        "evt_rec/garbage.avi", QByteArray("RIFF\x10\0\0\0AVI LIST", 16) + QByteArray(500, '\xff'));
     EXPECT_EQ(convert(mp4), QStringList {});
     EXPECT_EQ(convert(avi), QStringList {});
     EXPECT_EQ(m_runner.runs(), 1); // the stream report found no video stream

@@ -110,9 +110,14 @@ TEST_F(ClipConverterTest, OneCameraAviUsesTheListOfItsCodecType)
     };
     const Case cases[] {
         { "t0", 0, { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "OUT" } },
-        { "t1", 1, { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", "OUT" } },
-        { "t2", 2, { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", "OUT" } },
-        { "t3", 3, { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", "OUT" } },
+        { "t1", 1,
+            { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
+                "OUT" } },
+        { "t2", 2,
+            { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", "OUT" } },
+        { "t3", 3,
+            { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
+                "OUT" } },
     };
     for (const Case& c : cases) {
         const QString name = QString::fromUtf8(c.name);
@@ -132,7 +137,8 @@ TEST_F(ClipConverterTest, OneCameraAviUsesTheListOfItsCodecType)
 TEST_F(ClipConverterTest, Mp4PairGivesBothCamerasAndTheirSubtitles)
 {
     // The rear clip is re-muxed with the front clip's codec type (hvc1 here).
-    const QString front = m_card->add("evt_rec/clip_F.mp4", QByteArray(300, '\0').replace(16, 8, "iso4hvc1"));
+    const QString front
+        = m_card->add("evt_rec/clip_F.mp4", QByteArray(300, '\0').replace(16, 8, "iso4hvc1"));
     const QString rear = m_card->add("evt_rec/clip_R.mp4", clipBytes(1, 400));
     const QString f = cache("clip_F_300", "clip_F_f.mov");
     const QString r = cache("clip_F_300", "clip_F_r.mov");
@@ -143,7 +149,8 @@ TEST_F(ClipConverterTest, Mp4PairGivesBothCamerasAndTheirSubtitles)
             { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_r.srt") } },
         { f, r });
     EXPECT_EQ(TestFiles::read(r), RecordingProcessRunner::outputBytes(rear));
-    EXPECT_EQ(TestFiles::read(cache("clip_F_300", "clip_F_r.srt")), RecordingProcessRunner::outputBytes(rear));
+    EXPECT_EQ(TestFiles::read(cache("clip_F_300", "clip_F_r.srt")),
+        RecordingProcessRunner::outputBytes(rear));
     expectConversion(front, {}, { f, r });
     EXPECT_TRUE(m_runner.calls().isEmpty());
 
@@ -151,9 +158,11 @@ TEST_F(ClipConverterTest, Mp4PairGivesBothCamerasAndTheirSubtitles)
     const QString rf = cache("clip_R_400", "clip_R_f.mov");
     const QString rr = cache("clip_R_400", "clip_R_r.mov");
     expectConversion(rear,
-        { { "-v", "10", "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", rf },
+        { { "-v", "10", "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
+              rf },
             { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_f.srt") },
-            { "-v", "10", "-i", front, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y", rr },
+            { "-v", "10", "-i", front, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
+                rr },
             { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_r.srt") } },
         { rf, rr });
     EXPECT_EQ(TestFiles::read(rf), RecordingProcessRunner::outputBytes(rear));
@@ -165,10 +174,13 @@ TEST_F(ClipConverterTest, Mp4PartnerLookups)
     const QString bc = m_card->add("cont_rec/clip_F_BC.mp4", clipBytes(0));
     const QString bcRear = m_card->add("cont_rec/clip_R_BC.mp4", clipBytes(0));
     expectConversion(bc,
-        { { "-i", bc, "-vcodec", "copy", "-acodec", "copy", "-y", cache("clip_F_BC_300", "clip_F_BC_f.mov") },
+        { { "-i", bc, "-vcodec", "copy", "-acodec", "copy", "-y",
+              cache("clip_F_BC_300", "clip_F_BC_f.mov") },
             { "-i", bc, "-vn", "-an", "-c:s", "text", cache("clip_F_BC_300", "clip_F_BC_f.srt") },
-            { "-i", bcRear, "-vcodec", "copy", "-acodec", "copy", "-y", cache("clip_F_BC_300", "clip_F_BC_r.mov") },
-            { "-i", bcRear, "-vn", "-an", "-c:s", "text", cache("clip_F_BC_300", "clip_F_BC_r.srt") } },
+            { "-i", bcRear, "-vcodec", "copy", "-acodec", "copy", "-y",
+                cache("clip_F_BC_300", "clip_F_BC_r.mov") },
+            { "-i", bcRear, "-vn", "-an", "-c:s", "text",
+                cache("clip_F_BC_300", "clip_F_BC_r.srt") } },
         { cache("clip_F_BC_300", "clip_F_BC_f.mov"), cache("clip_F_BC_300", "clip_F_BC_r.mov") });
 
     // A front clip without its rear file, and a clip with no marker at all.
@@ -179,7 +191,8 @@ TEST_F(ClipConverterTest, Mp4PartnerLookups)
         const QString f = cache(base + "_300", base + "_f.mov");
         expectConversion(clip,
             { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", f },
-                { "-i", clip, "-vn", "-an", "-c:s", "text", cache(base + "_300", base + "_f.srt") } },
+                { "-i", clip, "-vn", "-an", "-c:s", "text",
+                    cache(base + "_300", base + "_f.srt") } },
             { f });
         // The front output is reused; the missing rear file is looked for again.
         expectConversion(clip, {}, { f });
@@ -190,10 +203,12 @@ TEST_F(ClipConverterTest, ChangedSizeConvertsAnew)
 {
     const QString clip = m_card->add("cont_rec/c.avi", clipBytes(0));
     m_runner.setStreams(clip, 1, 0);
-    expectConversion(clip, { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", cache("c_300", "c_f.mov") } },
+    expectConversion(clip,
+        { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", cache("c_300", "c_f.mov") } },
         { cache("c_300", "c_f.mov") });
     m_card->add("cont_rec/c.avi", clipBytes(0, 512));
-    expectConversion(clip, { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", cache("c_512", "c_f.mov") } },
+    expectConversion(clip,
+        { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", cache("c_512", "c_f.mov") } },
         { cache("c_512", "c_f.mov") });
 }
 
@@ -273,14 +288,21 @@ TEST_F(ClipConverterTest, ConversionsRunSideBySideOnWorkerThreads)
         m_runner.setStreams(clips.last(), 2, 1);
     }
     std::vector<std::optional<QList<QUrl>>> results(size_t(clips.size()));
-    std::thread first([&] { for (int i = 0; i < 8; i += 2) results[size_t(i)] = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clips[i])); });
-    std::thread second([&] { for (int i = 1; i < 8; i += 2) results[size_t(i)] = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clips[i])); });
+    std::thread first([&] {
+        for (int i = 0; i < 8; i += 2)
+            results[size_t(i)] = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clips[i]));
+    });
+    std::thread second([&] {
+        for (int i = 1; i < 8; i += 2)
+            results[size_t(i)] = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clips[i]));
+    });
     first.join();
     second.join();
     for (int i = 0; i < 8; ++i) {
         ASSERT_TRUE(results[size_t(i)].has_value());
         ASSERT_EQ(results[size_t(i)]->size(), 2);
-        EXPECT_EQ(TestFiles::read(results[size_t(i)]->at(1).toLocalFile()), RecordingProcessRunner::outputBytes(clips[i]));
+        EXPECT_EQ(TestFiles::read(results[size_t(i)]->at(1).toLocalFile()),
+            RecordingProcessRunner::outputBytes(clips[i]));
     }
 }
 

@@ -17,22 +17,45 @@ namespace {
 // A card with every recording folder, clips at the top level and in a folder
 // of another name, nested folders, hidden and foreign files.
 const QStringList kCardFiles {
-    "top_A.avi", "TOP_b.Mp4", "top_c.MOV", "notes.txt", "top.mkv", ".hidden.mp4",
-    "other/ignored_F.mp4", "DCIM/ignored.avi",
-    "cont_rec/20240101_100000_F.mp4", "cont_rec/20240101_100000_R.mp4", "cont_rec/sub/deep/C2.AVI",
+    "top_A.avi",
+    "TOP_b.Mp4",
+    "top_c.MOV",
+    "notes.txt",
+    "top.mkv",
+    ".hidden.mp4",
+    "other/ignored_F.mp4",
+    "DCIM/ignored.avi",
+    "cont_rec/20240101_100000_F.mp4",
+    "cont_rec/20240101_100000_R.mp4",
+    "cont_rec/sub/deep/C2.AVI",
     "cont_rec/.hid/H.mp4",
-    "motion_rec/M1.avi", "evt_rec/E1_F.mp4", "evt_rec/E1_R.mp4", "evt_rec/E2.mkv",
-    "manual_rec/Man1.mov", "parking_rec/P1.avi",
-    "motion_timelapse_rec/T1.mp4", "Saved_Videos/S2.mp4", "Saved_Videos/s1.avi",
+    "motion_rec/M1.avi",
+    "evt_rec/E1_F.mp4",
+    "evt_rec/E1_R.mp4",
+    "evt_rec/E2.mkv",
+    "manual_rec/Man1.mov",
+    "parking_rec/P1.avi",
+    "motion_timelapse_rec/T1.mp4",
+    "Saved_Videos/S2.mp4",
+    "Saved_Videos/s1.avi",
 };
 
 // Rows of filter "all", in displayed order.
 const QStringList kAllRows {
-    "Saved_Videos/S2.mp4", "Saved_Videos/s1.avi",
-    "cont_rec/20240101_100000_F.mp4", "cont_rec/20240101_100000_R.mp4",
-    "cont_rec/sub/deep/C2.AVI", "evt_rec/E1_F.mp4", "evt_rec/E1_R.mp4",
-    "motion_rec/M1.avi", "manual_rec/Man1.mov", "parking_rec/P1.avi",
-    "motion_timelapse_rec/T1.mp4", "TOP_b.Mp4", "top_A.avi", "top_c.MOV",
+    "Saved_Videos/S2.mp4",
+    "Saved_Videos/s1.avi",
+    "cont_rec/20240101_100000_F.mp4",
+    "cont_rec/20240101_100000_R.mp4",
+    "cont_rec/sub/deep/C2.AVI",
+    "evt_rec/E1_F.mp4",
+    "evt_rec/E1_R.mp4",
+    "motion_rec/M1.avi",
+    "manual_rec/Man1.mov",
+    "parking_rec/P1.avi",
+    "motion_timelapse_rec/T1.mp4",
+    "TOP_b.Mp4",
+    "top_A.avi",
+    "top_c.MOV",
 };
 
 class ClipLibraryTest : public ::testing::Test {
@@ -96,10 +119,12 @@ TEST_F(ClipLibraryTest, FilterButtonsSelectFoldersByPathSubstring)
     m_card->addAll(kCardFiles);
     m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
     EXPECT_EQ(rowsOf(0), kAllRows);
-    EXPECT_EQ(rowsOf(1), (QStringList { "cont_rec/20240101_100000_F.mp4",
-                             "cont_rec/20240101_100000_R.mp4", "cont_rec/sub/deep/C2.AVI" }));
+    EXPECT_EQ(rowsOf(1),
+        (QStringList { "cont_rec/20240101_100000_F.mp4", "cont_rec/20240101_100000_R.mp4",
+            "cont_rec/sub/deep/C2.AVI" }));
     EXPECT_EQ(rowsOf(2), (QStringList { "motion_rec/M1.avi", "motion_timelapse_rec/T1.mp4" }));
-    EXPECT_EQ(rowsOf(3), (QStringList { "evt_rec/E1_F.mp4", "evt_rec/E1_R.mp4", "parking_rec/P1.avi" }));
+    EXPECT_EQ(
+        rowsOf(3), (QStringList { "evt_rec/E1_F.mp4", "evt_rec/E1_R.mp4", "parking_rec/P1.avi" }));
     EXPECT_EQ(rowsOf(4), (QStringList { "manual_rec/Man1.mov" }));
     // Any other index has no folder key: every clip passes.
     EXPECT_EQ(rowsOf(7), kAllRows);
@@ -132,9 +157,10 @@ TEST_F(ClipLibraryTest, OrderPutsSavedVideosFirstThenPlainNameOrder)
         "cont_rec/clip_R.mp4", "evt_rec/clip_F.mp4", "cont_rec/_x.mp4", "cont_rec/10.mp4",
         "cont_rec/9.mp4" });
     m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
-    EXPECT_EQ(rowsOf(0), (QStringList { "Saved_Videos/z.mp4", "cont_rec/10.mp4", "cont_rec/9.mp4",
-                             "evt_rec/A.mp4", "cont_rec/B.mp4", "cont_rec/_x.mp4", "cont_rec/a.mp4",
-                             "evt_rec/clip_F.mp4", "cont_rec/clip_R.mp4" }));
+    EXPECT_EQ(rowsOf(0),
+        (QStringList { "Saved_Videos/z.mp4", "cont_rec/10.mp4", "cont_rec/9.mp4", "evt_rec/A.mp4",
+            "cont_rec/B.mp4", "cont_rec/_x.mp4", "cont_rec/a.mp4", "evt_rec/clip_F.mp4",
+            "cont_rec/clip_R.mp4" }));
 }
 
 TEST_F(ClipLibraryTest, SavedVideosOnlyInThatFolderAreShownAsSaved)
@@ -166,7 +192,8 @@ TEST_F(ClipLibraryTest, MissingOrUnreadableFoldersGiveNoClips)
         QFile::setPermissions(m_card->path("cont_rec/locked"), QFile::Permissions());
         m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
         EXPECT_EQ(rowsOf(0), (QStringList { "a.mp4", "evt_rec/c.mp4" }));
-        QFile::setPermissions(m_card->path("cont_rec/locked"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(m_card->path("cont_rec/locked"),
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     // A link cycle inside a card folder neither hangs nor repeats clips.
     ASSERT_TRUE(QFile::link(m_card->path("cont_rec"), m_card->path("cont_rec/loop")));
@@ -185,7 +212,8 @@ TEST_F(ClipLibraryTest, FilterButtonsOfGroupASetTheIndex)
 
     m_library.videoFileFilterTouched(&event);
     EXPECT_EQ(m_library.videoFileFilterGroupA(), 3);
-    EXPECT_EQ(relative(m_library.filteredVideoFileList()), (QStringList { "evt_rec/e.mp4", "parking_rec/p.mp4" }));
+    EXPECT_EQ(relative(m_library.filteredVideoFileList()),
+        (QStringList { "evt_rec/e.mp4", "parking_rec/p.mp4" }));
     // A button of no group changes nothing but the table is reloaded.
     EXPECT_FALSE(m_library.setVideoFileFilterWithButton(&stranger));
     m_library.videoFileFilterTouched(&stranger);
@@ -229,8 +257,9 @@ TEST_F(ClipLibraryTest, BigVideoIsThePartnerNextToTheRowWhenSwapped)
         "evt_rec/c_F.avi", "evt_rec/c_R.avi", "evt_rec/d.mp4" });
     m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
     const QStringList rows = relative(m_library.filteredVideoFileList());
-    ASSERT_EQ(rows, (QStringList { "evt_rec/a_F.mp4", "evt_rec/a_R.mp4", "evt_rec/b_F.mp4",
-                        "evt_rec/b_R.mp4", "evt_rec/c_F.avi", "evt_rec/c_R.avi", "evt_rec/d.mp4" }));
+    ASSERT_EQ(rows,
+        (QStringList { "evt_rec/a_F.mp4", "evt_rec/a_R.mp4", "evt_rec/b_F.mp4", "evt_rec/b_R.mp4",
+            "evt_rec/c_F.avi", "evt_rec/c_R.avi", "evt_rec/d.mp4" }));
     auto big = [this](int row, bool switched) {
         const QUrl url = m_library.takeBigVideoURL(row, switched);
         return url.isEmpty() ? QString() : QDir(m_card->root()).relativeFilePath(url.toLocalFile());

@@ -10,13 +10,15 @@ namespace {
 
 struct PartnerCase {
     const char* path;
-    const char* listPartner;       // partner in the clip list ("" = none)
+    const char* listPartner; // partner in the clip list ("" = none)
     const char* conversionPartner; // partner when converting ("" = none)
 };
 
 const PartnerCase kPartnerCases[] {
-    { "/card/evt_rec/clip_F.mp4", "file:///card/evt_rec/clip_R.mp4", "file:///card/evt_rec/clip_R.mp4" },
-    { "/card/evt_rec/clip_R.mp4", "file:///card/evt_rec/clip_F.mp4", "file:///card/evt_rec/clip_F.mp4" },
+    { "/card/evt_rec/clip_F.mp4", "file:///card/evt_rec/clip_R.mp4",
+        "file:///card/evt_rec/clip_R.mp4" },
+    { "/card/evt_rec/clip_R.mp4", "file:///card/evt_rec/clip_F.mp4",
+        "file:///card/evt_rec/clip_F.mp4" },
     { "/card/evt_rec/clip.mp4", "", "" },
     // "F_BC." holds no "F.", so only the conversion rule pairs it.
     { "/card/evt_rec/clip_F_BC.mp4", "", "file:///card/evt_rec/clip_R_BC.mp4" },
@@ -26,13 +28,15 @@ const PartnerCase kPartnerCases[] {
         "file:///media/MY_R.CLIPS/cont_rec/a_R.mp4" },
     { "/media/MY_F.CLIPS/cont_rec/a_R.mp4", "file:///media/MY_R.CLIPS/cont_rec/a_R.mp4",
         "file:///media/MY_R.CLIPS/cont_rec/a_R.mp4" },
-    { "/media/MY_F.CLIPS/a_F_BC.mp4", "file:///media/MY_R.CLIPS/a_F_BC.mp4", "file:///media/MY_R.CLIPS/a_F_BC.mp4" },
+    { "/media/MY_F.CLIPS/a_F_BC.mp4", "file:///media/MY_R.CLIPS/a_F_BC.mp4",
+        "file:///media/MY_R.CLIPS/a_F_BC.mp4" },
     // Case-sensitive: "f." is not a front marker.
     { "/card/clip_f.mp4", "", "" },
     // A "F." inside the name counts as well.
     { "/card/IF.you.mp4", "file:///card/IR.you.mp4", "file:///card/IR.you.mp4" },
     // Spaces are percent-encoded in the URL string.
-    { "/card/my clips/x_F.mp4", "file:///card/my%20clips/x_R.mp4", "file:///card/my%20clips/x_R.mp4" },
+    { "/card/my clips/x_F.mp4", "file:///card/my%20clips/x_R.mp4",
+        "file:///card/my%20clips/x_R.mp4" },
 };
 
 TEST(ClipNamingTest, PartnerStringsRewriteTheWholeUrl)
@@ -40,7 +44,8 @@ TEST(ClipNamingTest, PartnerStringsRewriteTheWholeUrl)
     for (const PartnerCase& c : kPartnerCases) {
         const QUrl url = QUrl::fromLocalFile(QString::fromUtf8(c.path));
         EXPECT_EQ(ClipNaming::partnerString(url), QString::fromUtf8(c.listPartner)) << c.path;
-        EXPECT_EQ(ClipNaming::conversionPartnerString(url), QString::fromUtf8(c.conversionPartner)) << c.path;
+        EXPECT_EQ(ClipNaming::conversionPartnerString(url), QString::fromUtf8(c.conversionPartner))
+            << c.path;
     }
 }
 

@@ -74,9 +74,11 @@ TEST(UtilsTest, StreamCountsFromTheReport)
     };
     const Case cases[] {
         { "  Stream #0:0: Video: h264 (H264 / 0x34363248)\n  Stream #0:1: Video: h264\n"
-          "  Stream #0:2: Audio: pcm_s16le\n", 2, 1 },
+          "  Stream #0:2: Audio: pcm_s16le\n",
+            2, 1 },
         { "  Stream #0:0[0x1](und): Video: h264 (avc1 / 0x31637661)\n"
-          "  Stream #0:1[0x2](und): Subtitle: mov_text (tx3g / 0x67337874)\n", 1, 0 },
+          "  Stream #0:1[0x2](und): Subtitle: mov_text (tx3g / 0x67337874)\n",
+            1, 0 },
         { "  stream #0:0(eng): VIDEO: hevc\n  STREAM #0:1: audio: aac\n", 1, 1 },
         // The name must follow on the same line.
         { "  Stream #0:0:\n Video: h264\n", 0, 0 },
@@ -95,11 +97,13 @@ TEST(UtilsTest, ChildProcessOutputIsMergedAndStdinIsEmpty)
 {
     QtProcessRunner runner;
     const QString merged = Utils::DoTaskWithLaunchPath(QStringLiteral("/bin/sh"),
-        { QStringLiteral("-c"), QStringLiteral("echo out; echo err >&2; echo \"$0\" ünï") }, runner);
+        { QStringLiteral("-c"), QStringLiteral("echo out; echo err >&2; echo \"$0\" ünï") },
+        runner);
     EXPECT_EQ(merged, QStringLiteral("out\nerr\n/bin/sh ünï\n"));
     // A program reading standard input sees its end at once instead of waiting.
     EXPECT_EQ(Utils::DoTaskWithLaunchPath(QStringLiteral("/bin/cat"), {}, runner), QString());
-    EXPECT_EQ(Utils::DoTaskWithLaunchPath(QStringLiteral("/no/such/program"), {}, runner), QString());
+    EXPECT_EQ(
+        Utils::DoTaskWithLaunchPath(QStringLiteral("/no/such/program"), {}, runner), QString());
     EXPECT_EQ(Utils::DoTaskWithLaunchPath(QString(), {}, runner), QString());
     // Output much larger than a pipe buffer is read to its end.
     const QString big = Utils::DoTaskWithLaunchPath(QStringLiteral("/bin/sh"),
@@ -115,7 +119,8 @@ TEST(UtilsTest, CancelKillsTheRunningChild)
     QByteArray output;
     std::thread worker([&] {
         output = runner.run(QStringLiteral("/bin/sh"),
-            { QStringLiteral("-c"), QStringLiteral("echo started; echo $$ > '%1'; exec sleep 30").arg(pidFile) });
+            { QStringLiteral("-c"),
+                QStringLiteral("echo started; echo $$ > '%1'; exec sleep 30").arg(pidFile) });
     });
     // Cancel from this thread once the child is running.
     while (TestFiles::read(pidFile).trimmed().isEmpty())

@@ -44,15 +44,18 @@ QStringList lavfiVideo(int width, int height)
 
 bool makeDualStreamAvi(const QString& path, bool withAudio)
 {
-    QStringList arguments { QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error") };
+    QStringList arguments { QStringLiteral("-hide_banner"), QStringLiteral("-v"),
+        QStringLiteral("error") };
     arguments << lavfiVideo(64, 48) << lavfiVideo(32, 24);
     if (withAudio) {
         arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i")
                   << QStringLiteral("sine=duration=1:sample_rate=8000");
     }
-    arguments << QStringLiteral("-map") << QStringLiteral("0") << QStringLiteral("-map") << QStringLiteral("1");
+    arguments << QStringLiteral("-map") << QStringLiteral("0") << QStringLiteral("-map")
+              << QStringLiteral("1");
     if (withAudio)
-        arguments << QStringLiteral("-map") << QStringLiteral("2") << QStringLiteral("-c:a") << QStringLiteral("pcm_s16le");
+        arguments << QStringLiteral("-map") << QStringLiteral("2") << QStringLiteral("-c:a")
+                  << QStringLiteral("pcm_s16le");
     arguments << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
               << QStringLiteral("ultrafast") << QStringLiteral("-y") << path;
     return runTool(QStringLiteral("ffmpeg"), arguments);
@@ -67,9 +70,10 @@ bool makeSubtitledMp4(const QString& path, const QString& srtText, int width)
         return false;
     srt.write(srtText.toUtf8());
     srt.close();
-    QStringList arguments { QStringLiteral("-hide_banner"), QStringLiteral("-v"), QStringLiteral("error") };
-    arguments << lavfiVideo(width, 48) << QStringLiteral("-i") << srtPath
-              << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
+    QStringList arguments { QStringLiteral("-hide_banner"), QStringLiteral("-v"),
+        QStringLiteral("error") };
+    arguments << lavfiVideo(width, 48) << QStringLiteral("-i") << srtPath << QStringLiteral("-c:v")
+              << QStringLiteral("libx264") << QStringLiteral("-preset")
               << QStringLiteral("ultrafast") << QStringLiteral("-c:s") << QStringLiteral("mov_text")
               << QStringLiteral("-y") << path;
     return runTool(QStringLiteral("ffmpeg"), arguments);
@@ -81,17 +85,23 @@ QString telemetrySrt(int seconds, int tag)
     int counter = 1;
     auto block = [&](int startMs, int endMs, const QString& payload) {
         auto stamp = [](int ms) {
-            return QStringLiteral("00:00:%1,%2").arg(ms / 1000, 2, 10, QChar(u'0')).arg(ms % 1000, 3, 10, QChar(u'0'));
+            return QStringLiteral("00:00:%1,%2")
+                .arg(ms / 1000, 2, 10, QChar(u'0'))
+                .arg(ms % 1000, 3, 10, QChar(u'0'));
         };
-        text += QStringLiteral("%1\n%2 --> %3\n%4\n\n").arg(counter++).arg(stamp(startMs), stamp(endMs), payload);
+        text += QStringLiteral("%1\n%2 --> %3\n%4\n\n")
+                    .arg(counter++)
+                    .arg(stamp(startMs), stamp(endMs), payload);
     };
     for (int second = 0; second < seconds; ++second) {
         for (int i = 0; i < 5; ++i) {
             const int start = second * 1000 + i * 150;
-            block(start, start + 150, QStringLiteral("gsensor,%1,%2,%3").arg(tag).arg(i - 2).arg(128 + second));
+            block(start, start + 150,
+                QStringLiteral("gsensor,%1,%2,%3").arg(tag).arg(i - 2).arg(128 + second));
         }
         block(second * 1000 + 750, second * 1000 + 1000,
-            QStringLiteral("GPRMC,1200%1,A,3723.1234,N,12658.5678,E,10.5").arg(second, 2, 10, QChar(u'0')));
+            QStringLiteral("GPRMC,1200%1,A,3723.1234,N,12658.5678,E,10.5")
+                .arg(second, 2, 10, QChar(u'0')));
     }
     return text;
 }
@@ -99,15 +109,18 @@ QString telemetrySrt(int seconds, int tag)
 QStringList streams(const QString& path)
 {
     QByteArray output;
-    if (!runTool(QStringLiteral("ffprobe"), { QStringLiteral("-v"), QStringLiteral("error"),
-                    QStringLiteral("-show_entries"), QStringLiteral("stream=codec_type,width,height"),
-                    QStringLiteral("-of"), QStringLiteral("csv=p=0"), path }, &output))
+    if (!runTool(QStringLiteral("ffprobe"),
+            { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_entries"),
+                QStringLiteral("stream=codec_type,width,height"), QStringLiteral("-of"),
+                QStringLiteral("csv=p=0"), path },
+            &output))
         return {};
     QStringList result;
     for (const QByteArray& line : output.split('\n')) {
         const QList<QByteArray> fields = line.trimmed().split(',');
         if (fields.first() == "video" && fields.size() >= 3)
-            result << QStringLiteral("video %1x%2").arg(QString::fromUtf8(fields[1]), QString::fromUtf8(fields[2]));
+            result << QStringLiteral("video %1x%2")
+                          .arg(QString::fromUtf8(fields[1]), QString::fromUtf8(fields[2]));
         else if (!fields.first().isEmpty())
             result << QString::fromUtf8(fields.first());
     }

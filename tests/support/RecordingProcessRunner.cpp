@@ -15,7 +15,8 @@ QByteArray report(const QString& input, int videoStreams, int audioStreams)
     QByteArray text = "Input #0, avi, from '" + input.toUtf8() + "':\n  Duration: 00:01:00.00\n";
     int index = 0;
     for (int i = 0; i < videoStreams; ++i, ++index)
-        text += "  Stream #0:" + QByteArray::number(index) + ": Video: h264 (H264 / 0x34363248), 1920x1080\n";
+        text += "  Stream #0:" + QByteArray::number(index)
+            + ": Video: h264 (H264 / 0x34363248), 1920x1080\n";
     for (int i = 0; i < audioStreams; ++i, ++index)
         text += "  Stream #0:" + QByteArray::number(index) + ": Audio: pcm_s16le, 16000 Hz, mono\n";
     return text + "At least one output file must be specified\n";
