@@ -34,8 +34,7 @@ public:
     double driveSeconds() const { return m_states.size() * kStepSeconds; }
 
 private:
-    struct Path;
-    void simulate(const Path& path, std::uint64_t seed, const QVector<double>& hardStops);
+    void simulate(std::uint64_t seed, const QVector<double>& hardStops);
 
     QVector<DriveState> m_states;
     DriveState m_parked;
