@@ -48,9 +48,9 @@ TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndFreezesPastTheLast)
         double seconds;
         int sample; // the sample the read-outs show afterwards
     } steps[] = {
-        { 12.34, 123 }, { 30.05, 300 }, { 64.95, 649 },
-        { 65.0, 649 }, // index 650: no sample, the read-outs keep their values
-        { 100.0, 649 }, { 179.9, 649 },
+        { 12.34, 123 }, { 30.05, 300 }, { 64.7, 647 },
+        { 65.05, 647 }, // index 650: no sample, the read-outs keep their values
+        { 100.0, 647 }, { 179.9, 647 },
     };
     for (const auto& step : steps) {
         tickAt(step.seconds);
@@ -60,7 +60,7 @@ TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndFreezesPastTheLast)
         EXPECT_EQ(m_view.mapMoves.last().first, 37.0f + step.sample / 10000.0f) << step.seconds;
         EXPECT_EQ(m_view.seekValue, step.seconds);
     }
-    EXPECT_EQ(m_view.sensorText(), QStringLiteral("5.070 -5.070 1.000 37.0649 127.0649"));
+    EXPECT_EQ(m_view.sensorText(), QStringLiteral("5.055 -5.055 1.000 37.0647 127.0647"));
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("02:59/03:00"));
 }
 
@@ -74,8 +74,8 @@ TEST_F(PlaybackTickTest, ReadoutsRefreshAfterMoreThanThreeTenthsAndTheMapAfterMo
     } steps[] = {
         { 0.2, false, false },
         { 0.31, true, false },
-        { 0.61, false, false },  // 0.3 later is not more than the single-precision 0.3
-        { 0.6101, true, false }, // 0.3001 later is
+        { 0.6100000005, false, false }, // 0.3000000005 later is not more than the single-precision 0.3
+        { 0.6101, true, false },        // 0.3001 later is
         { 1.2, true, true },
         { 2.1, true, false },
         { 2.3, false, true }, // 0.2 after the read-outs, 1.1 after the map

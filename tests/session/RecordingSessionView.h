@@ -7,6 +7,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <ostream>
+
+// Readable QStrings in test failure messages.
+inline void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
 // Keeps what the playback session last showed, and the calls that matter for
 // order (map moves, route, full screen), for tests that run the session
 // without widgets.
