@@ -36,11 +36,8 @@ TavroAVView::~TavroAVView()
     m_delegate = nullptr;
     if (m_player)
         close();
-    if (m_blitter.isCreated() && context()) {
-        makeCurrent();
-        m_blitter.destroy();
-        doneCurrent();
-    }
+    disconnect(m_contextGone);
+    releaseGL();
 }
 
 void TavroAVView::setFileName(const QString& path)
@@ -358,7 +355,19 @@ void TavroAVView::layoutOverlays()
 
 void TavroAVView::initializeGL()
 {
+    disconnect(m_contextGone);
+    m_contextGone = connect(context(), &QOpenGLContext::aboutToBeDestroyed, this,
+        &TavroAVView::releaseGL, Qt::DirectConnection);
     m_blitter.create();
+}
+
+void TavroAVView::releaseGL()
+{
+    if (!m_blitter.isCreated() || !context())
+        return;
+    makeCurrent();
+    m_blitter.destroy();
+    doneCurrent();
 }
 
 void TavroAVView::paintGL()

@@ -82,6 +82,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void releaseGL();
     void prepareAsset();
     void setStatus(TavroAVViewStatus status);
     void stopLoadingAnimationAndHandleError(bool failed);
@@ -109,5 +110,8 @@ private:
     std::unique_ptr<MpvPlayer> m_player;
     QList<QMetaObject::Connection> m_observers;
     QOpenGLTextureBlitter m_blitter;
+    // The widget's GL context is replaced when the view moves to another
+    // window (full screen); the blitter goes with the old one.
+    QMetaObject::Connection m_contextGone;
     qint64 m_framesPresented = 0;
 };

@@ -208,6 +208,31 @@ TEST_F(PlayerViewTest, UpsideDownMirrorsThePictureVertically)
     EXPECT_EQ(dominant(colourAt(view->grabFramebuffer(), 0.5, 0.1)), 'r');
 }
 
+TEST_F(PlayerViewTest, KeepsItsPictureWhenMovedToAnotherWindow)
+{
+    // Full screen takes the view out of the main window into a window of its
+    // own, which gives the widget a new GL context.
+    QWidget window;
+    window.resize(400, 300);
+    auto* view = new TavroAVView(&window); // owned by the window until it leaves
+    view->setDelegate(&delegate);
+    view->resize(320, 240);
+    window.show();
+    view->setFileName(clips().redOverBlue);
+    ASSERT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs));
+    EXPECT_EQ(dominant(colourAt(picture(view), 0.5, 0.1)), 'r');
+    view->setParent(nullptr);
+    views.emplace_back(view);
+    view->resize(640, 480);
+    view->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(view));
+    const QImage moved = view->grabFramebuffer();
+    EXPECT_EQ(moved.size(), QSize(640, 480) * view->devicePixelRatioF());
+    EXPECT_EQ(dominant(colourAt(moved, 0.5, 0.1)), 'r');
+    EXPECT_EQ(dominant(colourAt(moved, 0.5, 0.9)), 'b');
+    EXPECT_EQ(view->status(), S::Prepared);
+}
+
 TEST_F(PlayerViewTest, SecondVideoStreamOfAnAvi)
 {
     TavroAVView* first = loadedView(clips().dualStreamAvi, 1);
