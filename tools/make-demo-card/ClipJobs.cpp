@@ -116,12 +116,14 @@ Picture pictureOf(const DemoOptions& options, const DemoTimeline& timeline, cons
     picture.rear = rear;
     picture.label = clip.camera + (rear ? QStringLiteral(" REAR") : QStringLiteral(" FRONT"));
     picture.clockStart = local.toSecsSinceEpoch() + local.offsetFromUtc();
+    picture.clockScale = int(clip.timeScale);
     return picture;
 }
 
 ClipTelemetry telemetryOf(const DemoTimeline& timeline, const DemoClip& clip)
 {
-    return ClipTelemetry::record(timeline, clip.start, clip.seconds, clip.gRate, clip.fixFromSecond);
+    return ClipTelemetry::record(timeline, clip.start, clip.seconds, clip.gRate, clip.fixFromSecond,
+        clip.timeScale);
 }
 
 } // namespace

@@ -9,7 +9,7 @@ constexpr double kKnotsPerKmh = 1.0 / 1.852;
 }
 
 ClipTelemetry ClipTelemetry::record(const DemoTimeline& timeline, double start, int seconds,
-                                    int gRate, int fixFromSecond)
+                                    int gRate, int fixFromSecond, double timeScale)
 {
     ClipTelemetry clip;
     clip.seconds = seconds;
@@ -17,13 +17,14 @@ ClipTelemetry ClipTelemetry::record(const DemoTimeline& timeline, double start, 
     for (int second = 0; second < seconds; ++second) {
         for (int k = 0; k < gRate; ++k) {
             const double t = second + double(k) / gRate;
-            const DriveState state = timeline.at(start + t);
+            const DriveState state = timeline.at(start + t * timeScale);
             clip.g.push_back({ t, int(std::lround(state.gx)), int(std::lround(state.gy)),
                 int(std::lround(state.gz)) });
         }
         // The fix of this second is reported just before the next one begins.
         const double fixTime = second + 1.0 - 0.5 / gRate;
-        const DriveState state = timeline.at(start + second + 1.0);
+        const double fixAt = start + (second + 1.0) * timeScale;
+        const DriveState state = timeline.at(fixAt);
         GpsReading fix;
         fix.t = fixTime;
         fix.valid = second >= fixFromSecond;
@@ -31,7 +32,7 @@ ClipTelemetry ClipTelemetry::record(const DemoTimeline& timeline, double start, 
         fix.lng = state.lng;
         fix.knots = state.speedKmh * kKnotsPerKmh;
         fix.courseDeg = state.courseDeg;
-        fix.utc = timeline.utcAt(start + second + 1.0);
+        fix.utc = timeline.utcAt(fixAt);
         clip.fixes.push_back(fix);
     }
     return clip;

@@ -127,6 +127,7 @@ void planParking(const DemoOptions& options, DemoTimeline& timeline, QVector<Dem
     lapse.gRate = 10;
     lapse.start = at;
     lapse.seconds = length;
+    lapse.timeScale = 30; // plays thirty times faster than it was filmed
     clips.push_back(lapse);
 }
 

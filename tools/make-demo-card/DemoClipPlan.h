@@ -36,6 +36,7 @@ struct DemoClip {
     ChunkFamily chunkFamily = ChunkFamily::General;
     QByteArray chunkTag = "02tx"; // "03tx" where stream 2 is the sound
     bool gPrefixedRmc = false;
+    double timeScale = 1.0;       // real seconds per second of video (time-lapse)
 };
 
 namespace DemoClipPlan {

@@ -50,6 +50,9 @@ QString pictureFilter(const Picture& picture)
         chain << QStringLiteral("hflip"); // a rear camera shows a mirror image
     const QString font = fontFile();
     if (!font.isEmpty()) {
+        // A time-lapse clock runs faster: stretch the time stamps while drawing.
+        if (picture.clockScale > 1)
+            chain << QStringLiteral("setpts=%1*PTS").arg(picture.clockScale);
         const int fontSize = std::max(10, picture.size.height() / 22);
         // "%{pts:gmtime:T:format}" prints T + play time; the colons of the
         // time format are escaped for the expansion and for the filter.
@@ -62,6 +65,8 @@ QString pictureFilter(const Picture& picture)
                      .arg(fontSize)
                      .arg(picture.label)
                      .arg(picture.clockStart);
+        if (picture.clockScale > 1)
+            chain << QStringLiteral("setpts=PTS/%1").arg(picture.clockScale);
     }
     chain << QStringLiteral("format=yuv420p");
     return chain.join(QLatin1Char(','));

@@ -15,6 +15,7 @@ struct Picture {
     bool rear = false;
     QString label;        // e.g. "TOLM FRONT"; letters, digits and blanks only
     qint64 clockStart = 0; // the camera's local wall time at the first frame, as epoch seconds
+    int clockScale = 1;    // real seconds per second of video (time-lapse)
 };
 
 // The first TrueType font found in the usual Debian places, or empty (the
