@@ -139,8 +139,10 @@ TEST_F(MainWindowControllerTest, UnknownCardEmptiesTheListUntilACardIsMounted)
 
     // The card is inserted: the watcher's mount re-identifies it.
     volumes->add(m_card.root(), true, true);
-    TestFiles::write(mountInfo, "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
-                                "40 22 8:17 / " + m_card.root().toUtf8() + " rw - vfat /dev/sdb1 rw\n");
+    TestFiles::write(mountInfo,
+        "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
+        "40 22 8:17 / "
+            + m_card.root().toUtf8() + " rw - vfat /dev/sdb1 rw\n");
     watcher.rescan();
     EXPECT_EQ(library().numberOfRows(), 3);
     EXPECT_TRUE(m_controller->isSettingsButtonEnabled());

@@ -51,25 +51,30 @@ TEST(ClipNavigationTest, PreviousAndNextRows)
 
 TEST_F(SessionTest, PreviousAndNextButtonsPlayTheFrontClipOfEachPair)
 {
-    for (const char* name : { "cont_rec/1_F.mp4", "cont_rec/1_R.mp4", "cont_rec/2_F.mp4", "cont_rec/2_R.mp4" })
+    for (const char* name :
+        { "cont_rec/1_F.mp4", "cont_rec/1_R.mp4", "cont_rec/2_F.mp4", "cont_rec/2_R.mp4" })
         addMp4Clip(QString::fromLatin1(name));
     refresh();
     ASSERT_EQ(m_library.numberOfRows(), 4);
     playRow(0);
-    EXPECT_EQ(m_session->smallVideoFilePath().section(QLatin1Char('/'), -1), QStringLiteral("1_F_r.mov"));
+    EXPECT_EQ(
+        m_session->smallVideoFilePath().section(QLatin1Char('/'), -1), QStringLiteral("1_F_r.mov"));
 
     const struct {
         bool next;
         int row; // selected and playing afterwards
         bool loads;
     } presses[] = {
-        { true, 2, true }, { true, 0, true },
+        { true, 2, true },
+        { true, 0, true },
         { false, 0, false }, // previous on row 0 does nothing
-        { true, 2, true }, { false, 0, true },
+        { true, 2, true },
+        { false, 0, true },
     };
     for (const auto& press : presses) {
         const int loads = m_big.loadCount();
-        press.next ? m_session->playNextFileButtonTouched() : m_session->playPrevFileButtonTouched();
+        press.next ? m_session->playNextFileButtonTouched()
+                   : m_session->playPrevFileButtonTouched();
         settle();
         EXPECT_EQ(m_library.selectedRow(), press.row);
         EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(press.row));
@@ -247,7 +252,9 @@ TEST_F(SessionTest, KeyboardMap)
     };
     for (const auto& c : commands) {
         EXPECT_EQ(key(c.key, c.modifiers), c.handled) << c.key;
-        EXPECT_EQ(m_view.events, c.event ? QStringList { QString::fromLatin1(c.event) } : QStringList {}) << c.key;
+        EXPECT_EQ(
+            m_view.events, c.event ? QStringList { QString::fromLatin1(c.event) } : QStringList {})
+            << c.key;
     }
 }
 
@@ -273,7 +280,8 @@ TEST_F(SessionTest, IndicatorsBlinkWhilePlaying)
         m_session->playAnimationTimerCallback();
         shown << m_view.shockImage + QLatin1Char('+') + m_view.earthImage;
     }
-    EXPECT_EQ(shown, (QStringList { "shock_gage1+earth1", "shock_gage2+earth2", "shock_gage1+earth1" }));
+    EXPECT_EQ(
+        shown, (QStringList { "shock_gage1+earth1", "shock_gage2+earth2", "shock_gage1+earth1" }));
     m_session->pauseVideo();
     EXPECT_FALSE(m_session->isPlayAnimationActive());
     EXPECT_EQ(m_view.shockImage, QStringLiteral("shock_gage1")); // the images stay

@@ -64,7 +64,8 @@ TEST_F(SessionTest, LoadingATwoCameraClip)
     EXPECT_EQ(m_session->smallVideoFilePath(), cache + QStringLiteral("/crash_r.mov"));
     EXPECT_EQ(m_big.fileName(), m_session->bigVideoFilePath());
     EXPECT_EQ(m_small.fileName(), m_session->smallVideoFilePath());
-    EXPECT_EQ(m_view.events.mid(0, 2), (QStringList { QStringLiteral("busy"), QStringLiteral("idle") }));
+    EXPECT_EQ(
+        m_view.events.mid(0, 2), (QStringList { QStringLiteral("busy"), QStringLiteral("idle") }));
     EXPECT_TRUE(m_view.videoControlsEnabled);
     EXPECT_TRUE(m_view.swapButtonEnabled);
     EXPECT_FALSE(m_view.bigCoverVisible);
@@ -111,8 +112,10 @@ TEST_F(SessionTest, RefusedClipShowsTheAlertAndClearsTheCurrentClip)
     playRow(1);
     EXPECT_TRUE(m_session->currentVideoUrl().isEmpty());
     ASSERT_EQ(m_alerts.requests().size(), 1);
-    EXPECT_EQ(m_alerts.requests()[0].titleKey, QString::fromUtf8(LocalizationKeys::kMemoryCardError));
-    EXPECT_EQ(m_alerts.requests()[0].messageKey, QString::fromUtf8(LocalizationKeys::kUnsupportedVideo));
+    EXPECT_EQ(
+        m_alerts.requests()[0].titleKey, QString::fromUtf8(LocalizationKeys::kMemoryCardError));
+    EXPECT_EQ(
+        m_alerts.requests()[0].messageKey, QString::fromUtf8(LocalizationKeys::kUnsupportedVideo));
     EXPECT_TRUE(m_view.videoControlsEnabled); // the controls keep their state
     EXPECT_FALSE(m_big.hasMovie());
     EXPECT_FALSE(m_session->isVideoPlayTimerActive());
@@ -206,13 +209,15 @@ TEST_F(SessionTest, Mp4PairPlaysWithTheTelemetryOfItsSubtitleTrack)
     m_card->add(QStringLiteral("cont_rec/trip_F.mp4")); // creates the folder
     ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(front, FfmpegClipBuilder::telemetrySrt(3, 4)))
         << qPrintable(FfmpegClipBuilder::lastLog());
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(rear, FfmpegClipBuilder::telemetrySrt(3, 9), 32))
+    ASSERT_TRUE(
+        FfmpegClipBuilder::makeSubtitledMp4(rear, FfmpegClipBuilder::telemetrySrt(3, 9), 32))
         << qPrintable(FfmpegClipBuilder::lastLog());
 
     QtProcessRunner runner;
     Utils::SetFFMPEGPath(QString());
     ClipConverter converter(runner, m_dir.filePath(QStringLiteral("real-work")));
-    m_session = std::make_unique<PlaybackSession>(m_big, m_small, m_view, m_library, converter, m_alerts);
+    m_session
+        = std::make_unique<PlaybackSession>(m_big, m_small, m_view, m_library, converter, m_alerts);
     refresh();
     ASSERT_EQ(m_library.numberOfRows(), 2);
     playRow(0);

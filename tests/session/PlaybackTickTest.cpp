@@ -48,9 +48,12 @@ TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndFreezesPastTheLast)
         double seconds;
         int sample; // the sample the read-outs show afterwards
     } steps[] = {
-        { 12.34, 123 }, { 30.05, 300 }, { 64.7, 647 },
+        { 12.34, 123 },
+        { 30.05, 300 },
+        { 64.7, 647 },
         { 65.05, 647 }, // index 650: no sample, the read-outs keep their values
-        { 100.0, 647 }, { 179.9, 647 },
+        { 100.0, 647 },
+        { 179.9, 647 },
     };
     for (const auto& step : steps) {
         tickAt(step.seconds);
@@ -74,8 +77,9 @@ TEST_F(PlaybackTickTest, ReadoutsRefreshAfterMoreThanThreeTenthsAndTheMapAfterMo
     } steps[] = {
         { 0.2, false, false },
         { 0.31, true, false },
-        { 0.6100000005, false, false }, // 0.3000000005 later is not more than the single-precision 0.3
-        { 0.6101, true, false },        // 0.3001 later is
+        { 0.6100000005, false,
+            false }, // 0.3000000005 later is not more than the single-precision 0.3
+        { 0.6101, true, false }, // 0.3001 later is
         { 1.2, true, true },
         { 2.1, true, false },
         { 2.3, false, true }, // 0.2 after the read-outs, 1.1 after the map
@@ -107,10 +111,8 @@ TEST_F(PlaybackTickTest, TimeText)
         double duration;
         const char* text;
     } cases[] = {
-        { 59.9, 61.2, "00:59/01:01" },
-        { 0.0, 0.0, "00:00/00:00" },
-        { 61.999, 180.0, "01:01/03:00" },
-        { 3599.99, 3600.0, "59:59/60:00" },
+        { 59.9, 61.2, "00:59/01:01" }, { 0.0, 0.0, "00:00/00:00" },
+        { 61.999, 180.0, "01:01/03:00" }, { 3599.99, 3600.0, "59:59/60:00" },
         { 4500.0, 4500.0, "75:00/75:00" }, // minutes are not wrapped at 60
     };
     for (const auto& c : cases) {

@@ -2,8 +2,8 @@
 
 #include "telemetry/TavroClipData.h"
 
-void RecordingSessionView::setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
-    const QString& lat, const QString& lng)
+void RecordingSessionView::setSensorTexts(
+    const QString& gx, const QString& gy, const QString& gz, const QString& lat, const QString& lng)
 {
     sensorTexts = QStringList { gx, gy, gz, lat, lng };
     ++sensorUpdates;

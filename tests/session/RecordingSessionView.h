@@ -43,7 +43,10 @@ public:
     void enterScrollMode(bool enabled) override { scrollMode = enabled; }
     void showFullScreenMovie(bool smallView) override;
     void hideFullScreenMovie() override { events << QStringLiteral("hideFullScreen"); }
-    void setBusy(bool busy) override { events << (busy ? QStringLiteral("busy") : QStringLiteral("idle")); }
+    void setBusy(bool busy) override
+    {
+        events << (busy ? QStringLiteral("busy") : QStringLiteral("idle"));
+    }
     void minimizeWindow() override { events << QStringLiteral("minimize"); }
     void quitApplication() override { events << QStringLiteral("quit"); }
 
@@ -57,7 +60,7 @@ public:
     int sensorUpdates = 0;
     int speed = -1;
     int graphClipDataCount = -1; // samples of the record the graph got
-    int routeGpsCount = -1;      // GPS samples of the route sent to the map
+    int routeGpsCount = -1; // GPS samples of the route sent to the map
     int routesAdded = 0;
     QList<QPair<float, float>> mapMoves;
     bool mapCovered = false;

@@ -22,8 +22,8 @@ void SessionTest::SetUp()
     m_converter = std::make_unique<ClipConverter>(m_runner, m_dir.filePath(QStringLiteral("work")));
     m_big.setAutoPrepareDuration(kClipSeconds);
     m_small.setAutoPrepareDuration(kClipSeconds);
-    m_session = std::make_unique<PlaybackSession>(m_big, m_small, m_view, m_library, *m_converter,
-        m_alerts);
+    m_session = std::make_unique<PlaybackSession>(
+        m_big, m_small, m_view, m_library, *m_converter, m_alerts);
 }
 
 void SessionTest::TearDown()
@@ -32,7 +32,8 @@ void SessionTest::TearDown()
     Utils::SetFFMPEGPath(QString());
 }
 
-QString SessionTest::addAviClip(const QString& relativePath, int samples, bool withGps, int videoStreams)
+QString SessionTest::addAviClip(
+    const QString& relativePath, int samples, bool withGps, int videoStreams)
 {
     TailBlockBuilder tail;
     for (int n = 0; n < samples; ++n)

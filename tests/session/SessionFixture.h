@@ -47,7 +47,8 @@ protected:
 
     // A two-camera AVI clip (one file, two video streams) at `relativePath`
     // whose telemetry tail holds `samples` samples (see sampleLine).
-    QString addAviClip(const QString& relativePath, int samples, bool withGps = true, int videoStreams = 2);
+    QString addAviClip(
+        const QString& relativePath, int samples, bool withGps = true, int videoStreams = 2);
     // An .mp4 clip; the stand-in converts it and extracts an empty subtitle file.
     QString addMp4Clip(const QString& relativePath);
     // Lists the card's clips (row 0 selected).

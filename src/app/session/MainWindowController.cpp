@@ -20,8 +20,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView& smallMovieView,
-    SessionView& view, QObject* parent)
+MainWindowController::MainWindowController(
+    PlayerView& bigMovieView, PlayerView& smallMovieView, SessionView& view, QObject* parent)
     : MainWindowController(bigMovieView, smallMovieView, view, Options {}, parent)
 {
 }
@@ -40,13 +40,14 @@ MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView&
     m_converter = std::make_unique<ClipConverter>(*runner, options.workingDirectory);
     AlertSink& alerts = options.alertSink ? *options.alertSink : AlertSink::shared();
     m_library = new ClipLibrary(this);
-    m_session = new PlaybackSession(bigMovieView, smallMovieView, view, *m_library, *m_converter,
-        alerts, this);
+    m_session = new PlaybackSession(
+        bigMovieView, smallMovieView, view, *m_library, *m_converter, alerts, this);
     m_speedUnit = new SpeedUnit(this);
     m_viewerLanguage = new ViewerLanguage(this);
 
     TavroNotifier& notifier = TavroNotifier::shared();
-    connect(&notifier, &TavroNotifier::volumeMounted, this, &MainWindowController::volumeMountHandler);
+    connect(
+        &notifier, &TavroNotifier::volumeMounted, this, &MainWindowController::volumeMountHandler);
     connect(&notifier, &TavroNotifier::volumeUnmounted, this,
         &MainWindowController::volumeUnmountHandler);
     // Re-title after the notification has reached everyone, never inside it.
@@ -75,7 +76,8 @@ void MainWindowController::showMainWindow()
 
 void MainWindowController::attachVolumeWatcher(VolumeWatcher& watcher)
 {
-    connect(&watcher, &VolumeWatcher::volumeMounted, this, &MainWindowController::volumeMountHandler);
+    connect(
+        &watcher, &VolumeWatcher::volumeMounted, this, &MainWindowController::volumeMountHandler);
     connect(&watcher, &VolumeWatcher::volumeUnmounted, this,
         &MainWindowController::volumeUnmountHandler);
 }

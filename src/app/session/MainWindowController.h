@@ -114,9 +114,9 @@ private:
     SessionView& m_view;
     std::unique_ptr<ProcessRunner> m_ownedRunner;
     std::unique_ptr<ClipConverter> m_converter;
-    ClipLibrary* m_library = nullptr;           // child QObject
-    PlaybackSession* m_session = nullptr;       // child QObject
-    SpeedUnit* m_speedUnit = nullptr;           // child QObject
+    ClipLibrary* m_library = nullptr; // child QObject
+    PlaybackSession* m_session = nullptr; // child QObject
+    SpeedUnit* m_speedUnit = nullptr; // child QObject
     ViewerLanguage* m_viewerLanguage = nullptr; // child QObject
     QString m_modelName;
     bool m_settingsButtonEnabled = false;

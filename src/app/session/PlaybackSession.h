@@ -37,7 +37,8 @@ public:
     static constexpr double kMaxVideoScale = 5.0;
 
     PlaybackSession(PlayerView& bigMovieView, PlayerView& smallMovieView, SessionView& view,
-        ClipLibrary& library, ClipConverter& converter, AlertSink& alerts, QObject* parent = nullptr);
+        ClipLibrary& library, ClipConverter& converter, AlertSink& alerts,
+        QObject* parent = nullptr);
     ~PlaybackSession() override;
 
     // --- loading

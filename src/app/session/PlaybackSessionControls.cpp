@@ -19,16 +19,16 @@ constexpr double kVideoScaleStep = double(0.2f);
 
 void PlaybackSession::playPrevFileButtonTouched()
 {
-    const int target = ClipNavigation::previousRow(m_library.filteredVideoFileList(),
-        m_library.selectedRow());
+    const int target
+        = ClipNavigation::previousRow(m_library.filteredVideoFileList(), m_library.selectedRow());
     if (target >= 0)
         selectAndPlay(target);
 }
 
 void PlaybackSession::playNextFileButtonTouched()
 {
-    const int target = ClipNavigation::nextRow(m_library.filteredVideoFileList(),
-        m_library.selectedRow());
+    const int target
+        = ClipNavigation::nextRow(m_library.filteredVideoFileList(), m_library.selectedRow());
     if (target >= 0)
         selectAndPlay(target);
 }
@@ -170,14 +170,28 @@ bool PlaybackSession::keyDown(int key, Qt::KeyboardModifiers modifiers)
 {
     const bool control = modifiers.testFlag(Qt::ControlModifier);
     switch (key) {
-    case Qt::Key_Space: playPauseButtonTouched(); return true;
-    case Qt::Key_Left: rewindButtonTouched(); return true;
-    case Qt::Key_Right: fastForwardButtonTouched(); return true;
-    case Qt::Key_Down: volumeDown(); return true;
-    case Qt::Key_Up: volumeUp(); return true;
+    case Qt::Key_Space:
+        playPauseButtonTouched();
+        return true;
+    case Qt::Key_Left:
+        rewindButtonTouched();
+        return true;
+    case Qt::Key_Right:
+        fastForwardButtonTouched();
+        return true;
+    case Qt::Key_Down:
+        volumeDown();
+        return true;
+    case Qt::Key_Up:
+        volumeUp();
+        return true;
     case Qt::Key_Return:
-    case Qt::Key_Enter: fullscreenButtonTouched(nullptr); return true;
-    case Qt::Key_Escape: hideFullScreenMovie(); return true;
+    case Qt::Key_Enter:
+        fullscreenButtonTouched(nullptr);
+        return true;
+    case Qt::Key_Escape:
+        hideFullScreenMovie();
+        return true;
     case Qt::Key_Q:
     case Qt::Key_W:
         if (!control)
@@ -189,7 +203,8 @@ bool PlaybackSession::keyDown(int key, Qt::KeyboardModifiers modifiers)
             return false;
         appMinimizeButtonTouched();
         return true;
-    default: return false;
+    default:
+        return false;
     }
 }
 
@@ -220,6 +235,6 @@ void PlaybackSession::playAnimationTimerCallback()
 {
     const int frame = int(m_playAnimationIdx & 1u) + 1;
     ++m_playAnimationIdx;
-    m_view.setIndicatorImages(QString::asprintf("shock_gage%d", frame),
-        QString::asprintf("earth%d", frame));
+    m_view.setIndicatorImages(
+        QString::asprintf("shock_gage%d", frame), QString::asprintf("earth%d", frame));
 }

@@ -157,7 +157,8 @@ void PlaybackSession::updatePlayTime(double time, double duration)
     m_view.setPlayTimeText(SessionTexts::playTimeText(time, duration));
 }
 
-void PlaybackSession::updateSensorInfo(float gx, float gy, float gz, float lat, float lng, int speed)
+void PlaybackSession::updateSensorInfo(
+    float gx, float gy, float gz, float lat, float lng, int speed)
 {
     Q_UNUSED(speed) // the speedometer shows it
     m_view.setSensorTexts(SessionTexts::gText(gx), SessionTexts::gText(gy), SessionTexts::gText(gz),

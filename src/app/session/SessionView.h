@@ -19,7 +19,8 @@ public:
 
     // The G read-outs ("%.3f") and the position read-outs ("%.4f").
     virtual void setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
-        const QString& lat, const QString& lng) = 0;
+        const QString& lat, const QString& lng)
+        = 0;
     // Speed in km/h; the speedometer converts to the unit the user chose.
     virtual void setSpeedometerSpeed(int kmh) = 0;
     // The G-sensor graph draws the clip's record.
