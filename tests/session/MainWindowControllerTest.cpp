@@ -13,6 +13,7 @@
 
 #include "app/LocalizationKeys.h"
 #include "app/TavroLanguages.h"
+#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "config/TolmSettingManager.h"
@@ -22,6 +23,7 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -229,4 +231,32 @@ TEST_F(MainWindowControllerTest, StillImageAsPngAndForPrinting)
     const QImage printed = m_controller->printButtonTouched();
     EXPECT_TRUE(session().isVideoPaused());
     EXPECT_EQ(printed.size(), QSize(8, 6));
+}
+
+TEST_F(MainWindowControllerTest, LanguageSwitchReappliesTheTextsAndTheModelText)
+{
+    QSettings().clear();
+    ViewerLanguage::initializeLanguageSetting();
+    QSignalSpy texts(m_controller.get(), &MainWindowController::applyLanguageSettingsRequested);
+    QSignalSpy model(m_controller.get(), &MainWindowController::modelInfoChanged);
+
+    m_controller->viewerLanguage().languageChangeToFrench();
+    EXPECT_TRUE(texts.isEmpty()); // re-titled after the notification, not inside it
+    settle();
+    EXPECT_EQ(texts.size(), 1);
+    ASSERT_EQ(model.size(), 1);
+    const QString unknownInFrench
+        = TavroLanguages::SharedTavroLanguages().localized(LocalizationKeys::kUnknown);
+    EXPECT_EQ(model.last().at(0).toString(), unknownInFrench);
+    EXPECT_EQ(unknownInFrench,
+        TavroLanguages::SharedTavroLanguages().localizedIn(
+            QStringLiteral("fr"), QStringLiteral("unknown")));
+
+    m_controller->viewerLanguage().languageChangeToFrench(); // the language in use: nothing
+    settle();
+    EXPECT_EQ(texts.size(), 1);
+    m_controller->viewerLanguage().languageChangeToEnglish();
+    settle();
+    EXPECT_EQ(texts.size(), 2);
+    QSettings().clear();
 }
