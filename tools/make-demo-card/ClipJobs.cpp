@@ -120,6 +120,11 @@ Picture pictureOf(const DemoOptions& options, const DemoTimeline& timeline, cons
     return picture;
 }
 
+double pixelSeconds(const Picture& picture, int seconds)
+{
+    return double(picture.size.width()) * picture.size.height() * picture.fps * seconds;
+}
+
 ClipTelemetry telemetryOf(const DemoTimeline& timeline, const DemoClip& clip)
 {
     return ClipTelemetry::record(timeline, clip.start, clip.seconds, clip.gRate, clip.fixFromSecond,
@@ -148,6 +153,8 @@ bool ClipJobs::addMp4Pair(const DemoClip& clip, FfmpegJobs& jobs, QString& error
             + (hevc ? FfmpegCommands::hevc(picture.fps) : FfmpegCommands::h264(picture.fps))
             + QStringList { QStringLiteral("-c:s"), QStringLiteral("mov_text") }
             + FfmpegCommands::reproducible() + QStringList { scratch };
+        // H.265 takes about five times the work of H.264.
+        job.cost = pixelSeconds(picture, clip.seconds) * (hevc ? 5 : 1);
         job.finish = [scratch, target, hevc](QString& error) {
             if (!hevc)
                 return moveInto(scratch, target, error);
@@ -201,7 +208,8 @@ void ClipJobs::addAvi(const DemoClip& clip, FfmpegJobs& jobs) const
             }
             QFile::remove(scratch);
             return writeFile(target, rewriter.rewrite(chunks), error);
-        } });
+        },
+        pixelSeconds(front, clip.seconds) + pixelSeconds(rear, clip.seconds) });
 }
 
 void ClipJobs::addSingle(const DemoClip& clip, FfmpegJobs& jobs) const
@@ -237,5 +245,6 @@ void ClipJobs::addSingle(const DemoClip& clip, FfmpegJobs& jobs) const
                 return false;
             QFile::remove(scratch);
             return writeFile(target, bytes + trailer, error);
-        } });
+        },
+        pixelSeconds(front, clip.seconds) });
 }

@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 #include <QTextStream>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -29,6 +30,8 @@ bool FfmpegJobs::run(bool verbose)
         m_error = QStringLiteral("ffmpeg was not found on PATH");
         return false;
     }
+    std::stable_sort(m_jobs.begin(), m_jobs.end(),
+        [](const FfmpegJob& a, const FfmpegJob& b) { return a.cost > b.cost; });
     QTextStream err(stderr);
     std::vector<Running> running;
     qsizetype next = 0;
