@@ -390,6 +390,15 @@ TEST_F(DemoCardTest, LeavesAnUpToDateCardAloneAndRefusesForeignFolders)
     EXPECT_TRUE(again.err.contains("up to date")) << again.err.constData();
     EXPECT_EQ(QFileInfo(clip).lastModified(), before);
 
+    // A card whose writing was cut short is written again.
+    QTemporaryDir cut;
+    TestFiles::write(cut.filePath(".make-demo-card"), "unfinished\n");
+    TestFiles::write(cut.filePath("cont_rec/20260514_081500_F.mp4"), "half a clip");
+    const ProgramRun redone = makeCard({ "--out", cut.path(), "--length", "2", "--clips", "1", "--front-size",
+        "64x36", "--rear-size", "32x18", "--no-extra-cards" });
+    EXPECT_EQ(redone.exitCode, 0) << redone.err.constData();
+    EXPECT_GT(QFileInfo(cut.filePath("cont_rec/20260514_081500_F.mp4")).size(), 1000);
+
     QTemporaryDir foreign;
     TestFiles::write(foreign.filePath("holiday.mp4"), "not ours");
     const ProgramRun refused = makeCard(tinyCard(foreign.path(), 7));

@@ -93,15 +93,22 @@ bool DemoCard::generate(QTextStream& log)
         log << "make-demo-card: " << out << " is up to date (use --force to write it again)\n";
         return true;
     }
+    if (FfmpegJobs::ffmpegPath().isEmpty()) {
+        m_error = QStringLiteral("ffmpeg was not found on PATH (Debian package ffmpeg)");
+        return false;
+    }
+    for (const QString& folder : folders)
+        if (!writeStamp(folder, false))
+            return false;
     QStringList written;
-    if (!QDir().mkpath(out) || !writeClips(log, written))
+    if (!writeClips(log, written))
         return false;
     if (!CardSettings::writeRecordCamera(out, m_error))
         return false;
     if (m_options.extraCards && !writeExtraCards(written))
         return false;
     for (const QString& folder : folders)
-        if (!writeStamp(folder))
+        if (!writeStamp(folder, true))
             return false;
     log << "make-demo-card: wrote " << written.size() << " clip files to " << out << " in "
         << QString::number(timer.elapsed() / 1000.0, 'f', 1) << " s\n";
@@ -159,11 +166,12 @@ bool DemoCard::writeExtraCards(const QStringList& written)
     return ok;
 }
 
-bool DemoCard::writeStamp(const QString& dir)
+bool DemoCard::writeStamp(const QString& dir, bool finished)
 {
+    const QString text = finished ? m_options.stamp() : QStringLiteral("unfinished");
     QFile file(dir + QLatin1Char('/') + kStampFile);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)
-        || file.write((m_options.stamp() + QLatin1Char('\n')).toUtf8()) < 0) {
+    if (!QDir().mkpath(dir) || !file.open(QIODevice::WriteOnly | QIODevice::Truncate)
+        || file.write((text + QLatin1Char('\n')).toUtf8()) < 0) {
         m_error = QStringLiteral("cannot write %1").arg(file.fileName());
         return false;
     }

@@ -23,7 +23,8 @@ private:
     bool prepareFolder(const QString& dir, bool& upToDate);
     bool writeClips(QTextStream& log, QStringList& written);
     bool writeExtraCards(const QStringList& written);
-    bool writeStamp(const QString& dir);
+    // The stamp marks a folder as ours; an unfinished one is written again next time.
+    bool writeStamp(const QString& dir, bool finished);
 
     DemoOptions m_options;
     QString m_error;
