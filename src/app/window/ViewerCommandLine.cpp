@@ -1,0 +1,77 @@
+#include "app/window/ViewerCommandLine.h"
+
+#include "TavroVersion.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+namespace ViewerCommandLine {
+
+namespace {
+
+bool absoluteFolder(const QString& path, QString& absolute, QString& message)
+{
+    const QFileInfo info(path);
+    if (!info.isDir()) {
+        message = QStringLiteral("tavro-viewer: not a folder: %1").arg(path);
+        return false;
+    }
+    absolute = info.absoluteFilePath();
+    return true;
+}
+
+} // namespace
+
+Result parse(const QStringList& arguments)
+{
+    Result result;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Plays dash-camera clips with their G-sensor and GPS telemetry."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption card(QStringLiteral("card"),
+        QStringLiteral("Treat DIR as a mounted memory card (may be given more than once)."),
+        QStringLiteral("DIR"));
+    const QCommandLineOption noSplash(QStringLiteral("no-splash"),
+        QStringLiteral("Open the main window at once, without the splash."));
+    parser.addOption(card);
+    parser.addOption(noSplash);
+    parser.addPositionalArgument(QStringLiteral("folder"),
+        QStringLiteral("A folder of clips to list at start."), QStringLiteral("[FOLDER]"));
+
+    if (!parser.parse(arguments)) {
+        result.exit = true;
+        result.exitCode = 2;
+        result.message = QStringLiteral("tavro-viewer: %1\n%2").arg(parser.errorText(), parser.helpText());
+        return result;
+    }
+    if (parser.isSet(help) || parser.isSet(version)) {
+        result.exit = true;
+        result.message = parser.isSet(help)
+            ? parser.helpText()
+            : QStringLiteral("tavro-viewer %1\n").arg(Tavro::versionString());
+        return result;
+    }
+    const QStringList positional = parser.positionalArguments();
+    QString message;
+    bool ok = positional.size() <= 1;
+    if (!ok)
+        message = QStringLiteral("tavro-viewer: give at most one folder\n%1").arg(parser.helpText());
+    for (const QString& dir : parser.values(card)) {
+        QString absolute;
+        if (ok && (ok = absoluteFolder(dir, absolute, message)))
+            result.options.cardFolders.append(absolute);
+    }
+    if (ok && positional.size() == 1)
+        ok = absoluteFolder(positional.first(), result.options.folder, message);
+    result.options.showSplash = !parser.isSet(noSplash);
+    if (!ok) {
+        result.exit = true;
+        result.exitCode = 2;
+        result.message = message + QLatin1Char('\n');
+    }
+    return result;
+}
+
+} // namespace ViewerCommandLine

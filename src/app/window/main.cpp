@@ -1,0 +1,50 @@
+// tavro-viewer: the desktop viewer for dash-camera memory cards.
+#include "app/window/AppDelegate.h"
+#include "app/window/ViewerCommandLine.h"
+#include "app/window/ViewerImages.h"
+#include "app/window/ViewerStyle.h"
+
+#include <QApplication>
+
+#include <clocale>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+// QtWebEngine cannot start its sandbox as root.
+void allowWebEngineAsRoot()
+{
+    if (::geteuid() != 0)
+        return;
+    QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
+    if (!flags.contains("--no-sandbox"))
+        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", (flags + " --no-sandbox").trimmed());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    allowWebEngineAsRoot();
+    // The player views and the map page share OpenGL resources.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication application(argc, argv);
+    // libmpv parses numbers with the C locale.
+    std::setlocale(LC_NUMERIC, "C");
+    QCoreApplication::setOrganizationName(QStringLiteral("tavro"));
+    QCoreApplication::setApplicationName(QStringLiteral("TavroViewer"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavro Viewer"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tavro.Viewer"));
+    QApplication::setWindowIcon(ViewerImages::applicationIcon());
+
+    const ViewerCommandLine::Result commandLine = ViewerCommandLine::parse(application.arguments());
+    if (commandLine.exit) {
+        std::fputs(qPrintable(commandLine.message), commandLine.exitCode ? stderr : stdout);
+        return commandLine.exitCode;
+    }
+    ViewerStyle::apply(application);
+    AppDelegate delegate(commandLine.options);
+    delegate.applicationDidFinishLaunching();
+    return application.exec();
+}
