@@ -53,10 +53,11 @@ constexpr int kSamplesPerClip = kClipSeconds * 10;
 // Few short, small clips: the whole card in seconds.
 QStringList tinyCard(const QString& out, int seed)
 {
-    return { QStringLiteral("--out"), out, QStringLiteral("--length"), QString::number(kClipSeconds),
-        QStringLiteral("--clips"), QStringLiteral("2"), QStringLiteral("--front-size"),
-        QStringLiteral("192x108"), QStringLiteral("--rear-size"), QStringLiteral("96x54"),
-        QStringLiteral("--fps"), QStringLiteral("10"), QStringLiteral("--seed"), QString::number(seed) };
+    return { QStringLiteral("--out"), out, QStringLiteral("--length"),
+        QString::number(kClipSeconds), QStringLiteral("--clips"), QStringLiteral("2"),
+        QStringLiteral("--front-size"), QStringLiteral("192x108"), QStringLiteral("--rear-size"),
+        QStringLiteral("96x54"), QStringLiteral("--fps"), QStringLiteral("10"),
+        QStringLiteral("--seed"), QString::number(seed) };
 }
 
 const QStringList kCardFolders { "cont_rec", "evt_rec", "motion_rec", "manual_rec", "parking_rec",
@@ -67,7 +68,8 @@ QStringList clipFiles(const QString& card)
 {
     QStringList files;
     for (const QString& folder : kCardFolders) {
-        QDirIterator it(card + QLatin1Char('/') + folder, { "*.mp4", "*.avi", "*.mov" }, QDir::Files);
+        QDirIterator it(
+            card + QLatin1Char('/') + folder, { "*.mp4", "*.avi", "*.mov" }, QDir::Files);
         while (it.hasNext())
             files << it.next();
     }
@@ -75,8 +77,14 @@ QStringList clipFiles(const QString& card)
     return files;
 }
 
-QString nameOf(const QString& path) { return QFileInfo(path).fileName(); }
-QString folderOf(const QString& path) { return QFileInfo(path).dir().dirName(); }
+QString nameOf(const QString& path)
+{
+    return QFileInfo(path).fileName();
+}
+QString folderOf(const QString& path)
+{
+    return QFileInfo(path).dir().dirName();
+}
 
 bool isKelName(const QString& name)
 {
@@ -109,8 +117,8 @@ struct Telemetry {
 QMap<QString, Telemetry> telemetryOf(const QStringList& files)
 {
     QMap<QString, Telemetry> result;
-    const TestFiles::CliResult run
-        = TestFiles::runCli(QStringList { "telemetry", "--loader", "auto", "--format", "json" } + files);
+    const TestFiles::CliResult run = TestFiles::runCli(
+        QStringList { "telemetry", "--loader", "auto", "--format", "json" } + files);
     EXPECT_EQ(run.exitCode, 0) << run.err.constData();
     for (const QByteArray& line : run.out.split('\n')) {
         const QJsonObject object = QJsonDocument::fromJson(line).object();
@@ -191,10 +199,18 @@ TEST_F(DemoCardTest, WritesEveryRecordingKindIntoItsCardFolder)
     for (const QString& folder : kCardFolders)
         EXPECT_FALSE(filesMatching("^" + folder + "/").isEmpty()) << qPrintable(folder);
     const QStringList expected {
-        "^cont_rec/\\d{8}_\\d{6}_F\\.mp4$", "^cont_rec/\\d{8}_\\d{6}_R\\.mp4$", "^cont_rec/Rec_.*\\.avi$",
-        "^cont_rec/.*_T\\.avi$", "^manual_rec/.*_M\\.avi$", "^manual_rec/Manual_.*\\.avi$",
-        "^evt_rec/.*_F_BC\\.mp4$", "^evt_rec/.*_R_BC\\.mp4$", "^evt_rec/Event_.*\\.avi$",
-        "^parking_rec/Park_.*\\.avi$", "^motion_rec/.*\\.avi$", "^motion_timelapse_rec/.*\\.mov$",
+        "^cont_rec/\\d{8}_\\d{6}_F\\.mp4$",
+        "^cont_rec/\\d{8}_\\d{6}_R\\.mp4$",
+        "^cont_rec/Rec_.*\\.avi$",
+        "^cont_rec/.*_T\\.avi$",
+        "^manual_rec/.*_M\\.avi$",
+        "^manual_rec/Manual_.*\\.avi$",
+        "^evt_rec/.*_F_BC\\.mp4$",
+        "^evt_rec/.*_R_BC\\.mp4$",
+        "^evt_rec/Event_.*\\.avi$",
+        "^parking_rec/Park_.*\\.avi$",
+        "^motion_rec/.*\\.avi$",
+        "^motion_timelapse_rec/.*\\.mov$",
         "^Saved_Videos/.*\\.mp4$",
     };
     for (const QString& pattern : expected)
@@ -222,8 +238,10 @@ TEST_F(DemoCardTest, ListsFrontAndRearClipsAsPartners)
     int pairs = 0;
     for (const QString& file : filesMatching("_F\\.mp4$")) {
         const QString rear = QString(file).replace("_F.mp4", "_R.mp4");
-        EXPECT_EQ(partners.value(nameOf(file)), QUrl::fromLocalFile(rear).toString()) << qPrintable(file);
-        EXPECT_EQ(partners.value(nameOf(rear)), QUrl::fromLocalFile(file).toString()) << qPrintable(rear);
+        EXPECT_EQ(partners.value(nameOf(file)), QUrl::fromLocalFile(rear).toString())
+            << qPrintable(file);
+        EXPECT_EQ(partners.value(nameOf(rear)), QUrl::fromLocalFile(file).toString())
+            << qPrintable(rear);
         ++pairs;
     }
     EXPECT_EQ(pairs, 3);
@@ -254,7 +272,8 @@ TEST_F(DemoCardTest, EveryClipButTheExportCarriesTelemetry)
 TEST_F(DemoCardTest, TheDriveIsOneRouteAcrossConsecutiveClips)
 {
     // Front files of the drive, in recording order (the time stamp in the name).
-    QStringList drive = filesMatching("^(cont_rec|manual_rec|evt_rec)/.*(_F|_F_BC|_T|_M)\\.(mp4|avi)$")
+    QStringList drive
+        = filesMatching("^(cont_rec|manual_rec|evt_rec)/.*(_F|_F_BC|_T|_M)\\.(mp4|avi)$")
         + filesMatching("^(cont_rec|manual_rec|evt_rec)/(Rec|Event|Manual)_");
     const QRegularExpression stamp(QStringLiteral("\\d{8}_\\d{6}"));
     std::sort(drive.begin(), drive.end(), [&](const QString& a, const QString& b) {
@@ -271,7 +290,8 @@ TEST_F(DemoCardTest, TheDriveIsOneRouteAcrossConsecutiveClips)
             EXPECT_NEAR(s.z, 128, 130) << qPrintable(drive[i]);
         }
         for (qsizetype k = 10; k < samples.size(); k += 10)
-            EXPECT_LE(std::abs(samples[k].speed - samples[k - 10].speed), 30) << qPrintable(drive[i]);
+            EXPECT_LE(std::abs(samples[k].speed - samples[k - 10].speed), 30)
+                << qPrintable(drive[i]);
         if (i == 0)
             continue;
         // One second of driving lies between the last fix of a clip and the
@@ -280,12 +300,14 @@ TEST_F(DemoCardTest, TheDriveIsOneRouteAcrossConsecutiveClips)
         EXPECT_LT(metresBetween(end, samples.front()), 40.0) << qPrintable(drive[i]);
     }
     // The car pulls away: it is faster at the end of the drive than at the start.
-    EXPECT_GT(s_telemetry[drive.back()].samples.back().speed, s_telemetry[drive.front()].samples.front().speed);
+    EXPECT_GT(s_telemetry[drive.back()].samples.back().speed,
+        s_telemetry[drive.front()].samples.front().speed);
 }
 
 TEST_F(DemoCardTest, EventClipsFeelTheKnockAndDrivingClipsDoNot)
 {
-    for (const QString& file : filesMatching("^(evt_rec/.*(_F|_F_BC)\\.mp4|evt_rec/Event_|parking_rec/Park_)"))
+    for (const QString& file :
+        filesMatching("^(evt_rec/.*(_F|_F_BC)\\.mp4|evt_rec/Event_|parking_rec/Park_)"))
         EXPECT_GT(s_telemetry[file].peakKnock(), 150) << qPrintable(file);
     for (const QString& file : filesMatching("^(cont_rec|motion_rec|motion_timelapse_rec)/"))
         EXPECT_LT(s_telemetry[file].peakKnock(), 120) << qPrintable(file);
@@ -314,24 +336,28 @@ TEST_F(DemoCardTest, FfprobeFindsTheCameraStreamsInEveryFile)
     // The last continuous pair is H.265.
     const QString hevc = filesMatching("^cont_rec/.*_F\\.mp4$").last();
     const ProgramRun codec = runProgram("ffprobe",
-        { "-v", "error", "-select_streams", "v:0", "-show_entries", "stream=codec_name", "-of", "csv=p=0", hevc });
+        { "-v", "error", "-select_streams", "v:0", "-show_entries", "stream=codec_name", "-of",
+            "csv=p=0", hevc });
     EXPECT_EQ(codec.out.trimmed(), "hevc");
 }
 
 TEST_F(DemoCardTest, RewrittenAviClipsDecodeWholeAndPlay)
 {
     for (const QString& file : filesMatching("\\.avi$")) {
-        const ProgramRun decode = runProgram("ffmpeg", { "-nostdin", "-v", "error", "-i", file, "-map", "0",
-            "-f", "null", "-" });
+        const ProgramRun decode = runProgram(
+            "ffmpeg", { "-nostdin", "-v", "error", "-i", file, "-map", "0", "-f", "null", "-" });
         EXPECT_EQ(decode.exitCode, 0) << qPrintable(file);
-        EXPECT_TRUE(decode.err.trimmed().isEmpty()) << qPrintable(file) << ": " << decode.err.constData();
+        EXPECT_TRUE(decode.err.trimmed().isEmpty())
+            << qPrintable(file) << ": " << decode.err.constData();
         // Every frame of both cameras is there (10 frames a second).
-        const ProgramRun frames = runProgram("ffprobe", { "-v", "error", "-count_packets", "-select_streams", "v",
-            "-show_entries", "stream=nb_read_packets", "-of", "csv=p=0", file });
+        const ProgramRun frames = runProgram("ffprobe",
+            { "-v", "error", "-count_packets", "-select_streams", "v", "-show_entries",
+                "stream=nb_read_packets", "-of", "csv=p=0", file });
         for (const QByteArray& count : frames.out.trimmed().split('\n'))
             EXPECT_EQ(count.toInt(), kClipSeconds * 10) << qPrintable(file);
         if (TestFiles::haveTool("mpv")) {
-            const ProgramRun play = runProgram("mpv", { "--no-config", "--vo=null", "--ao=null", "--frames=5", file });
+            const ProgramRun play = runProgram(
+                "mpv", { "--no-config", "--vo=null", "--ao=null", "--frames=5", file });
             EXPECT_EQ(play.exitCode, 0) << qPrintable(file) << ": " << play.err.constData();
         }
     }
@@ -339,7 +365,8 @@ TEST_F(DemoCardTest, RewrittenAviClipsDecodeWholeAndPlay)
 
 TEST_F(DemoCardTest, TheCardsIdentifyAsTheirCameras)
 {
-    const QList<QPair<QString, int>> cards { { s_card, 1 }, { s_card + "-kel", 6 }, { s_card + "-web", 16 } };
+    const QList<QPair<QString, int>> cards { { s_card, 1 }, { s_card + "-kel", 6 },
+        { s_card + "-web", 16 } };
     for (const auto& [card, modelType] : cards) {
         const TestFiles::CliResult run = TestFiles::runCli({ "card", "identify", card });
         ASSERT_EQ(run.exitCode, 0) << run.err.constData();
@@ -364,7 +391,8 @@ TEST_F(DemoCardTest, OneSeedAlwaysWritesTheSameCard)
     ASSERT_EQ(files.size(), s_files.size());
     for (qsizetype i = 0; i < files.size(); ++i) {
         EXPECT_EQ(nameOf(files[i]), nameOf(s_files[i]));
-        EXPECT_TRUE(TestFiles::read(files[i]) == TestFiles::read(s_files[i])) << qPrintable(files[i]);
+        EXPECT_TRUE(TestFiles::read(files[i]) == TestFiles::read(s_files[i]))
+            << qPrintable(files[i]);
     }
     // Another seed drives differently (other road noise), on the same route.
     QTemporaryDir other;
@@ -394,8 +422,8 @@ TEST_F(DemoCardTest, LeavesAnUpToDateCardAloneAndRefusesForeignFolders)
     QTemporaryDir cut;
     TestFiles::write(cut.filePath(".make-demo-card"), "unfinished\n");
     TestFiles::write(cut.filePath("cont_rec/20260514_081500_F.mp4"), "half a clip");
-    const ProgramRun redone = makeCard({ "--out", cut.path(), "--length", "2", "--clips", "1", "--front-size",
-        "64x36", "--rear-size", "32x18", "--no-extra-cards" });
+    const ProgramRun redone = makeCard({ "--out", cut.path(), "--length", "2", "--clips", "1",
+        "--front-size", "64x36", "--rear-size", "32x18", "--no-extra-cards" });
     EXPECT_EQ(redone.exitCode, 0) << redone.err.constData();
     EXPECT_GT(QFileInfo(cut.filePath("cont_rec/20260514_081500_F.mp4")).size(), 1000);
 
@@ -405,8 +433,9 @@ TEST_F(DemoCardTest, LeavesAnUpToDateCardAloneAndRefusesForeignFolders)
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(TestFiles::read(foreign.filePath("holiday.mp4")), "not ours");
 
-    for (const QStringList& bad : { QStringList { "--length", "0" }, QStringList { "--front-size", "301x100" },
-             QStringList { "--resolution", "4k" }, QStringList {} }) {
+    for (const QStringList& bad :
+        { QStringList { "--length", "0" }, QStringList { "--front-size", "301x100" },
+            QStringList { "--resolution", "4k" }, QStringList {} }) {
         QStringList args = bad;
         if (!bad.isEmpty())
             args << "--out" << foreign.filePath("new");

@@ -55,7 +55,8 @@ bool writeRecordCamera(const QString& cardRoot, QString& error)
     if (!manager.saveData())
         return failed(error, QStringLiteral("cannot write setup.cfg"));
     QByteArray factory;
-    if (!CardFiles::readWhole(CardFiles::settingWritePath(cardRoot, QStringLiteral("setup.cfg")), factory)
+    if (!CardFiles::readWhole(
+            CardFiles::settingWritePath(cardRoot, QStringLiteral("setup.cfg")), factory)
         || !CardFiles::writeSettingFile(cardRoot, QStringLiteral("default.cfg"), factory))
         return failed(error, QStringLiteral("cannot write default.cfg"));
     applyOwnerSettings(manager);

@@ -50,7 +50,8 @@ bool moveInto(const QString& from, const QString& to, QString& error)
 // the viewer picks the codec tag for re-muxing from those brands.
 void markHevcBrands(QByteArray& mp4)
 {
-    if (mp4.size() >= 32 && mp4.mid(4, 4) == "ftyp" && qFromBigEndian<quint32>(mp4.constData()) >= 24)
+    if (mp4.size() >= 32 && mp4.mid(4, 4) == "ftyp"
+        && qFromBigEndian<quint32>(mp4.constData()) >= 24)
         mp4.replace(16, 8, "iso4hvc1");
 }
 
@@ -64,8 +65,8 @@ QByteArray freeBox(const QByteArray& payload)
 
 } // namespace
 
-ClipJobs::ClipJobs(const DemoOptions& options, const DemoTimeline& timeline, QString workDir,
-                   QString cardRoot)
+ClipJobs::ClipJobs(
+    const DemoOptions& options, const DemoTimeline& timeline, QString workDir, QString cardRoot)
     : m_options(options)
     , m_timeline(timeline)
     , m_workDir(std::move(workDir))
@@ -106,8 +107,8 @@ bool ClipJobs::add(const DemoClip& clip, FfmpegJobs& jobs, QString& error) const
 
 namespace {
 
-Picture pictureOf(const DemoOptions& options, const DemoTimeline& timeline, const DemoClip& clip,
-                  bool rear)
+Picture pictureOf(
+    const DemoOptions& options, const DemoTimeline& timeline, const DemoClip& clip, bool rear)
 {
     const QDateTime local = timeline.localTimeAt(clip.start);
     Picture picture;
@@ -127,8 +128,8 @@ double pixelSeconds(const Picture& picture, int seconds)
 
 ClipTelemetry telemetryOf(const DemoTimeline& timeline, const DemoClip& clip)
 {
-    return ClipTelemetry::record(timeline, clip.start, clip.seconds, clip.gRate, clip.fixFromSecond,
-        clip.timeScale);
+    return ClipTelemetry::record(
+        timeline, clip.start, clip.seconds, clip.gRate, clip.fixFromSecond, clip.timeScale);
 }
 
 } // namespace
@@ -136,7 +137,8 @@ ClipTelemetry telemetryOf(const DemoTimeline& timeline, const DemoClip& clip)
 bool ClipJobs::addMp4Pair(const DemoClip& clip, FfmpegJobs& jobs, QString& error) const
 {
     const QString script = scratchPath(clip, 0, QStringLiteral(".srt"));
-    const QByteArray text = TelemetryScripts::subtitleScript(telemetryOf(m_timeline, clip), clip.subtitleStyle);
+    const QByteArray text
+        = TelemetryScripts::subtitleScript(telemetryOf(m_timeline, clip), clip.subtitleStyle);
     if (!writeFile(script, text, error))
         return false;
     for (int file = 0; file < 2; ++file) {
@@ -146,10 +148,11 @@ bool ClipJobs::addMp4Pair(const DemoClip& clip, FfmpegJobs& jobs, QString& error
         const bool hevc = clip.hevc;
         FfmpegJob job;
         job.label = clip.folder + QLatin1Char('/') + clip.files[file];
-        job.arguments = FfmpegCommands::start() + FfmpegCommands::pictureInput(picture, clip.seconds)
-            + QStringList { QStringLiteral("-i"), script, QStringLiteral("-map"), QStringLiteral("0:v"),
-                QStringLiteral("-map"), QStringLiteral("1:s"), QStringLiteral("-vf"),
-                FfmpegCommands::pictureFilter(picture) }
+        job.arguments = FfmpegCommands::start()
+            + FfmpegCommands::pictureInput(picture, clip.seconds)
+            + QStringList { QStringLiteral("-i"), script, QStringLiteral("-map"),
+                  QStringLiteral("0:v"), QStringLiteral("-map"), QStringLiteral("1:s"),
+                  QStringLiteral("-vf"), FfmpegCommands::pictureFilter(picture) }
             + (hevc ? FfmpegCommands::hevc(picture.fps) : FfmpegCommands::h264(picture.fps))
             + QStringList { QStringLiteral("-c:s"), QStringLiteral("mov_text") }
             + FfmpegCommands::reproducible() + QStringList { scratch };
@@ -174,13 +177,14 @@ void ClipJobs::addAvi(const DemoClip& clip, FfmpegJobs& jobs) const
 {
     const Picture front = pictureOf(m_options, m_timeline, clip, false);
     const Picture rear = pictureOf(m_options, m_timeline, clip, true);
-    QStringList arguments = FfmpegCommands::start() + FfmpegCommands::pictureInput(front, clip.seconds)
+    QStringList arguments = FfmpegCommands::start()
+        + FfmpegCommands::pictureInput(front, clip.seconds)
         + FfmpegCommands::pictureInput(rear, clip.seconds);
     if (clip.audio)
         arguments += FfmpegCommands::soundInput(clip.seconds);
     // Stream 0 front, 1 rear, 2 sound: the order the viewer's conversion maps.
-    arguments += QStringList { QStringLiteral("-map"), QStringLiteral("0:v"), QStringLiteral("-map"),
-        QStringLiteral("1:v") };
+    arguments += QStringList { QStringLiteral("-map"), QStringLiteral("0:v"),
+        QStringLiteral("-map"), QStringLiteral("1:v") };
     if (clip.audio)
         arguments += QStringList { QStringLiteral("-map"), QStringLiteral("2:a") };
     arguments += QStringList { QStringLiteral("-filter:v:0"), FfmpegCommands::pictureFilter(front),
@@ -215,11 +219,12 @@ void ClipJobs::addAvi(const DemoClip& clip, FfmpegJobs& jobs) const
 void ClipJobs::addSingle(const DemoClip& clip, FfmpegJobs& jobs) const
 {
     const Picture front = pictureOf(m_options, m_timeline, clip, false);
-    QStringList arguments = FfmpegCommands::start() + FfmpegCommands::pictureInput(front, clip.seconds);
+    QStringList arguments
+        = FfmpegCommands::start() + FfmpegCommands::pictureInput(front, clip.seconds);
     if (clip.audio)
         arguments += FfmpegCommands::soundInput(clip.seconds)
             + QStringList { QStringLiteral("-map"), QStringLiteral("0:v"), QStringLiteral("-map"),
-                QStringLiteral("1:a") };
+                  QStringLiteral("1:a") };
     arguments += QStringList { QStringLiteral("-vf"), FfmpegCommands::pictureFilter(front) };
     arguments += FfmpegCommands::h264(front.fps);
     if (clip.audio)

@@ -14,7 +14,7 @@ public:
     // `workDir`: scratch space on the card's file system (subtitle scripts,
     // raw ffmpeg output); `cardRoot`: where the finished clips go.
     ClipJobs(const DemoOptions& options, const DemoTimeline& timeline, QString workDir,
-             QString cardRoot);
+        QString cardRoot);
 
     bool add(const DemoClip& clip, FfmpegJobs& jobs, QString& error) const;
 

@@ -9,7 +9,7 @@ constexpr double kKnotsPerKmh = 1.0 / 1.852;
 }
 
 ClipTelemetry ClipTelemetry::record(const DemoTimeline& timeline, double start, int seconds,
-                                    int gRate, int fixFromSecond, double timeScale)
+    int gRate, int fixFromSecond, double timeScale)
 {
     ClipTelemetry clip;
     clip.seconds = seconds;

@@ -36,8 +36,8 @@ struct ClipTelemetry {
     // `fixFromSecond`: seconds before it have no GPS fix yet (receiver cold).
     // `timeScale`: real seconds per second of video (a time-lapse films
     // slower than it plays).
-    static ClipTelemetry record(const DemoTimeline& timeline, double start, int seconds,
-                                int gRate, int fixFromSecond = 0, double timeScale = 1.0);
+    static ClipTelemetry record(const DemoTimeline& timeline, double start, int seconds, int gRate,
+        int fixFromSecond = 0, double timeScale = 1.0);
 
     // The G readings of second `second` (t in [second, second + 1)).
     QVector<GReading> readingsOfSecond(int second) const;

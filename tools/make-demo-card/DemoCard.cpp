@@ -26,7 +26,8 @@ QString readStamp(const QString& dir)
 
 bool copyInto(const QString& file, const QString& cardRoot, const QString& folder)
 {
-    const QString target = cardRoot + QLatin1Char('/') + folder + QLatin1Char('/') + QFileInfo(file).fileName();
+    const QString target
+        = cardRoot + QLatin1Char('/') + folder + QLatin1Char('/') + QFileInfo(file).fileName();
     return QDir(cardRoot).mkpath(folder) && QFile::copy(file, target);
 }
 
@@ -36,7 +37,8 @@ QString DemoOptions::stamp() const
 {
     // Bump the generator number when the output changes for the same options.
     constexpr int kGenerator = 2;
-    return QStringLiteral("make-demo-card %1 length=%2 clips=%3 front=%4x%5 rear=%6x%7 fps=%8 seed=%9 extra=%10")
+    return QStringLiteral(
+        "make-demo-card %1 length=%2 clips=%3 front=%4x%5 rear=%6x%7 fps=%8 seed=%9 extra=%10")
         .arg(kGenerator)
         .arg(clipSeconds)
         .arg(continuousClips)
@@ -60,7 +62,8 @@ bool DemoCard::prepareFolder(const QString& dir, bool& upToDate)
         if (folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden))
             return true;
         m_error = QStringLiteral("%1 is not empty and was not made by make-demo-card; "
-                                 "choose another folder").arg(dir);
+                                 "choose another folder")
+                      .arg(dir);
         return false;
     }
     upToDate = stamp == m_options.stamp() && !m_options.force;
@@ -134,7 +137,8 @@ bool DemoCard::writeClips(QTextStream& log, QStringList& written)
     }
     if (m_options.verbose)
         log << "make-demo-card: encoding " << written.size() << " clip files, " << m_options.jobs
-            << " at a time\n" << Qt::flush;
+            << " at a time\n"
+            << Qt::flush;
     if (!jobs.run(m_options.verbose)) {
         m_error = jobs.errorString();
         return false;
@@ -156,7 +160,8 @@ bool DemoCard::writeExtraCards(const QStringList& written)
         const QString folder = QFileInfo(file).dir().dirName();
         if (name.startsWith(QLatin1String("Rec_")) || name.startsWith(QLatin1String("Event_")))
             ok = ok && copyInto(file, kel, folder);
-        else if (folder == QLatin1String("cont_rec") && name.endsWith(QLatin1String(".mp4")) && pairFiles < 2) {
+        else if (folder == QLatin1String("cont_rec") && name.endsWith(QLatin1String(".mp4"))
+            && pairFiles < 2) {
             ok = ok && copyInto(file, web, folder);
             ++pairFiles;
         }

@@ -8,7 +8,10 @@
 // Writes the demo card (and the small cards beside it) as options say.
 class DemoCard {
 public:
-    explicit DemoCard(DemoOptions options) : m_options(std::move(options)) { }
+    explicit DemoCard(DemoOptions options)
+        : m_options(std::move(options))
+    {
+    }
 
     // False with errorString() on failure. A card made earlier with the same
     // options is left as it is (unless forced).

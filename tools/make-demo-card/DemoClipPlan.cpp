@@ -10,12 +10,13 @@ namespace {
 
 using TelemetryScripts::SubtitleStyle;
 
-DemoClip mp4Pair(const QString& folder, const QString& stem, const QString& front,
-                 const QString& rear)
+DemoClip mp4Pair(
+    const QString& folder, const QString& stem, const QString& front, const QString& rear)
 {
     DemoClip clip;
     clip.folder = folder;
-    clip.files = QStringList { stem + front + QStringLiteral(".mp4"), stem + rear + QStringLiteral(".mp4") };
+    clip.files = QStringList { stem + front + QStringLiteral(".mp4"),
+        stem + rear + QStringLiteral(".mp4") };
     clip.camera = QStringLiteral("TOLM");
     clip.format = ClipFormat::Mp4Pair;
     return clip;
@@ -34,7 +35,8 @@ DemoClip aviClip(const QString& folder, const QString& file, ClipFormat format)
 
 DemoClip kelClip(const QString& folder, const QString& prefix, const QString& stamp, bool audio)
 {
-    DemoClip clip = aviClip(folder, prefix + stamp + QStringLiteral(".avi"), ClipFormat::AviTwoStreams);
+    DemoClip clip
+        = aviClip(folder, prefix + stamp + QStringLiteral(".avi"), ClipFormat::AviTwoStreams);
     clip.camera = QStringLiteral("WENNA");
     clip.gRate = 10;
     clip.chunkFamily = ChunkFamily::Kel;
@@ -56,22 +58,23 @@ void planDrive(const DemoOptions& options, DemoTimeline& timeline, QVector<DemoC
         clips.push_back(clip);
     };
     for (int i = 0; i < options.continuousClips; ++i) {
-        DemoClip clip = mp4Pair(QStringLiteral("cont_rec"), timeStamp(timeline, at), QStringLiteral("_F"),
-            QStringLiteral("_R"));
+        DemoClip clip = mp4Pair(QStringLiteral("cont_rec"), timeStamp(timeline, at),
+            QStringLiteral("_F"), QStringLiteral("_R"));
         clip.subtitleStyle = i % 2 == 0 ? SubtitleStyle::Gsensor : SubtitleStyle::GsensorCar;
         clip.hevc = i == options.continuousClips - 1; // the camera's newer H.265 mode
         next(clip);
     }
-    next(kelClip(QStringLiteral("cont_rec"), QStringLiteral("Rec_"), timeStamp(timeline, at), false));
+    next(kelClip(
+        QStringLiteral("cont_rec"), QStringLiteral("Rec_"), timeStamp(timeline, at), false));
 
-    DemoClip tail = aviClip(QStringLiteral("cont_rec"), timeStamp(timeline, at) + QStringLiteral("_T.avi"),
-        ClipFormat::AviOneStream);
+    DemoClip tail = aviClip(QStringLiteral("cont_rec"),
+        timeStamp(timeline, at) + QStringLiteral("_T.avi"), ClipFormat::AviOneStream);
     tail.audio = true;
     tail.gRate = 10; // one text line per tenth of a second
     next(tail);
 
-    DemoClip manual = aviClip(QStringLiteral("manual_rec"), timeStamp(timeline, at) + QStringLiteral("_M.avi"),
-        ClipFormat::AviTwoStreams);
+    DemoClip manual = aviClip(QStringLiteral("manual_rec"),
+        timeStamp(timeline, at) + QStringLiteral("_M.avi"), ClipFormat::AviTwoStreams);
     manual.audio = true;
     manual.chunkTag = "03tx";
     manual.gPrefixedRmc = true;
@@ -80,21 +83,24 @@ void planDrive(const DemoOptions& options, DemoTimeline& timeline, QVector<DemoC
     // A hard stop and a knock from behind, then a pothole, then another knock.
     const double eventStart = at;
     timeline.addImpact({ at + length * 0.4, 330, true });
-    DemoClip event = mp4Pair(QStringLiteral("evt_rec"), timeStamp(timeline, at), QStringLiteral("_F"),
-        QStringLiteral("_R"));
+    DemoClip event = mp4Pair(QStringLiteral("evt_rec"), timeStamp(timeline, at),
+        QStringLiteral("_F"), QStringLiteral("_R"));
     next(event);
     timeline.addImpact({ at + length * 0.5, 200, false });
-    DemoClip pothole = mp4Pair(QStringLiteral("evt_rec"), timeStamp(timeline, at), QStringLiteral("_F_BC"),
-        QStringLiteral("_R_BC"));
+    DemoClip pothole = mp4Pair(QStringLiteral("evt_rec"), timeStamp(timeline, at),
+        QStringLiteral("_F_BC"), QStringLiteral("_R_BC"));
     pothole.subtitleStyle = SubtitleStyle::GsensorScaled;
     next(pothole);
     timeline.addImpact({ at + length * 0.3, 260, true });
-    next(kelClip(QStringLiteral("evt_rec"), QStringLiteral("Event_"), timeStamp(timeline, at), false));
-    next(kelClip(QStringLiteral("manual_rec"), QStringLiteral("Manual_"), timeStamp(timeline, at), true));
+    next(kelClip(
+        QStringLiteral("evt_rec"), QStringLiteral("Event_"), timeStamp(timeline, at), false));
+    next(kelClip(
+        QStringLiteral("manual_rec"), QStringLiteral("Manual_"), timeStamp(timeline, at), true));
 
     // The camera's own export of the knock, without telemetry.
     DemoClip saved = aviClip(QStringLiteral("Saved_Videos"), QString(), ClipFormat::Mp4Plain);
-    saved.files = QStringList { QStringLiteral("SAVED_") + timeStamp(timeline, eventStart) + QStringLiteral(".mp4") };
+    saved.files = QStringList { QStringLiteral("SAVED_") + timeStamp(timeline, eventStart)
+        + QStringLiteral(".mp4") };
     saved.start = eventStart;
     saved.seconds = length;
     clips.push_back(saved);
@@ -106,8 +112,8 @@ void planParking(const DemoOptions& options, DemoTimeline& timeline, QVector<Dem
     const int length = options.clipSeconds;
     double at = std::max(timeline.driveSeconds(), clips.back().start + length) + 1800;
 
-    DemoClip motion = aviClip(QStringLiteral("motion_rec"), timeStamp(timeline, at) + QStringLiteral("_D.avi"),
-        ClipFormat::AviTwoStreams);
+    DemoClip motion = aviClip(QStringLiteral("motion_rec"),
+        timeStamp(timeline, at) + QStringLiteral("_D.avi"), ClipFormat::AviTwoStreams);
     motion.start = at;
     motion.seconds = length;
     motion.fixFromSecond = std::min(6, length / 2); // the receiver wakes with the camera
@@ -115,7 +121,8 @@ void planParking(const DemoOptions& options, DemoTimeline& timeline, QVector<Dem
 
     at += 2 * length + 600;
     timeline.addImpact({ at + length * 0.5, 240, false });
-    DemoClip park = kelClip(QStringLiteral("parking_rec"), QStringLiteral("Park_"), timeStamp(timeline, at), false);
+    DemoClip park = kelClip(
+        QStringLiteral("parking_rec"), QStringLiteral("Park_"), timeStamp(timeline, at), false);
     park.start = at;
     park.seconds = length;
     clips.push_back(park);

@@ -6,7 +6,10 @@
 // platform and library, so one seed always gives the same card.
 class DemoRandom {
 public:
-    explicit DemoRandom(std::uint64_t seed) : m_state(seed) { }
+    explicit DemoRandom(std::uint64_t seed)
+        : m_state(seed)
+    {
+    }
 
     std::uint64_t next()
     {

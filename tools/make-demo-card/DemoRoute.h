@@ -9,8 +9,8 @@
 struct RoutePoint {
     double lat = 0;
     double lng = 0;
-    QString road;          // the road that starts at this point
-    double limitKmh = 50;  // the speed limit of that road
+    QString road; // the road that starts at this point
+    double limitKmh = 50; // the speed limit of that road
     bool trafficLight = false; // the car may have to stop here
 };
 

@@ -1,7 +1,5 @@
 #include "DemoTimeline.h"
 
-
-
 #include <cmath>
 
 DemoTimeline::DemoTimeline(std::uint64_t seed)

@@ -5,17 +5,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
+#include <utility>
 
 namespace {
 
 constexpr double kGravity = 9.81;
 constexpr double kUnitsPerG = 128.0;
-constexpr double kCornerMetres = 25.0;   // a turn is spread over this distance either side
+constexpr double kCornerMetres = 25.0; // a turn is spread over this distance either side
 constexpr double kLookAheadMetres = 700.0;
-constexpr double kComfortBrake = 1.8;    // m/s² when slowing for a slower road
-constexpr double kStopBrake = 2.2;       // m/s² when stopping at a light
-constexpr double kMaxJerk = 5.0;         // m/s³
-constexpr double kHardBrake = 6.5;       // m/s², an emergency stop
+constexpr double kComfortBrake = 1.8; // m/s² when slowing for a slower road
+constexpr double kStopBrake = 2.2; // m/s² when stopping at a light
+constexpr double kMaxJerk = 5.0; // m/s³
+constexpr double kHardBrake = 6.5; // m/s², an emergency stop
 constexpr double kHardStopSeconds = 1.4; // braking before the knock
 
 double headingDeg(const RoutePoint& a, const RoutePoint& b)
@@ -41,16 +43,17 @@ double angleDelta(double from, double to)
 // The route as a line with distances along it.
 struct RoutePath {
     QVector<RoutePoint> points;
-    QVector<double> along;   // distance of each point from the start
+    QVector<double> along; // distance of each point from the start
     QVector<double> heading; // heading of the segment that starts at each point
 
-    RoutePath() : points(DemoRoute::points())
+    RoutePath()
+        : points(DemoRoute::points())
     {
         along.push_back(0);
         for (int i = 1; i < points.size(); ++i)
             along.push_back(along.back()
-                + DemoRoute::distanceMetres(points[i - 1].lat, points[i - 1].lng, points[i].lat,
-                    points[i].lng));
+                + DemoRoute::distanceMetres(
+                    points[i - 1].lat, points[i - 1].lng, points[i].lat, points[i].lng));
         for (int i = 0; i + 1 < points.size(); ++i)
             heading.push_back(headingDeg(points[i], points[i + 1]));
         heading.push_back(heading.back());
@@ -62,21 +65,24 @@ struct RoutePath {
         const auto it = std::upper_bound(along.begin(), along.end(), s);
         return std::clamp(int(it - along.begin()) - 1, 0, last() - 1);
     }
-    void position(double s, double& lat, double& lng) const
+    // Latitude and longitude `s` metres along the route.
+    std::pair<double, double> position(double s) const
     {
         const int i = segmentAt(s);
         const double span = along[i + 1] - along[i];
         const double f = span > 0 ? std::clamp((s - along[i]) / span, 0.0, 1.0) : 0.0;
-        lat = points[i].lat + (points[i + 1].lat - points[i].lat) * f;
-        lng = points[i].lng + (points[i + 1].lng - points[i].lng) * f;
+        return { points[i].lat + (points[i + 1].lat - points[i].lat) * f,
+            points[i].lng + (points[i + 1].lng - points[i].lng) * f };
     }
     double course(double s) const
     {
         const int i = segmentAt(s);
         if (i > 0 && s - along[i] < kCornerMetres)
-            return angleBlend(heading[i - 1], heading[i], 0.5 + (s - along[i]) / (2 * kCornerMetres));
+            return angleBlend(
+                heading[i - 1], heading[i], 0.5 + (s - along[i]) / (2 * kCornerMetres));
         if (i + 1 < last() && along[i + 1] - s < kCornerMetres)
-            return angleBlend(heading[i], heading[i + 1], 0.5 - (along[i + 1] - s) / (2 * kCornerMetres));
+            return angleBlend(
+                heading[i], heading[i + 1], 0.5 - (along[i + 1] - s) / (2 * kCornerMetres));
         return heading[i];
     }
 };
@@ -129,11 +135,11 @@ double wantedAcceleration(const RoutePath& path, double s, double v, double gap,
 
 // What the sensors feel: turning pushes sideways, speeding up and braking
 // along the car, and the road shakes it more the faster it goes.
-DriveState sensorState(const RoutePath& path, double s, double v, double a, double yawRate,
-                       DemoRandom& random)
+DriveState sensorState(
+    const RoutePath& path, double s, double v, double a, double yawRate, DemoRandom& random)
 {
     DriveState state;
-    path.position(s, state.lat, state.lng);
+    std::tie(state.lat, state.lng) = path.position(s);
     state.speedKmh = v * 3.6;
     state.courseDeg = path.course(s);
     const double shake = 0.6 + v / 6.0;
@@ -177,7 +183,8 @@ void DriveSimulation::simulate(std::uint64_t seed, const QVector<double>& hardSt
             if (t >= stopTime - kHardStopSeconds && t < stopTime + 0.2)
                 wanted = -kHardBrake;
         // Pedals move smoothly, except when the driver brakes for a line.
-        a = wanted < -kStopBrake ? wanted : std::clamp(wanted, a - kMaxJerk * dt, a + kMaxJerk * dt);
+        a = wanted < -kStopBrake ? wanted
+                                 : std::clamp(wanted, a - kMaxJerk * dt, a + kMaxJerk * dt);
         v = std::max(0.0, v + a * dt);
         if (v == 0 && a < 0)
             a = 0;

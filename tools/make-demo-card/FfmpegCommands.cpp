@@ -26,8 +26,8 @@ QString fontFile()
 
 QStringList start()
 {
-    return { QStringLiteral("-nostdin"), QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
-        QStringLiteral("error"), QStringLiteral("-y") };
+    return { QStringLiteral("-nostdin"), QStringLiteral("-hide_banner"),
+        QStringLiteral("-loglevel"), QStringLiteral("error"), QStringLiteral("-y") };
 }
 
 QStringList pictureInput(const Picture& picture, int seconds)
@@ -84,8 +84,9 @@ QStringList soundInput(int seconds)
 QStringList h264(int fps)
 {
     return { QStringLiteral("-c:v"), QStringLiteral("libx264"), QStringLiteral("-preset"),
-        QStringLiteral("ultrafast"), QStringLiteral("-crf"), QStringLiteral("30"), QStringLiteral("-g"),
-        QString::number(fps * 2), QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p") };
+        QStringLiteral("ultrafast"), QStringLiteral("-crf"), QStringLiteral("30"),
+        QStringLiteral("-g"), QString::number(fps * 2), QStringLiteral("-pix_fmt"),
+        QStringLiteral("yuv420p") };
 }
 
 QStringList hevc(int fps)

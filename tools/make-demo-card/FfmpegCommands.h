@@ -13,16 +13,16 @@ struct Picture {
     QSize size;
     int fps = 15;
     bool rear = false;
-    QString label;        // e.g. "TOLM FRONT"; letters, digits and blanks only
+    QString label; // e.g. "TOLM FRONT"; letters, digits and blanks only
     qint64 clockStart = 0; // the camera's local wall time at the first frame, as epoch seconds
-    int clockScale = 1;    // real seconds per second of video (time-lapse)
+    int clockScale = 1; // real seconds per second of video (time-lapse)
 };
 
 // The first TrueType font found in the usual Debian places, or empty (the
 // pictures then carry no text).
 QString fontFile();
 
-QStringList start();   // quiet, overwrite, no stdin
+QStringList start(); // quiet, overwrite, no stdin
 QStringList pictureInput(const Picture& picture, int seconds);
 QString pictureFilter(const Picture& picture);
 QStringList soundInput(int seconds); // a running engine, 16 kHz mono

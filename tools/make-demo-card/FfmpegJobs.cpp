@@ -53,12 +53,13 @@ bool FfmpegJobs::run(bool verbose)
                 continue;
             }
             FfmpegJob& job = m_jobs[it->job];
-            if (process.error() == QProcess::FailedToStart || process.exitStatus() != QProcess::NormalExit
-                || process.exitCode() != 0) {
+            if (process.error() == QProcess::FailedToStart
+                || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
                 if (!failed)
-                    m_error = QStringLiteral("%1: ffmpeg failed: %2")
-                                  .arg(job.label,
-                                      QString::fromLocal8Bit(process.readAllStandardError()).trimmed());
+                    m_error
+                        = QStringLiteral("%1: ffmpeg failed: %2")
+                              .arg(job.label,
+                                  QString::fromLocal8Bit(process.readAllStandardError()).trimmed());
                 failed = true;
             } else if (!failed && job.finish && !job.finish(m_error)) {
                 m_error = job.label + QStringLiteral(": ") + m_error;

@@ -18,7 +18,10 @@ struct FfmpegJob {
 // Runs ffmpeg jobs a few at a time and reports the first failure.
 class FfmpegJobs {
 public:
-    explicit FfmpegJobs(int parallel) : m_parallel(parallel < 1 ? 1 : parallel) { }
+    explicit FfmpegJobs(int parallel)
+        : m_parallel(parallel < 1 ? 1 : parallel)
+    {
+    }
 
     void add(FfmpegJob job) { m_jobs.push_back(std::move(job)); }
     // Runs every job, the costliest first so that no long one is left

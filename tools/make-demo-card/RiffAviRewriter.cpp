@@ -7,6 +7,20 @@
 namespace {
 
 constexpr qsizetype kHeaderSize = 8;
+// Four-character codes of the AVI layout.
+constexpr char kRiff[] = "RIFF";
+constexpr char kAviForm[] = "AVI ";
+constexpr char kList[] = "LIST";
+constexpr char kHeaderList[] = "hdrl";
+constexpr char kMovieList[] = "movi";
+constexpr char kStreamHeader[] = "strh";
+constexpr char kVideoStream[] = "vids";
+constexpr char kSuperIndex[] = "indx";
+constexpr char kIndex[] = "idx1";
+constexpr char kJunk[] = "JUNK";
+constexpr char kFrontFrame[] = "00dc";
+constexpr char kFrontFrameRaw[] = "00db";
+constexpr char kStandardIndexPrefix[] = "ix";
 
 quint32 readLe32(const QByteArray& bytes, qsizetype offset)
 {
@@ -27,7 +41,7 @@ void patchLe32(QByteArray& out, qsizetype offset, quint32 value)
 
 bool isStreamZeroVideo(const QByteArray& fourcc)
 {
-    return fourcc == "00dc" || fourcc == "00db";
+    return fourcc == kFrontFrame || fourcc == kFrontFrameRaw;
 }
 
 // Appends a chunk with its pad byte and returns where its header starts.
@@ -50,7 +64,7 @@ bool RiffAviRewriter::load(const QByteArray& bytes)
     m_media.clear();
     m_moviAt = -1;
     m_fps = 0;
-    if (bytes.size() < 12 || !bytes.startsWith("RIFF") || bytes.mid(8, 4) != "AVI ") {
+    if (bytes.size() < 12 || !bytes.startsWith(kRiff) || bytes.mid(8, 4) != kAviForm) {
         m_error = QStringLiteral("not a RIFF AVI file");
         return false;
     }
@@ -63,14 +77,14 @@ bool RiffAviRewriter::load(const QByteArray& bytes)
             return false;
         }
         const QByteArray listType = size >= 4 ? bytes.mid(offset + 8, 4) : QByteArray();
-        if (fourcc == "LIST" && listType == "hdrl" && !readHeaderList(offset + 12, size - 4))
+        if (fourcc == kList && listType == kHeaderList && !readHeaderList(offset + 12, size - 4))
             return false;
-        if (fourcc == "LIST" && listType == "movi") {
+        if (fourcc == kList && listType == kMovieList) {
             m_moviAt = offset;
             if (!readMovi(offset + 12, size - 4))
                 return false;
         }
-        if (fourcc == "idx1")
+        if (fourcc == kIndex)
             readIdx1(offset + kHeaderSize, size);
         offset += kHeaderSize + size + (size & 1);
     }
@@ -91,19 +105,19 @@ bool RiffAviRewriter::readHeaderList(qsizetype offset, quint32 size)
             m_error = QStringLiteral("header chunk runs past its list");
             return false;
         }
-        if (fourcc == "LIST" && chunkSize >= 4 && !readHeaderList(offset + 12, chunkSize - 4))
+        if (fourcc == kList && chunkSize >= 4 && !readHeaderList(offset + 12, chunkSize - 4))
             return false;
         // The rate of the first video stream clocks the telemetry.
-        if (fourcc == "strh" && chunkSize >= 32 && m_fps <= 0
-            && m_source.mid(offset + 8, 4) == "vids") {
+        if (fourcc == kStreamHeader && chunkSize >= 32 && m_fps <= 0
+            && m_source.mid(offset + 8, 4) == kVideoStream) {
             const quint32 scale = readLe32(m_source, offset + 8 + 20);
             const quint32 rate = readLe32(m_source, offset + 8 + 24);
             if (scale > 0)
                 m_fps = double(rate) / scale;
         }
         // An OpenDML super index would point at dropped chunks: blank it.
-        if (fourcc == "indx")
-            m_source.replace(offset, 4, "JUNK");
+        if (fourcc == kSuperIndex)
+            m_source.replace(offset, 4, kJunk);
         offset += kHeaderSize + chunkSize + (chunkSize & 1);
     }
     return true;
@@ -119,10 +133,10 @@ bool RiffAviRewriter::readMovi(qsizetype offset, quint32 size)
             m_error = QStringLiteral("movi chunk runs past its list");
             return false;
         }
-        if (fourcc == "LIST" && chunkSize >= 4) {
+        if (fourcc == kList && chunkSize >= 4) {
             if (!readMovi(offset + 12, chunkSize - 4))
                 return false;
-        } else if (!fourcc.startsWith("ix") && fourcc != "JUNK") {
+        } else if (!fourcc.startsWith(kStandardIndexPrefix) && fourcc != kJunk) {
             m_media.push_back({ fourcc, offset + kHeaderSize, chunkSize, 0 });
         }
         offset += kHeaderSize + chunkSize + (chunkSize & 1);
@@ -144,16 +158,16 @@ void RiffAviRewriter::readIdx1(qsizetype offset, quint32 size)
 QByteArray RiffAviRewriter::rewrite(const QVector<TelemetryScripts::TimedChunk>& chunks) const
 {
     QVector<TelemetryScripts::TimedChunk> timed = chunks;
-    std::stable_sort(timed.begin(), timed.end(),
-        [](const auto& a, const auto& b) { return a.t < b.t; });
+    std::stable_sort(
+        timed.begin(), timed.end(), [](const auto& a, const auto& b) { return a.t < b.t; });
 
     // Headers keep their content; indx chunks were blanked in m_source.
     QByteArray out = m_source.left(m_moviAt);
     out.reserve(m_source.size() + timed.size() * 64);
     const qsizetype listAt = out.size();
-    out.append("LIST");
+    out.append(kList);
     appendLe32(out, 0);
-    out.append("movi");
+    out.append(kMovieList);
     const qsizetype moviFourccAt = listAt + 8;
 
     QByteArray index;
@@ -180,7 +194,7 @@ QByteArray RiffAviRewriter::rewrite(const QVector<TelemetryScripts::TimedChunk>&
     }
     flushUntil(1e300);
     patchLe32(out, listAt + 4, quint32(out.size() - listAt - kHeaderSize));
-    appendChunk(out, "idx1", index.constData(), quint32(index.size()));
+    appendChunk(out, kIndex, index.constData(), quint32(index.size()));
     patchLe32(out, 4, quint32(out.size() - kHeaderSize));
     return out;
 }

@@ -37,7 +37,7 @@ private:
 
     QByteArray m_source;
     qsizetype m_moviAt = -1; // where the movi list starts; everything before it is kept
-    QVector<Chunk> m_media;  // audio and video chunks of movi, in file order
+    QVector<Chunk> m_media; // audio and video chunks of movi, in file order
     double m_fps = 0;
     QString m_error;
 };

@@ -56,7 +56,10 @@ QByteArray srtFromEvents(QVector<TimedText> events)
 }
 
 // The G-sensor records of these cameras read at most three characters of z.
-int shortZ(int z) { return std::clamp(z, -99, 999); }
+int shortZ(int z)
+{
+    return std::clamp(z, -99, 999);
+}
 
 QString gsensorFields(const GReading& g)
 {
@@ -69,8 +72,14 @@ QString scaledRecord(const GReading& g)
     return QStringLiteral("gsensori,1,256,%1,%2,%3").arg(g.x * 2).arg(g.y * 2).arg(shortZ(g.z * 2));
 }
 
-quint8 centredByte(int value) { return quint8(128 - std::clamp(value, -127, 128)); }
-quint8 kelByte(int value) { return quint8(std::clamp<long>(std::lround((value + 1280) / 10.0), 0, 255)); }
+quint8 centredByte(int value)
+{
+    return quint8(128 - std::clamp(value, -127, 128));
+}
+quint8 kelByte(int value)
+{
+    return quint8(std::clamp<long>(std::lround((value + 1280) / 10.0), 0, 255));
+}
 
 QByteArray le32(quint32 value)
 {
@@ -107,7 +116,8 @@ QString rmcSentence(const GpsReading& fix, const QString& talker, bool dollar)
 QByteArray subtitleScript(const ClipTelemetry& clip, SubtitleStyle style)
 {
     QVector<TimedText> events;
-    const QString talker = style == SubtitleStyle::Gsensor ? QStringLiteral("GPRMC") : QStringLiteral("GNRMC");
+    const QString talker
+        = style == SubtitleStyle::Gsensor ? QStringLiteral("GPRMC") : QStringLiteral("GNRMC");
     for (const GpsReading& fix : clip.fixes) {
         const int second = int(std::floor(fix.t));
         const QVector<GReading> readings = clip.readingsOfSecond(second);
@@ -122,7 +132,8 @@ QByteArray subtitleScript(const ClipTelemetry& clip, SubtitleStyle style)
             }
             events.push_back({ g.t, QStringLiteral("gsensor,") + gsensorFields(g) });
             if (style == SubtitleStyle::GsensorCar && k % 5 == 4)
-                events.push_back({ g.t + 0.3 / clip.gRate, QStringLiteral("CAR,") + gsensorFields(g) });
+                events.push_back(
+                    { g.t + 0.3 / clip.gRate, QStringLiteral("CAR,") + gsensorFields(g) });
         }
         if (style != SubtitleStyle::GsensorScaled)
             events.push_back({ fix.t, rmcSentence(fix, talker, false) });
@@ -130,13 +141,16 @@ QByteArray subtitleScript(const ClipTelemetry& clip, SubtitleStyle style)
     return srtFromEvents(events);
 }
 
-QVector<TimedChunk> aviChunks(const ClipTelemetry& clip, const QByteArray& fourcc, bool gPrefixedRmc)
+QVector<TimedChunk> aviChunks(
+    const ClipTelemetry& clip, const QByteArray& fourcc, bool gPrefixedRmc)
 {
     QVector<TimedChunk> chunks;
     for (const GpsReading& fix : clip.fixes) {
         for (const GReading& g : clip.readingsOfSecond(int(std::floor(fix.t)))) {
             QByteArray record("M");
-            record.append(char(centredByte(g.x))).append(char(centredByte(g.y))).append(char(centredByte(g.z)));
+            record.append(char(centredByte(g.x)))
+                .append(char(centredByte(g.y)))
+                .append(char(centredByte(g.z)));
             chunks.push_back({ g.t, fourcc, record });
         }
         if (!fix.valid) {
@@ -161,7 +175,8 @@ QVector<TimedChunk> kelChunks(const ClipTelemetry& clip, const QByteArray& fourc
             record.append("\x01\x01\x01\x00", 4);
             chunks.push_back({ g.t, fourcc, record });
         }
-        chunks.push_back({ fix.t, fourcc, rmcSentence(fix, QStringLiteral("GPRMC"), true).toLatin1() });
+        chunks.push_back(
+            { fix.t, fourcc, rmcSentence(fix, QStringLiteral("GPRMC"), true).toLatin1() });
     }
     return chunks;
 }

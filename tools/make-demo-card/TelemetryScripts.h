@@ -15,8 +15,8 @@ QString rmcSentence(const GpsReading& fix, const QString& talker, bool dollar);
 
 // Subtitle telemetry of the MP4 cameras (SubRip text, muxed as mov_text).
 enum class SubtitleStyle {
-    Gsensor,      // "gsensor,x,y,z" records and a "GPRMC" sentence each second
-    GsensorCar,   // as Gsensor, with a "CAR" record after every fifth reading, "GNRMC"
+    Gsensor, // "gsensor,x,y,z" records and a "GPRMC" sentence each second
+    GsensorCar, // as Gsensor, with a "CAR" record after every fifth reading, "GNRMC"
     GsensorScaled // "gsensori" device counts; the last of each second carries ";GNRMC,..."
 };
 QByteArray subtitleScript(const ClipTelemetry& clip, SubtitleStyle style);
@@ -30,8 +30,8 @@ struct TimedChunk {
 
 // "M" readings (one byte per axis, 128 is zero) and, at each second's end, a
 // "$GPRMC" sentence (or "G$GPRMC"), or a "T" record while there is no fix.
-QVector<TimedChunk> aviChunks(const ClipTelemetry& clip, const QByteArray& fourcc,
-                              bool gPrefixedRmc);
+QVector<TimedChunk> aviChunks(
+    const ClipTelemetry& clip, const QByteArray& fourcc, bool gPrefixedRmc);
 // The Kel family: "M" readings in steps of 10 units with bytes 4 to 6 set to
 // 1, and a "$GPRMC" sentence every second.
 QVector<TimedChunk> kelChunks(const ClipTelemetry& clip, const QByteArray& fourcc);

@@ -28,14 +28,15 @@ std::optional<QSize> parseSize(const QString& text)
 }
 
 bool readInt(const QCommandLineParser& parser, const QString& name, int low, int high, int& value,
-             QTextStream& err)
+    QTextStream& err)
 {
     if (!parser.isSet(name))
         return true;
     bool ok = false;
     const int parsed = parser.value(name).toInt(&ok);
     if (!ok || parsed < low || parsed > high) {
-        err << "make-demo-card: --" << name << " must be a number from " << low << " to " << high << '\n';
+        err << "make-demo-card: --" << name << " must be a number from " << low << " to " << high
+            << '\n';
         return false;
     }
     value = parsed;
@@ -70,28 +71,47 @@ std::optional<DemoOptions> parseOptions(const QCoreApplication& app, QTextStream
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Writes a demo dash-camera memory card: clips of every recording kind and file format with "
-        "G-sensor and GPS telemetry, and the camera's SETTING folder. Beside it, OUT-kel and OUT-web "
+        "G-sensor and GPS telemetry, and the camera's SETTING folder. Beside it, OUT-kel and "
+        "OUT-web "
         "hold the cards of a Kel-family camera and of a camera with its own settings page."));
     parser.addHelpOption();
     parser.addOptions({
-        { { QStringLiteral("o"), QStringLiteral("out") }, QStringLiteral("The card folder to write."), QStringLiteral("OUT") },
-        { QStringLiteral("length"), QStringLiteral("Seconds per clip, 2 to 60 (default 20)."), QStringLiteral("SECONDS") },
-        { QStringLiteral("clips"), QStringLiteral("Consecutive front/rear pairs of the drive in cont_rec, 1 to 20 (default 4)."), QStringLiteral("N") },
-        { QStringLiteral("resolution"), QStringLiteral("720p (front 1280x720, rear 640x360; default) or 1080p (front 1920x1080, rear 1280x720)."), QStringLiteral("RES"), QStringLiteral("720p") },
-        { QStringLiteral("front-size"), QStringLiteral("Front picture size, e.g. 320x180 (overrides --resolution)."), QStringLiteral("WxH") },
-        { QStringLiteral("rear-size"), QStringLiteral("Rear picture size."), QStringLiteral("WxH") },
-        { QStringLiteral("fps"), QStringLiteral("Frames a second, 5 to 30 (default 15)."), QStringLiteral("N") },
-        { QStringLiteral("seed"), QStringLiteral("Seed of the drive: lights, waits, road noise (default 1)."), QStringLiteral("N") },
-        { QStringLiteral("jobs"), QStringLiteral("ffmpeg runs at a time (default 2)."), QStringLiteral("N") },
+        { { QStringLiteral("o"), QStringLiteral("out") },
+            QStringLiteral("The card folder to write."), QStringLiteral("OUT") },
+        { QStringLiteral("length"), QStringLiteral("Seconds per clip, 2 to 60 (default 20)."),
+            QStringLiteral("SECONDS") },
+        { QStringLiteral("clips"),
+            QStringLiteral(
+                "Consecutive front/rear pairs of the drive in cont_rec, 1 to 20 (default 4)."),
+            QStringLiteral("N") },
+        { QStringLiteral("resolution"),
+            QStringLiteral("720p (front 1280x720, rear 640x360; default) or 1080p (front "
+                           "1920x1080, rear 1280x720)."),
+            QStringLiteral("RES"), QStringLiteral("720p") },
+        { QStringLiteral("front-size"),
+            QStringLiteral("Front picture size, e.g. 320x180 (overrides --resolution)."),
+            QStringLiteral("WxH") },
+        { QStringLiteral("rear-size"), QStringLiteral("Rear picture size."),
+            QStringLiteral("WxH") },
+        { QStringLiteral("fps"), QStringLiteral("Frames a second, 5 to 30 (default 15)."),
+            QStringLiteral("N") },
+        { QStringLiteral("seed"),
+            QStringLiteral("Seed of the drive: lights, waits, road noise (default 1)."),
+            QStringLiteral("N") },
+        { QStringLiteral("jobs"), QStringLiteral("ffmpeg runs at a time (default 2)."),
+            QStringLiteral("N") },
         { QStringLiteral("no-extra-cards"), QStringLiteral("Write only the main card.") },
-        { QStringLiteral("force"), QStringLiteral("Write the card again even when it is up to date.") },
-        { { QStringLiteral("v"), QStringLiteral("verbose") }, QStringLiteral("List the files as they are encoded.") },
+        { QStringLiteral("force"),
+            QStringLiteral("Write the card again even when it is up to date.") },
+        { { QStringLiteral("v"), QStringLiteral("verbose") },
+            QStringLiteral("List the files as they are encoded.") },
     });
     parser.process(app);
     DemoOptions options;
     options.outDir = parser.value(QStringLiteral("out"));
     if (options.outDir.isEmpty() || !parser.positionalArguments().isEmpty()) {
-        err << "usage: make-demo-card --out OUT [--length SECONDS] [--clips N] [--resolution 720p|1080p] "
+        err << "usage: make-demo-card --out OUT [--length SECONDS] [--clips N] [--resolution "
+               "720p|1080p] "
                "[--seed N] [--force]\n";
         return std::nullopt;
     }
@@ -100,7 +120,8 @@ std::optional<DemoOptions> parseOptions(const QCoreApplication& app, QTextStream
         || !readInt(parser, QStringLiteral("clips"), 1, 20, options.continuousClips, err)
         || !readInt(parser, QStringLiteral("fps"), 5, 30, options.fps, err)
         || !readInt(parser, QStringLiteral("seed"), 0, 1 << 30, seed, err)
-        || !readInt(parser, QStringLiteral("jobs"), 1, 16, options.jobs, err) || !readSizes(parser, options, err))
+        || !readInt(parser, QStringLiteral("jobs"), 1, 16, options.jobs, err)
+        || !readSizes(parser, options, err))
         return std::nullopt;
     options.seed = std::uint64_t(seed);
     options.extraCards = !parser.isSet(QStringLiteral("no-extra-cards"));
