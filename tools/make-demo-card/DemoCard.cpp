@@ -36,7 +36,7 @@ bool copyInto(const QString& file, const QString& cardRoot, const QString& folde
 QString DemoOptions::stamp() const
 {
     // Bump the generator number when the output changes for the same options.
-    constexpr int kGenerator = 2;
+    constexpr int kGenerator = 3;
     return QStringLiteral(
         "make-demo-card %1 length=%2 clips=%3 front=%4x%5 rear=%6x%7 fps=%8 seed=%9 extra=%10")
         .arg(kGenerator)
@@ -71,6 +71,10 @@ bool DemoCard::prepareFolder(const QString& dir, bool& upToDate)
         return true;
     // Our own earlier card: remove what we wrote, nothing else.
     for (const QString& name : kCardFolders)
+        QDir(folder.filePath(name)).removeRecursively();
+    // Scratch space of a run that was cut short.
+    for (const QString& name :
+        folder.entryList({ kStampFile + QStringLiteral("-*") }, QDir::Dirs | QDir::Hidden))
         QDir(folder.filePath(name)).removeRecursively();
     QFile::remove(folder.filePath(kStampFile));
     return true;
@@ -122,7 +126,8 @@ bool DemoCard::writeClips(QTextStream& log, QStringList& written)
 {
     DemoTimeline timeline(m_options.seed);
     const QVector<DemoClip> clips = DemoClipPlan::plan(m_options, timeline);
-    QTemporaryDir work(m_options.outDir + QStringLiteral("/.make-demo-card-XXXXXX"));
+    QTemporaryDir work(
+        m_options.outDir + QLatin1Char('/') + kStampFile + QStringLiteral("-XXXXXX"));
     if (!work.isValid()) {
         m_error = QStringLiteral("cannot create a scratch folder in %1").arg(m_options.outDir);
         return false;

@@ -102,6 +102,7 @@ void planDrive(const DemoOptions& options, DemoTimeline& timeline, QVector<DemoC
     saved.files = QStringList { QStringLiteral("SAVED_") + timeStamp(timeline, eventStart)
         + QStringLiteral(".mp4") };
     saved.start = eventStart;
+    saved.camera = QStringLiteral("TOLM");
     saved.seconds = length;
     clips.push_back(saved);
 }
