@@ -6,6 +6,8 @@
 #include "player/PlayerRules.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QPointer>
 
 #include <mpv/client.h>
@@ -16,6 +18,7 @@ namespace {
 
 constexpr quint64 kTrackListReply = 1000;
 constexpr int kReverseStepMs = 100;
+constexpr int kShutdownGraceMs = 5000;
 
 } // namespace
 
@@ -101,10 +104,39 @@ void MpvPlayer::dispose(std::unique_ptr<MpvPlayer> player)
         return;
     player->disconnect();
     player->pause();
-    if (player->m_dispatching > 0) {
-        player->m_disposed = true;
-        player.release()->deleteLater();
+    player->m_retiring = true;
+    player->m_reverseTimer.stop();
+    MpvPlayer* retiring = player.release();
+    // Shutting a core down takes a moment; the GUI thread does not wait for
+    // it. The file is stopped first so that mpv has let go of the picture by
+    // the time the render context goes (freeing it earlier waits for that).
+    if (QCoreApplication* app = QCoreApplication::instance())
+        retiring->setParent(app);
+    if (!retiring->m_mpv || retiring->m_path.isEmpty()) {
+        retiring->quit();
+        return;
     }
+    retiring->command({ MpvName::kStop });
+    QTimer::singleShot(kShutdownGraceMs, retiring, &MpvPlayer::quit);
+}
+
+void MpvPlayer::quit()
+{
+    // The render context goes on this thread, with its GL context current.
+    QElapsedTimer clock;
+    clock.start();
+    m_target.reset();
+    qCDebug(lcPlayer) << "render context released in" << clock.nsecsElapsed() / 1000 << "us";
+    if (!m_mpv) {
+        m_disposed = true;
+        deleteLater();
+        return;
+    }
+    if (m_quitting)
+        return;
+    m_quitting = true;
+    command({ MpvName::kQuit });
+    QTimer::singleShot(kShutdownGraceMs, this, &QObject::deleteLater);
 }
 
 bool MpvPlayer::isValid() const
@@ -160,6 +192,15 @@ void MpvPlayer::renderFrame()
 
 void MpvPlayer::handleEvent(const mpv_event& event)
 {
+    if (m_retiring) {
+        if (event.event_id == MPV_EVENT_IDLE) {
+            quit();
+        } else if (event.event_id == MPV_EVENT_SHUTDOWN) {
+            m_disposed = true;
+            deleteLater();
+        }
+        return;
+    }
     switch (event.event_id) {
     case MPV_EVENT_PROPERTY_CHANGE:
         dispatchProperty(event.reply_userdata, *static_cast<mpv_event_property*>(event.data));

@@ -29,9 +29,10 @@ public:
     explicit MpvPlayer(int videoTrack, QObject* parent = nullptr);
     ~MpvPlayer() override;
 
-    // Lets go of a player: it is silenced and paused at once and destroyed
-    // now, or as soon as it has finished handing out mpv's events when it is
-    // in the middle of that (a handler may close the view that owns it).
+    // Lets go of a player without waiting for mpv: it is silenced and its
+    // picture released at once; the core is told to quit and the object
+    // deletes itself when mpv reports the shutdown (or, at the latest, with
+    // the application object).
     static void dispose(std::unique_ptr<MpvPlayer> player);
 
     bool isValid() const;
@@ -85,6 +86,7 @@ private:
     struct PropertyHandler;
     static std::span<const PropertyHandler> properties();
 
+    void quit();
     static void onWakeup(void* self);
     static void onRenderUpdate(void* self);
     void drainEvents();
@@ -117,6 +119,8 @@ private:
     // Depth of calls that hand mpv's news to listeners (who may dispose of us).
     int m_dispatching = 0;
     bool m_disposed = false;
+    bool m_retiring = false;
+    bool m_quitting = false;
 
     QString m_path;
     int m_videoTrack = 1;

@@ -46,6 +46,8 @@ inline constexpr char kSeekAbsoluteExact[] = "absolute+exact";
 inline constexpr char kSeekRelativeExact[] = "relative+exact";
 inline constexpr char kFrameStep[] = "frame-step";
 inline constexpr char kFrameBackStep[] = "frame-back-step";
+inline constexpr char kQuit[] = "quit";
+inline constexpr char kStop[] = "stop";
 inline constexpr char kScreenshotRaw[] = "screenshot-raw";
 inline constexpr char kScreenshotVideo[] = "video";
 
