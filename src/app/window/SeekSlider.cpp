@@ -21,7 +21,9 @@ public:
 SeekSlider::SeekSlider(QWidget* parent)
     : QSlider(Qt::Horizontal, parent)
 {
-    auto* style = new JumpToClickStyle(this->style());
+    // Without a base style the proxy makes its own copy of the application's
+    // style; handing it the application's instance would transfer ownership.
+    auto* style = new JumpToClickStyle;
     style->setParent(this);
     setStyle(style);
     setFocusPolicy(Qt::NoFocus);

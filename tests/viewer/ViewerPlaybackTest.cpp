@@ -1,0 +1,224 @@
+// The viewer's main path end to end, with real mpv, ffmpeg and QtWebEngine:
+// a card with one front/rear MP4 pair, the window started on it, the pair
+// played by a double-click, the telemetry following, then swap, seek and
+// frame steps, and full screen.
+#include "ViewerTestSupport.h"
+
+#include "SetupCfgBuilder.h"
+#include "TestFiles.h"
+#include "app/session/MainWindowController.h"
+#include "app/session/PlaybackSession.h"
+#include "app/window/FullScreenControlWindow.h"
+#include "app/window/HeaderBar.h"
+#include "app/window/ImageButton.h"
+#include "app/window/MainWindow.h"
+#include "app/window/SeekSlider.h"
+#include "app/window/TelemetryPanel.h"
+#include "app/window/TransportBar.h"
+#include "app/window/VideoArea.h"
+#include "config/FolderVolumeSource.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
+#include "display/SpeedMeterView.h"
+#include "library/ClipLibrary.h"
+#include "player/TavroAVView.h"
+#include "RecordingAlertSink.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QListWidget>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWebEngineView>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+constexpr int kClipSeconds = 8;
+constexpr int kWaitMs = 20000;
+
+QJsonObject mapState(QWebEngineView& view)
+{
+    auto result = std::make_shared<QString>();
+    auto done = std::make_shared<bool>(false);
+    view.page()->runJavaScript(
+        QStringLiteral("typeof tavroMapState === 'function' ? tavroMapState() : '{}'"),
+        [result, done](const QVariant& value) {
+            *result = value.toString();
+            *done = true;
+        });
+    if (!QTest::qWaitFor([done] { return *done; }, 3000))
+        return {};
+    return QJsonDocument::fromJson(result->toUtf8()).object();
+}
+
+// Both views prepared and running (the views report their rate; statuses
+// stop at Prepared).
+bool bothPlaying(MainWindow& window)
+{
+    for (const TavroAVView* view :
+        { window.videoArea()->bigMovieView(), window.videoArea()->smallMovieView() }) {
+        if (view->status() != TavroAVViewStatus::Prepared || view->rate() <= 0.0f)
+            return false;
+    }
+    return !window.session().isVideoPaused();
+}
+
+class ViewerPlaybackTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
+            GTEST_SKIP() << "ffmpeg is not installed";
+        QSettings().clear();
+        ASSERT_TRUE(m_card.isValid());
+        const QString root = m_card.path();
+        QDir(root).mkpath(QStringLiteral("SETTING"));
+        TestFiles::write(root + QStringLiteral("/SETTING/setup.cfg"),
+            SetupCfgBuilder(432).sizeWord(432).productName("Tolm").version("1.02.17").bytes());
+        ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+            root + QStringLiteral("/cont_rec/20240315_081502_F.mp4"), kClipSeconds, 320, 180, 0));
+        ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+            root + QStringLiteral("/cont_rec/20240315_081502_R.mp4"), kClipSeconds, 240, 136, 7));
+        // The folder stands for a mounted memory card, as --card makes it.
+        auto cards = std::make_shared<FolderVolumeSource>();
+        cards->addFolder(root, QStringLiteral("CARD"));
+        Utils::setVolumeSource(cards);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+    }
+    void TearDown() override
+    {
+        Utils::setVolumeSource(nullptr);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        QSettings().clear();
+    }
+
+    QTemporaryDir m_card;
+    ScopedAlertRecorder m_alerts;
+};
+
+TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullScreen)
+{
+    MainWindow window;
+    window.showMainWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    TransportBar* transport = window.transportBar();
+    QListWidget* list = window.findChild<QListWidget*>(QStringLiteral("fileListTableView"));
+    ASSERT_NE(list, nullptr);
+
+    // The card is identified and its two clips listed, front first.
+    EXPECT_EQ(window.headerBar()->modelTextField()->text(), QStringLiteral("Tolm"));
+    EXPECT_TRUE(window.headerBar()->settingsButton()->isEnabled());
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(0)->text(), QStringLiteral("20240315_081502_F.mp4"));
+    EXPECT_FALSE(transport->playPauseButton->isEnabled());
+
+    // Double-click the front clip: both cameras play.
+    const QRect rowRect = list->visualItemRect(list->item(0));
+    int doubleClicks = 0;
+    QObject::connect(list, &QListWidget::itemDoubleClicked, [&] { ++doubleClicks; });
+    // A double-click as the window system delivers it: press, release, then
+    // the second press as a double-click.
+    QTest::mousePress(list->viewport(), Qt::LeftButton, {}, rowRect.center());
+    QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, rowRect.center());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, rowRect.center());
+    ASSERT_EQ(doubleClicks, 1) << rowRect.x() << "," << rowRect.y() << " " << rowRect.width();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bothPlaying(window); }, kWaitMs))
+        << "clip " << window.session().currentVideoUrl().toString().toStdString() << ", statuses "
+        << int(window.videoArea()->bigMovieView()->status()) << "/"
+        << int(window.videoArea()->smallMovieView()->status()) << ", alerts "
+        << m_alerts.sink().requests().size();
+    EXPECT_TRUE(m_alerts.sink().requests().isEmpty());
+    EXPECT_TRUE(transport->playPauseButton->isEnabled());
+    EXPECT_EQ(transport->playPauseButton->imageName(), QStringLiteral("pause1"));
+    EXPECT_TRUE(transport->videoSwitchButton->isEnabled());
+    EXPECT_FALSE(window.videoArea()->isBigCoverVisible());
+    EXPECT_FALSE(window.videoArea()->isSmallCoverVisible());
+
+    // The time advances; read-outs, speedometer and map follow.
+    QLabel* gy = window.findChild<QLabel*>(QStringLiteral("gyTextField"));
+    QLabel* lat = window.findChild<QLabel*>(QStringLiteral("latTextField"));
+    ASSERT_TRUE(gy && lat);
+    const QString firstTime = transport->playTimeTextField->text();
+    QStringList gyTexts;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            if (!gyTexts.contains(gy->text()))
+                gyTexts.append(gy->text());
+            return gyTexts.size() >= 3 && transport->playTimeTextField->text() != firstTime;
+        },
+        kWaitMs));
+    EXPECT_TRUE(transport->playTimeTextField->text().endsWith(QStringLiteral("/00:08")))
+        << transport->playTimeTextField->text().toStdString();
+    EXPECT_TRUE(lat->text().startsWith(QStringLiteral("37.3"))) << lat->text().toStdString();
+    SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return meter->speed() > 40; }, kWaitMs));
+    EXPECT_FALSE(meter->number10().isEmpty());
+
+    QWebEngineView* map = window.telemetryPanel()->mapWebView();
+    QJsonObject state;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            state = mapState(*map);
+            return state.value(QStringLiteral("route")).toArray().size() == kClipSeconds
+                && state.value(QStringLiteral("position")).isArray();
+        },
+        kWaitMs))
+        << QJsonDocument(state).toJson().toStdString();
+    EXPECT_FALSE(window.telemetryPanel()->isMapCovered());
+    const QJsonArray position = state.value(QStringLiteral("position")).toArray();
+    EXPECT_NEAR(position.at(1).toDouble(), 37.3875, 0.01);
+    EXPECT_NEAR(position.at(0).toDouble(), 126.9735, 0.01);
+    ViewerTestSupport::saveScreenshot(window, QStringLiteral("window-playing"));
+
+    // Swap: the rear camera moves into the large view and both keep playing.
+    QTest::mouseClick(transport->videoSwitchButton, Qt::LeftButton);
+    EXPECT_TRUE(window.session().isVideoSwitched());
+    EXPECT_TRUE(window.videoArea()->bigMovieView()->fileName().endsWith(QStringLiteral("_r.mov")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bothPlaying(window); }, kWaitMs));
+
+    // Seek with the slider: both views land on the whole second.
+    SeekSlider* seek = transport->seekTimeSldierView;
+    seek->setSliderDown(true);
+    seek->setValue(5400);
+    seek->setSliderDown(false);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            const double t = window.videoArea()->bigMovieView()->currentTime();
+            return t >= 5.0 && t < 6.5;
+        },
+        kWaitMs));
+
+    // Frame steps pause and move by one frame.
+    QTest::mouseClick(transport->rewindButton, Qt::LeftButton);
+    EXPECT_TRUE(window.session().isVideoPaused());
+    EXPECT_EQ(transport->playPauseButton->imageName(), QStringLiteral("play_1"));
+    QTest::qWait(300);
+    const double before = window.videoArea()->bigMovieView()->currentTime();
+    QTest::mouseClick(transport->fastForwardButton, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return window.videoArea()->bigMovieView()->currentTime() > before + 0.01; }, kWaitMs));
+    EXPECT_LT(window.videoArea()->bigMovieView()->currentTime(), before + 0.2);
+    EXPECT_TRUE(transport->playTimeTextField->text().startsWith(QStringLiteral("00:0")));
+
+    // Full screen with its control window; Escape leaves it.
+    QTest::mouseClick(transport->fullscreenButton, Qt::LeftButton);
+    EXPECT_TRUE(window.session().isFullScreenMode());
+    QTest::qWait(300);
+    EXPECT_TRUE(window.fullScreenControlWindow()->isVisible());
+    EXPECT_FALSE(transport->isVisible());
+    ViewerTestSupport::saveScreenshot(window, QStringLiteral("window-fullscreen"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(window.session().isFullScreenMode());
+    EXPECT_FALSE(window.fullScreenControlWindow()->isVisible());
+    EXPECT_TRUE(transport->isVisible());
+}
+
+} // namespace

@@ -1,0 +1,239 @@
+// The main window built in each viewer language: every control titled or with
+// a tooltip in that language, nothing clipped, menus as radio groups, the
+// language switched live; the command line and printing a still.
+#include "ViewerTestSupport.h"
+
+#include "TavroVersion.h"
+#include "app/LocalizationKeys.h"
+#include "app/TavroLanguages.h"
+#include "app/ViewerLanguage.h"
+#include "app/window/ClipListPanel.h"
+#include "app/window/HeaderBar.h"
+#include "app/window/ImageButton.h"
+#include "app/window/MainWindow.h"
+#include "app/window/TransportBar.h"
+#include "app/window/ViewerCommandLine.h"
+#include "config/FolderVolumeSource.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
+#include "display/SpeedMeterView.h"
+#include "display/SpeedUnit.h"
+
+#include <QLabel>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QPrinter>
+#include <QSettings>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString localizedIn(const QString& code, const char* key)
+{
+    return TavroLanguages::SharedTavroLanguages().localizedIn(code, QString::fromUtf8(key));
+}
+
+class ViewerWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        QSettings().clear();
+        ViewerLanguage::initializeLanguageSetting();
+        // No card: the window starts empty.
+        Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+    }
+    void TearDown() override
+    {
+        QSettings().clear();
+        Utils::setVolumeSource(nullptr);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+    }
+
+    // Every button and slider of the window carries a tooltip in `code`; no
+    // caption is wider than its button; the filter buttons and menus read as
+    // the language's table says.
+    static void expectTitledIn(MainWindow& window, const QString& code)
+    {
+        SCOPED_TRACE(code.toStdString());
+        const QList<ImageButton*> buttons = window.findChildren<ImageButton*>();
+        ASSERT_GE(buttons.size(), 24);
+        for (ImageButton* button : buttons) {
+            SCOPED_TRACE(button->objectName().toStdString());
+            EXPECT_FALSE(button->toolTip().isEmpty());
+            if (!button->text().isEmpty() && button->isVisible()) {
+                EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text()), button->width() - 4);
+            }
+        }
+        for (QSlider* slider : window.findChildren<QSlider*>())
+            EXPECT_FALSE(slider->toolTip().isEmpty()) << slider->objectName().toStdString();
+
+        const char* filterKeys[] = { LocalizationKeys::kFilterAll, LocalizationKeys::kFilterContinuous,
+            LocalizationKeys::kFilterMotion, LocalizationKeys::kFilterEvent,
+            LocalizationKeys::kFilterManual };
+        const QList<ImageButton*>& filters = window.clipListPanel()->filterButtons();
+        ASSERT_EQ(filters.size(), 5);
+        for (int i = 0; i < 5; ++i)
+            EXPECT_EQ(filters[i]->text(), localizedIn(code, filterKeys[i]));
+
+        const char* menuKeys[] = { LocalizationKeys::kMenuFile, LocalizationKeys::kMenuView,
+            LocalizationKeys::kMenuLanguage, LocalizationKeys::kMenuSpeedUnit,
+            LocalizationKeys::kMenuHelp };
+        const QList<QAction*> menus = window.menuBar()->actions();
+        ASSERT_EQ(menus.size(), 5);
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_EQ(menus[i]->text(), localizedIn(code, menuKeys[i]));
+            for (QAction* item : menus[i]->menu()->actions())
+                EXPECT_TRUE(item->isSeparator() || !item->text().isEmpty());
+        }
+        EXPECT_EQ(window.transportBar()->snapshotButton->toolTip(),
+            localizedIn(code, LocalizationKeys::kSaveStill));
+        EXPECT_EQ(window.headerBar()->modelTextField()->text(),
+            localizedIn(code, LocalizationKeys::kUnknown));
+    }
+};
+
+TEST_F(ViewerWindowTest, EveryControlIsTitledInEachLanguageAndStartsWithoutAClip)
+{
+    for (const QString& code : { QStringLiteral("en"), QStringLiteral("fr"), QStringLiteral("ja"),
+             QStringLiteral("pt") }) {
+        ViewerTestSupport::useLanguage(code);
+        MainWindow window;
+        window.showMainWindow();
+        QCoreApplication::processEvents();
+        EXPECT_GE(window.width(), MainWindow::kMinimumWidth);
+        EXPECT_GE(window.height(), MainWindow::kMinimumHeight);
+        expectTitledIn(window, code);
+        EXPECT_EQ(window.headerBar()->mainVersionLabel()->text(),
+            QStringLiteral("Ver ") + Tavro::versionString());
+        // No card and no clip: nothing to play, nothing to configure.
+        EXPECT_FALSE(window.headerBar()->settingsButton()->isEnabled());
+        EXPECT_FALSE(window.transportBar()->playPauseButton->isEnabled());
+        EXPECT_FALSE(window.transportBar()->saveFileButton->isEnabled());
+        EXPECT_EQ(window.transportBar()->playTimeTextField->text(), QStringLiteral("00:00/00:00"));
+        ViewerTestSupport::saveScreenshot(window, QStringLiteral("window-empty-") + code);
+    }
+}
+
+TEST_F(ViewerWindowTest, SwitchingTheLanguageRetitlesTheOpenWindowAndMarksTheMenu)
+{
+    MainWindow window;
+    window.showMainWindow();
+    const QList<QAction*> languageItems = window.menuBar()->actions().at(2)->menu()->actions();
+    ASSERT_EQ(languageItems.size(), 4);
+    EXPECT_TRUE(languageItems[0]->isChecked());
+
+    // The Portuguese item of the menu, as the user picks it.
+    languageItems[3]->trigger();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ViewerLanguage::currentLanguage(), QStringLiteral("pt"));
+    EXPECT_TRUE(languageItems[3]->isChecked());
+    EXPECT_FALSE(languageItems[0]->isChecked());
+    expectTitledIn(window, QStringLiteral("pt"));
+
+    languageItems[2]->trigger();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    expectTitledIn(window, QStringLiteral("ja"));
+}
+
+TEST_F(ViewerWindowTest, SpeedUnitMenuSwitchesTheSpeedometer)
+{
+    MainWindow window;
+    window.showMainWindow();
+    const QList<QAction*> units = window.menuBar()->actions().at(3)->menu()->actions();
+    ASSERT_EQ(units.size(), 2);
+    EXPECT_EQ(units[0]->text(), QStringLiteral("KM/H"));
+    EXPECT_EQ(units[1]->text(), QStringLiteral("MPH"));
+    EXPECT_TRUE(units[0]->isChecked());
+
+    window.setSpeedometerSpeed(100);
+    SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
+    ASSERT_NE(meter, nullptr);
+    EXPECT_EQ(meter->number100() + meter->number10() + meter->number1(), QStringLiteral("100"));
+    units[1]->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(SpeedUnit::storedSpeedUnit(), SpeedUnit::kMph);
+    EXPECT_TRUE(units[1]->isChecked());
+    // 100 km/h are 62 mph, redrawn at once.
+    EXPECT_EQ(meter->number10() + meter->number1(), QStringLiteral("62"));
+    EXPECT_TRUE(meter->isSpeedUnitImageVisible());
+}
+
+TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
+{
+    QTemporaryDir card;
+    QTemporaryDir folder;
+    struct Case {
+        QStringList arguments;
+        bool exit;
+        int exitCode;
+        QStringList cards;
+        QString folder;
+        bool splash;
+    };
+    const QString missing = card.filePath(QStringLiteral("missing"));
+    const QList<Case> cases {
+        { {}, false, 0, {}, {}, true },
+        { { QStringLiteral("--no-splash") }, false, 0, {}, {}, false },
+        { { QStringLiteral("--card"), card.path() }, false, 0, { card.path() }, {}, true },
+        { { QStringLiteral("--card"), card.path(), folder.path() }, false, 0, { card.path() },
+            folder.path(), true },
+        { { folder.path() }, false, 0, {}, folder.path(), true },
+        { { QStringLiteral("--card"), missing }, true, 2, {}, {}, true },
+        { { missing }, true, 2, {}, {}, true },
+        { { folder.path(), card.path() }, true, 2, {}, {}, true },
+        { { QStringLiteral("--bogus") }, true, 2, {}, {}, true },
+        { { QStringLiteral("--help") }, true, 0, {}, {}, true },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.arguments.join(u' ').toStdString());
+        const ViewerCommandLine::Result result
+            = ViewerCommandLine::parse(QStringList { QStringLiteral("tavro-viewer") } + c.arguments);
+        EXPECT_EQ(result.exit, c.exit);
+        EXPECT_EQ(result.exitCode, c.exitCode);
+        if (c.exit) {
+            EXPECT_FALSE(result.message.isEmpty());
+            continue;
+        }
+        EXPECT_EQ(result.options.cardFolders, c.cards);
+        EXPECT_EQ(result.options.folder, c.folder);
+        EXPECT_EQ(result.options.showSplash, c.splash);
+    }
+}
+
+TEST(ViewerPrintTest, StillIsPrintedLandscapeAndFitsThePage)
+{
+    QTemporaryDir dir;
+    const QString pdf = dir.filePath(QStringLiteral("still.pdf"));
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pdf);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    QImage still(320, 180, QImage::Format_RGB32);
+    still.fill(Qt::darkCyan);
+    MainWindow::printImage(printer, still);
+    EXPECT_EQ(printer.pageLayout().orientation(), QPageLayout::Landscape);
+    const QFileInfo info(pdf);
+    ASSERT_TRUE(info.exists());
+    EXPECT_GT(info.size(), 500);
+    QFile file(pdf);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_TRUE(bytes.startsWith("%PDF"));
+    // One landscape page holding the picture.
+    EXPECT_EQ(bytes.count("/Type /Page") - bytes.count("/Type /Pages"), 1);
+    EXPECT_TRUE(bytes.contains("/Subtype /Image"));
+    const QRegularExpressionMatch box
+        = QRegularExpression(QStringLiteral("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]"))
+              .match(QString::fromLatin1(bytes));
+    ASSERT_TRUE(box.hasMatch());
+    EXPECT_GT(box.captured(1).toDouble(), box.captured(2).toDouble());
+}
+
+} // namespace
