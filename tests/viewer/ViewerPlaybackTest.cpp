@@ -6,6 +6,7 @@
 
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
+#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/FullScreenControlWindow.h"
@@ -16,6 +17,7 @@
 #include "app/window/TelemetryPanel.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
+#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
@@ -28,6 +30,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QSettings>
@@ -78,6 +81,8 @@ protected:
         if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
             GTEST_SKIP() << "ffmpeg is not installed";
         QSettings().clear();
+        ViewerLanguage::initializeLanguageSetting();
+        ViewerStyle::apply(*qApp);
         ASSERT_TRUE(m_card.isValid());
         const QString root = m_card.path();
         QDir(root).mkpath(QStringLiteral("SETTING"));

@@ -13,12 +13,14 @@
 #include "app/window/MainWindow.h"
 #include "app/window/TransportBar.h"
 #include "app/window/ViewerCommandLine.h"
+#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
 #include "display/SpeedMeterView.h"
 #include "display/SpeedUnit.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -37,12 +39,22 @@ QString localizedIn(const QString& code, const char* key)
     return TavroLanguages::SharedTavroLanguages().localizedIn(code, QString::fromUtf8(key));
 }
 
+int brightestPixel(const QImage& image)
+{
+    int brightest = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            brightest = qMax(brightest, qGray(image.pixel(x, y)));
+    return brightest;
+}
+
 class ViewerWindowTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
+        ViewerStyle::apply(*qApp);
         // No card: the window starts empty.
         Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
         TolmSettingManager::ChagneTolmSettingManager(nullptr);
@@ -115,6 +127,8 @@ TEST_F(ViewerWindowTest, EveryControlIsTitledInEachLanguageAndStartsWithoutAClip
         EXPECT_FALSE(window.transportBar()->playPauseButton->isEnabled());
         EXPECT_FALSE(window.transportBar()->saveFileButton->isEnabled());
         EXPECT_EQ(window.transportBar()->playTimeTextField->text(), QStringLiteral("00:00/00:00"));
+        // Disabled buttons are drawn faded: no pixel of the play button is bright.
+        EXPECT_LT(brightestPixel(window.transportBar()->playPauseButton->grab().toImage()), 150);
         ViewerTestSupport::saveScreenshot(window, QStringLiteral("window-empty-") + code);
     }
 }
@@ -176,6 +190,7 @@ TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
         QStringList cards;
         QString folder;
         bool splash;
+        int playRow = -1;
     };
     const QString missing = card.filePath(QStringLiteral("missing"));
     const QList<Case> cases {
@@ -189,6 +204,10 @@ TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
         { { missing }, true, 2, {}, {}, true },
         { { folder.path(), card.path() }, true, 2, {}, {}, true },
         { { QStringLiteral("--bogus") }, true, 2, {}, {}, true },
+        { { QStringLiteral("--play"), QStringLiteral("3"), folder.path() }, false, 0, {},
+            folder.path(), true, 3 },
+        { { QStringLiteral("--play"), QStringLiteral("-1") }, true, 2, {}, {}, true },
+        { { QStringLiteral("--play"), QStringLiteral("x") }, true, 2, {}, {}, true },
         { { QStringLiteral("--help") }, true, 0, {}, {}, true },
     };
     for (const Case& c : cases) {
@@ -204,6 +223,7 @@ TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
         EXPECT_EQ(result.options.cardFolders, c.cards);
         EXPECT_EQ(result.options.folder, c.folder);
         EXPECT_EQ(result.options.showSplash, c.splash);
+        EXPECT_EQ(result.options.playRow, c.playRow);
     }
 }
 

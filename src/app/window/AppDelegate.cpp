@@ -64,6 +64,8 @@ void AppDelegate::showMainWindow()
     m_window->controller().attachVolumeWatcher(*m_volumeWatcher);
     if (!m_options.folder.isEmpty())
         m_window->controller().selectFolderButtonTouched(QUrl::fromLocalFile(m_options.folder));
+    if (m_options.playRow >= 0)
+        m_window->controller().videoFileListDoubleClicked(m_options.playRow);
     emit mainWindowShown();
 }
 

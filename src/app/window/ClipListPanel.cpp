@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 namespace {
@@ -22,6 +23,22 @@ constexpr const char* kFilterKeys[] = { LocalizationKeys::kFilterAll,
 constexpr const char* kFilterNames[] = { "fileListAllButton_OEM", "fileListAlwaysButton_OEM",
     "fileListMotionButton_OEM", "fileListEventButton_OEM", "fileListManualButton_OEM" };
 constexpr int kFilterColumns = 3;
+
+// Rows keep their own text colour when selected, so that a selected
+// "Saved_Videos" clip stays magenta.
+class ClipRowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QVariant foreground = index.data(Qt::ForegroundRole);
+        if (foreground.canConvert<QBrush>())
+            option->palette.setBrush(QPalette::HighlightedText, foreground.value<QBrush>());
+    }
+};
 
 QString localized(const char* key)
 {
@@ -58,6 +75,7 @@ ClipListPanel::ClipListPanel(QWidget* parent)
     m_table->setObjectName(QStringLiteral("fileListTableView"));
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setUniformItemSizes(true);
+    m_table->setItemDelegate(new ClipRowDelegate(m_table));
     m_table->setFocusPolicy(Qt::ClickFocus);
     m_table->setFont(ViewerStyle::tabularFont());
     layout->addWidget(m_table, 1);

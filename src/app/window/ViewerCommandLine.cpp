@@ -35,8 +35,12 @@ Result parse(const QStringList& arguments)
         QStringLiteral("DIR"));
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
         QStringLiteral("Open the main window at once, without the splash."));
+    const QCommandLineOption play(QStringLiteral("play"),
+        QStringLiteral("Play the clip of list row ROW (0 the first) once the window is up."),
+        QStringLiteral("ROW"));
     parser.addOption(card);
     parser.addOption(noSplash);
+    parser.addOption(play);
     parser.addPositionalArgument(QStringLiteral("folder"),
         QStringLiteral("A folder of clips to list at start."), QStringLiteral("[FOLDER]"));
 
@@ -66,6 +70,13 @@ Result parse(const QStringList& arguments)
     if (ok && positional.size() == 1)
         ok = absoluteFolder(positional.first(), result.options.folder, message);
     result.options.showSplash = !parser.isSet(noSplash);
+    if (ok && parser.isSet(play)) {
+        bool number = false;
+        result.options.playRow = parser.value(play).toInt(&number);
+        ok = number && result.options.playRow >= 0;
+        if (!ok)
+            message = QStringLiteral("tavro-viewer: --play wants a row number from 0");
+    }
     if (!ok) {
         result.exit = true;
         result.exitCode = 2;

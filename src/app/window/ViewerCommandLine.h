@@ -4,13 +4,14 @@
 #include <QStringList>
 
 // The viewer's command line:
-//   tavro-viewer [--card DIR]... [--no-splash] [FOLDER]
+//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [FOLDER]
 // --card DIR treats DIR as a mounted memory card (for demos, tests, and cards
 // copied to disk); FOLDER is listed at start instead of the card's clips.
 struct ViewerOptions {
     QStringList cardFolders;
     QString folder;
     bool showSplash = true;
+    int playRow = -1;
 };
 
 namespace ViewerCommandLine {

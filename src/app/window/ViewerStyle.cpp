@@ -56,7 +56,7 @@ QLabel[secondary="true"] { color: @secondary; }
 QLineEdit { background: @window; color: @secondary; border: 1px solid @separator; border-radius: 4px; padding: 2px 6px; }
 QListWidget { background: @window; border: 1px solid @separator; border-radius: 4px; outline: none; }
 QListWidget::item { padding: 3px 6px; }
-QListWidget::item:selected { background: @separator; }
+QListWidget::item:selected { background: #3a3f46; }
 QSlider::groove:horizontal { height: 4px; background: @separator; border-radius: 2px; }
 QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
 QSlider::sub-page:horizontal:disabled { background: #5b6168; }

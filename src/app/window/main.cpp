@@ -1,5 +1,6 @@
 // tavro-viewer: the desktop viewer for dash-camera memory cards.
 #include "app/window/AppDelegate.h"
+#include "app/window/QuitSignalHandler.h"
 #include "app/window/ViewerCommandLine.h"
 #include "app/window/ViewerImages.h"
 #include "app/window/ViewerStyle.h"
@@ -44,6 +45,8 @@ int main(int argc, char** argv)
         return commandLine.exitCode;
     }
     ViewerStyle::apply(application);
+    // Ctrl+C or a polite kill quits like closing the window does.
+    QuitSignalHandler quitOnSignal;
     AppDelegate delegate(commandLine.options);
     delegate.applicationDidFinishLaunching();
     return application.exec();
