@@ -4,6 +4,7 @@
 // frame steps, and full screen.
 #include "ViewerTestSupport.h"
 
+#include "RecordingAlertSink.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "app/ViewerLanguage.h"
@@ -18,19 +19,19 @@
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
 #include "app/window/ViewerStyle.h"
+#include "app/window/ZoomableMovieArea.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
 #include "display/SpeedMeterView.h"
 #include "library/ClipLibrary.h"
 #include "player/TavroAVView.h"
-#include "RecordingAlertSink.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QSettings>
@@ -209,9 +210,38 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     const double before = window.videoArea()->bigMovieView()->currentTime();
     QTest::mouseClick(transport->fastForwardButton, Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return window.videoArea()->bigMovieView()->currentTime() > before + 0.01; }, kWaitMs));
+        [&] { return window.videoArea()->bigMovieView()->currentTime() > before + 0.01; },
+        kWaitMs));
     EXPECT_LT(window.videoArea()->bigMovieView()->currentTime(), before + 0.2);
     EXPECT_TRUE(transport->playTimeTextField->text().startsWith(QStringLiteral("00:0")));
+
+    // Space plays again; mute silences the large view and locks the slider.
+    QTest::keyClick(&window, Qt::Key_Space);
+    EXPECT_FALSE(window.session().isVideoPaused());
+    QTest::mouseClick(transport->muteButton, Qt::LeftButton);
+    EXPECT_EQ(transport->muteButton->imageName(), QStringLiteral("volume2"));
+    EXPECT_FALSE(transport->volumeSliderView->isEnabled());
+    EXPECT_EQ(window.videoArea()->bigMovieView()->volume(), 0.0f);
+    QTest::mouseClick(transport->muteButton, Qt::LeftButton);
+    EXPECT_TRUE(transport->volumeSliderView->isEnabled());
+    EXPECT_EQ(transport->volumeSliderView->value(), 100);
+
+    // Zoom in twice: the large view grows beyond its area and can be dragged.
+    ZoomableMovieArea* zoomArea = window.videoArea()->bigMovieArea();
+    QTest::mouseClick(transport->videoScaleUpButton, Qt::LeftButton);
+    QTest::mouseClick(transport->videoScaleUpButton, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_NEAR(window.session().videoScale(), 1.4, 1e-6);
+    const QRect zoomed = window.videoArea()->bigMovieView()->geometry();
+    EXPECT_NEAR(double(zoomed.width()) / zoomArea->width(), 1.4, 0.01);
+    QTest::mousePress(zoomArea, Qt::LeftButton, {}, zoomArea->rect().center());
+    QTest::mouseMove(zoomArea, zoomArea->rect().center() + QPoint(40, 20));
+    QTest::mouseRelease(zoomArea, Qt::LeftButton, {}, zoomArea->rect().center() + QPoint(40, 20));
+    EXPECT_TRUE(window.session().touchedBigMovieScroll());
+    EXPECT_NE(window.videoArea()->bigMovieView()->geometry().topLeft(), zoomed.topLeft());
+    QTest::mouseClick(transport->resetVideoScaleButton, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.videoArea()->bigMovieView()->geometry(), zoomArea->rect());
 
     // Full screen with its control window; Escape leaves it.
     QTest::mouseClick(transport->fullscreenButton, Qt::LeftButton);
@@ -220,6 +250,8 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     EXPECT_TRUE(window.fullScreenControlWindow()->isVisible());
     EXPECT_FALSE(transport->isVisible());
     ViewerTestSupport::saveScreenshot(window, QStringLiteral("window-fullscreen"));
+    ViewerTestSupport::saveScreenshot(
+        *window.fullScreenControlWindow(), QStringLiteral("window-fullscreen-controls"));
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_FALSE(window.session().isFullScreenMode());
     EXPECT_FALSE(window.fullScreenControlWindow()->isVisible());

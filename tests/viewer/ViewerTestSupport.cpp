@@ -91,7 +91,10 @@ bool makeTelemetryClip(const QString& path, int seconds, int width, int height, 
     ffmpeg.start(QStringLiteral("ffmpeg"),
         { QStringLiteral("-loglevel"), QStringLiteral("error"), QStringLiteral("-y"),
             QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-            QStringLiteral("testsrc2=size=%1x%2:rate=15:duration=%3").arg(width).arg(height).arg(seconds),
+            QStringLiteral("testsrc2=size=%1x%2:rate=15:duration=%3")
+                .arg(width)
+                .arg(height)
+                .arg(seconds),
             QStringLiteral("-i"), srt, QStringLiteral("-map"), QStringLiteral("0:v"),
             QStringLiteral("-map"), QStringLiteral("1:s"), QStringLiteral("-c:v"),
             QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),

@@ -23,8 +23,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
-#include <QRegularExpression>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QSlider>
 #include <QTemporaryDir>
@@ -78,15 +78,16 @@ protected:
             SCOPED_TRACE(button->objectName().toStdString());
             EXPECT_FALSE(button->toolTip().isEmpty());
             if (!button->text().isEmpty() && button->isVisible()) {
-                EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text()), button->width() - 4);
+                EXPECT_LE(
+                    button->fontMetrics().horizontalAdvance(button->text()), button->width() - 4);
             }
         }
         for (QSlider* slider : window.findChildren<QSlider*>())
             EXPECT_FALSE(slider->toolTip().isEmpty()) << slider->objectName().toStdString();
 
-        const char* filterKeys[] = { LocalizationKeys::kFilterAll, LocalizationKeys::kFilterContinuous,
-            LocalizationKeys::kFilterMotion, LocalizationKeys::kFilterEvent,
-            LocalizationKeys::kFilterManual };
+        const char* filterKeys[] = { LocalizationKeys::kFilterAll,
+            LocalizationKeys::kFilterContinuous, LocalizationKeys::kFilterMotion,
+            LocalizationKeys::kFilterEvent, LocalizationKeys::kFilterManual };
         const QList<ImageButton*>& filters = window.clipListPanel()->filterButtons();
         ASSERT_EQ(filters.size(), 5);
         for (int i = 0; i < 5; ++i)
@@ -212,8 +213,8 @@ TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.arguments.join(u' ').toStdString());
-        const ViewerCommandLine::Result result
-            = ViewerCommandLine::parse(QStringList { QStringLiteral("tavro-viewer") } + c.arguments);
+        const ViewerCommandLine::Result result = ViewerCommandLine::parse(
+            QStringList { QStringLiteral("tavro-viewer") } + c.arguments);
         EXPECT_EQ(result.exit, c.exit);
         EXPECT_EQ(result.exitCode, c.exitCode);
         if (c.exit) {

@@ -97,7 +97,8 @@ ClipListPanel::ClipListPanel(QWidget* parent)
     m_removeFileButton->setEnabled(false);
     connect(m_selectFolderButton, &ImageButton::clicked, this,
         &ClipListPanel::selectFolderButtonTouched);
-    connect(m_removeFileButton, &ImageButton::clicked, this, &ClipListPanel::removeFileButtonTouched);
+    connect(
+        m_removeFileButton, &ImageButton::clicked, this, &ClipListPanel::removeFileButtonTouched);
     auto* folderRow = new QHBoxLayout;
     folderRow->setSpacing(6);
     folderRow->addWidget(m_selectedDirTextField, 1);
@@ -117,8 +118,8 @@ void ClipListPanel::setLibrary(ClipLibrary* library)
     connect(library, &ClipLibrary::rowsReloaded, this, &ClipListPanel::reloadRows);
     connect(library, &ClipLibrary::rowSelected, this, &ClipListPanel::selectRow);
     connect(library, &ClipLibrary::filterButtonsChanged, this, &ClipListPanel::showFilterButtons);
-    connect(library, &ClipLibrary::selectedDirTextChanged, m_selectedDirTextField,
-        &QLineEdit::setText);
+    connect(
+        library, &ClipLibrary::selectedDirTextChanged, m_selectedDirTextField, &QLineEdit::setText);
     m_selectedDirTextField->setText(library->selectedDirText());
     showFilterButtons(0, library->videoFileFilterGroupA());
     reloadRows();

@@ -23,8 +23,8 @@ FullScreenControlWindow::FullScreenControlWindow(QWidget* parent)
 {
     setObjectName(QStringLiteral("fullScreenControlWindow"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "#fullScreenControlWindow { background: #1f2226; border: 1px solid #2c3036; border-radius: 8px; }"));
+    setStyleSheet(QStringLiteral("#fullScreenControlWindow { background: #1f2226; border: 1px "
+                                 "solid #2c3036; border-radius: 8px; }"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 6, 12, 6);
     layout->setSpacing(6);
@@ -36,7 +36,8 @@ FullScreenControlWindow::FullScreenControlWindow(QWidget* parent)
     m_playPauseButton->setObjectName(QStringLiteral("fullScreenPlayPauseButton"));
     m_fastForwardButton->setObjectName(QStringLiteral("fullScreenFastForwardButton"));
     m_exitButton->setObjectName(QStringLiteral("fullScreenExitButton"));
-    for (ImageButton* button : { m_rewindButton, m_playPauseButton, m_fastForwardButton, m_exitButton }) {
+    for (ImageButton* button :
+        { m_rewindButton, m_playPauseButton, m_fastForwardButton, m_exitButton }) {
         button->setIconSize(QSize(28, 28));
         layout->addWidget(button);
     }
@@ -55,7 +56,8 @@ void FullScreenControlWindow::setPlayPauseImage(const QString& imageName)
 {
     m_playPauseButton->setImageName(imageName);
     const bool playing = imageName == QLatin1String("pause1");
-    m_playPauseButton->setToolTip(localized(playing ? LocalizationKeys::kPause : LocalizationKeys::kPlay));
+    m_playPauseButton->setToolTip(
+        localized(playing ? LocalizationKeys::kPause : LocalizationKeys::kPlay));
 }
 
 void FullScreenControlWindow::showOn(const QRect& screenGeometry)

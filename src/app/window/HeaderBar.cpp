@@ -27,8 +27,8 @@ HeaderBar::HeaderBar(QWidget* parent)
     layout->setSpacing(10);
 
     auto* icon = new QLabel(this);
-    icon->setPixmap(ViewerImages::pixmap(QStringLiteral("io.github.tavro.Viewer"), QSize(28, 28),
-        devicePixelRatioF()));
+    icon->setPixmap(ViewerImages::pixmap(
+        QStringLiteral("io.github.tavro.Viewer"), QSize(28, 28), devicePixelRatioF()));
     m_brand = new QLabel(QStringLiteral("Tavro Viewer"), this);
     m_brand->setObjectName(QStringLiteral("brandLabel"));
     m_brand->setStyleSheet(QStringLiteral("font-weight: bold; font-size: 15px;"));
@@ -76,6 +76,7 @@ void HeaderBar::applyLanguageSettings()
 {
     m_modelTextField->setToolTip(localized(LocalizationKeys::kModel));
     m_firmwareLabel->setVisible(!m_firmware.isEmpty());
-    m_firmwareLabel->setText(QStringLiteral("%1 %2").arg(localized(LocalizationKeys::kFirmware), m_firmware));
+    m_firmwareLabel->setText(
+        QStringLiteral("%1 %2").arg(localized(LocalizationKeys::kFirmware), m_firmware));
     m_settingsButton->setToolTip(localized(LocalizationKeys::kSettings));
 }

@@ -116,19 +116,29 @@ void MainWindow::connectTransport()
 {
     PlaybackSession& s = session();
     TransportBar* t = m_transport;
-    connect(t->playPrevFileButton, &ImageButton::clicked, &s, &PlaybackSession::playPrevFileButtonTouched);
+    connect(t->playPrevFileButton, &ImageButton::clicked, &s,
+        &PlaybackSession::playPrevFileButtonTouched);
     connect(t->rewindButton, &ImageButton::clicked, &s, &PlaybackSession::rewindButtonTouched);
-    connect(t->playPauseButton, &ImageButton::clicked, &s, &PlaybackSession::playPauseButtonTouched);
+    connect(
+        t->playPauseButton, &ImageButton::clicked, &s, &PlaybackSession::playPauseButtonTouched);
     connect(t->stopButton, &ImageButton::clicked, &s, &PlaybackSession::stopButtonTouched);
-    connect(t->fastForwardButton, &ImageButton::clicked, &s, &PlaybackSession::fastForwardButtonTouched);
-    connect(t->playNextFileButton, &ImageButton::clicked, &s, &PlaybackSession::playNextFileButtonTouched);
+    connect(t->fastForwardButton, &ImageButton::clicked, &s,
+        &PlaybackSession::fastForwardButtonTouched);
+    connect(t->playNextFileButton, &ImageButton::clicked, &s,
+        &PlaybackSession::playNextFileButtonTouched);
     connect(t->muteButton, &ImageButton::clicked, &s, &PlaybackSession::toggleMuteButtonTouched);
-    connect(t->videoSwitchButton, &ImageButton::clicked, &s, &PlaybackSession::toggleVideoSwithButtonTouched);
-    connect(t->videoRotateButton, &ImageButton::clicked, &s, &PlaybackSession::videoRotateButtonTouched);
-    connect(t->videoScaleDownButton, &ImageButton::clicked, &s, &PlaybackSession::videoScaleDownButtonTouched);
-    connect(t->resetVideoScaleButton, &ImageButton::clicked, &s, &PlaybackSession::resetVideoScaleButtonTouched);
-    connect(t->videoScaleUpButton, &ImageButton::clicked, &s, &PlaybackSession::videoScaleUpButtonTouched);
-    connect(t->fullscreenButton, &ImageButton::clicked, &s, [&s] { s.fullscreenButtonTouched(nullptr); });
+    connect(t->videoSwitchButton, &ImageButton::clicked, &s,
+        &PlaybackSession::toggleVideoSwithButtonTouched);
+    connect(t->videoRotateButton, &ImageButton::clicked, &s,
+        &PlaybackSession::videoRotateButtonTouched);
+    connect(t->videoScaleDownButton, &ImageButton::clicked, &s,
+        &PlaybackSession::videoScaleDownButtonTouched);
+    connect(t->resetVideoScaleButton, &ImageButton::clicked, &s,
+        &PlaybackSession::resetVideoScaleButtonTouched);
+    connect(t->videoScaleUpButton, &ImageButton::clicked, &s,
+        &PlaybackSession::videoScaleUpButtonTouched);
+    connect(t->fullscreenButton, &ImageButton::clicked, &s,
+        [&s] { s.fullscreenButtonTouched(nullptr); });
     connect(t->snapshotButton, &ImageButton::clicked, this, &MainWindow::snapshotButtonTouched);
     connect(t->printButton, &ImageButton::clicked, this, &MainWindow::printButtonTouched);
     connect(t->saveFileButton, &ImageButton::clicked, this, &MainWindow::saveFileButtonTouched);
@@ -150,9 +160,11 @@ void MainWindow::connectFullScreenControls()
 {
     PlaybackSession& s = session();
     FullScreenControlWindow* f = m_fullScreenControl;
-    connect(f->playPauseButton(), &ImageButton::clicked, &s, &PlaybackSession::playPauseButtonTouched);
+    connect(
+        f->playPauseButton(), &ImageButton::clicked, &s, &PlaybackSession::playPauseButtonTouched);
     connect(f->rewindButton(), &ImageButton::clicked, &s, &PlaybackSession::rewindButtonTouched);
-    connect(f->fastForwardButton(), &ImageButton::clicked, &s, &PlaybackSession::fastForwardButtonTouched);
+    connect(f->fastForwardButton(), &ImageButton::clicked, &s,
+        &PlaybackSession::fastForwardButtonTouched);
     connect(f->exitButton(), &ImageButton::clicked, &s, &PlaybackSession::hideFullScreenMovie);
 }
 

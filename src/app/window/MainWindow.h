@@ -63,8 +63,8 @@ public:
     void setPlayTimeText(const QString& text) override;
     void setSeekMaximum(double seconds) override;
     void setSeekValue(double seconds) override;
-    void setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
-        const QString& lat, const QString& lng) override;
+    void setSensorTexts(const QString& gx, const QString& gy, const QString& gz, const QString& lat,
+        const QString& lng) override;
     void setSpeedometerSpeed(int kmh) override;
     void setGraphClipData(const TavroClipData& clipData) override;
     void addMapRoute(const TavroClipData& clipData) override;

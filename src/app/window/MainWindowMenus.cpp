@@ -1,6 +1,6 @@
 // The menus of the main window: File, View, Language, Speed unit and Help.
-#include "app/window/MainWindow.h"
 #include "app/window/MainWindowMenus.h"
+#include "app/window/MainWindow.h"
 
 #include "app/LocalizationKeys.h"
 #include "app/TavroLanguages.h"
@@ -14,7 +14,6 @@
 #include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
-
 
 namespace {
 

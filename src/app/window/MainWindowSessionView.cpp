@@ -46,8 +46,8 @@ void MainWindow::setSeekValue(double seconds)
     slider->setValue(int(std::lround(seconds * 1000.0)));
 }
 
-void MainWindow::setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
-    const QString& lat, const QString& lng)
+void MainWindow::setSensorTexts(
+    const QString& gx, const QString& gy, const QString& gz, const QString& lat, const QString& lng)
 {
     m_telemetry->setSensorTexts(gx, gy, gz, lat, lng);
 }

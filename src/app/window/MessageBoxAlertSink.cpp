@@ -18,9 +18,15 @@ int MessageBoxAlertSink::showAlert(const AlertRequest& request)
     box.setText(languages.localized(request.titleKey));
     box.setInformativeText(languages.localized(request.messageKey));
     switch (request.style) {
-    case 0: box.setIcon(QMessageBox::Warning); break;
-    case 2: box.setIcon(QMessageBox::Critical); break;
-    default: box.setIcon(QMessageBox::Information); break;
+    case 0:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case 2:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    default:
+        box.setIcon(QMessageBox::Information);
+        break;
     }
     QList<QAbstractButton*> buttons;
     for (const QString& key : request.buttonKeys) {

@@ -191,8 +191,8 @@ void TelemetryPanel::applyLanguageSettings()
     m_mapCoverView->setToolTip(localized(kNoPosition));
 }
 
-void TelemetryPanel::setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
-    const QString& lat, const QString& lng)
+void TelemetryPanel::setSensorTexts(
+    const QString& gx, const QString& gy, const QString& gz, const QString& lat, const QString& lng)
 {
     m_gxTextField->setText(gx);
     m_gyTextField->setText(gy);

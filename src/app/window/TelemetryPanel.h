@@ -22,8 +22,8 @@ public:
     void loadMap();
     void applyLanguageSettings();
 
-    void setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
-        const QString& lat, const QString& lng);
+    void setSensorTexts(const QString& gx, const QString& gy, const QString& gz, const QString& lat,
+        const QString& lng);
     void setIndicatorImages(const QString& shockImage, const QString& earthImage);
     void setIndicatorsVisible(bool visible);
     void setGpsIndicatorVisible(bool visible);

@@ -42,9 +42,8 @@ TransportBar::TransportBar(QWidget* parent)
     playTimeTextField = new QLabel(QStringLiteral("00:00/00:00"), this);
     playTimeTextField->setObjectName(QStringLiteral("playTimeTextField"));
     playTimeTextField->setFont(ViewerStyle::tabularFont());
-    playTimeTextField->setMinimumWidth(playTimeTextField->fontMetrics().horizontalAdvance(
-                                           QStringLiteral("000:00/000:00"))
-        + 8);
+    playTimeTextField->setMinimumWidth(
+        playTimeTextField->fontMetrics().horizontalAdvance(QStringLiteral("000:00/000:00")) + 8);
     playTimeTextField->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     seekRow->addWidget(seekTimeSldierView, 1);
     seekRow->addWidget(playTimeTextField);
@@ -128,7 +127,8 @@ void TransportBar::setPlayPauseImage(const QString& imageName)
 {
     playPauseButton->setImageName(imageName);
     const bool playing = imageName == QLatin1String("pause1");
-    playPauseButton->setToolTip(localized(playing ? LocalizationKeys::kPause : LocalizationKeys::kPlay));
+    playPauseButton->setToolTip(
+        localized(playing ? LocalizationKeys::kPause : LocalizationKeys::kPlay));
 }
 
 void TransportBar::setMuteImage(const QString& imageName)
@@ -140,10 +140,10 @@ void TransportBar::setMuteImage(const QString& imageName)
 
 void TransportBar::setVideoControlsEnabled(bool enabled)
 {
-    for (QWidget* control : std::initializer_list<QWidget*> { snapshotButton, printButton,
-             playPauseButton, stopButton, seekTimeSldierView, videoSwitchButton, muteButton,
-             volumeSliderView, videoRotateButton, fullscreenButton, resetVideoScaleButton,
-             videoScaleDownButton, videoScaleUpButton, playNextFileButton, playPrevFileButton,
-             fastForwardButton, rewindButton })
+    for (QWidget* control :
+        std::initializer_list<QWidget*> { snapshotButton, printButton, playPauseButton, stopButton,
+            seekTimeSldierView, videoSwitchButton, muteButton, volumeSliderView, videoRotateButton,
+            fullscreenButton, resetVideoScaleButton, videoScaleDownButton, videoScaleUpButton,
+            playNextFileButton, playPrevFileButton, fastForwardButton, rewindButton })
         control->setEnabled(enabled);
 }

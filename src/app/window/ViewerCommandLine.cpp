@@ -47,7 +47,8 @@ Result parse(const QStringList& arguments)
     if (!parser.parse(arguments)) {
         result.exit = true;
         result.exitCode = 2;
-        result.message = QStringLiteral("tavro-viewer: %1\n%2").arg(parser.errorText(), parser.helpText());
+        result.message
+            = QStringLiteral("tavro-viewer: %1\n%2").arg(parser.errorText(), parser.helpText());
         return result;
     }
     if (parser.isSet(help) || parser.isSet(version)) {
@@ -61,7 +62,8 @@ Result parse(const QStringList& arguments)
     QString message;
     bool ok = positional.size() <= 1;
     if (!ok)
-        message = QStringLiteral("tavro-viewer: give at most one folder\n%1").arg(parser.helpText());
+        message
+            = QStringLiteral("tavro-viewer: give at most one folder\n%1").arg(parser.helpText());
     for (const QString& dir : parser.values(card)) {
         QString absolute;
         if (ok && (ok = absoluteFolder(dir, absolute, message)))
