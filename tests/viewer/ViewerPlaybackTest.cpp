@@ -45,7 +45,7 @@
 
 namespace {
 
-constexpr int kClipSeconds = 8;
+constexpr int kClipSeconds = 12;
 constexpr int kWaitMs = 20000;
 
 QJsonObject mapState(QWebEngineView& view)
@@ -161,7 +161,7 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
             return gyTexts.size() >= 3 && transport->playTimeTextField->text() != firstTime;
         },
         kWaitMs));
-    EXPECT_TRUE(transport->playTimeTextField->text().endsWith(QStringLiteral("/00:08")))
+    EXPECT_TRUE(transport->playTimeTextField->text().endsWith(QStringLiteral("/00:12")))
         << transport->playTimeTextField->text().toStdString();
     EXPECT_TRUE(lat->text().startsWith(QStringLiteral("37.3"))) << lat->text().toStdString();
     SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
@@ -256,6 +256,25 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     EXPECT_FALSE(window.session().isFullScreenMode());
     EXPECT_FALSE(window.fullScreenControlWindow()->isVisible());
     EXPECT_TRUE(transport->isVisible());
+
+    // A right click on the small view shows that camera full screen.
+    TavroAVView* small = window.videoArea()->smallMovieView();
+    QTest::mouseClick(small, Qt::RightButton, {}, small->rect().center());
+    EXPECT_TRUE(window.session().isFullScreenMode());
+    EXPECT_EQ(window.videoArea()->shown(), VideoArea::Shown::SmallOnly);
+    QTest::keyClick(window.fullScreenControlWindow(), Qt::Key_Escape);
+    EXPECT_FALSE(window.session().isFullScreenMode());
+    EXPECT_EQ(window.videoArea()->shown(), VideoArea::Shown::Both);
+
+    // Keys reach the session wherever the focus is in the window: the left
+    // arrow in the clip list steps a frame back (and pauses).
+    if (window.session().isVideoPaused())
+        QTest::keyClick(&window, Qt::Key_Space);
+    ASSERT_FALSE(window.session().isVideoPaused());
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Left);
+    EXPECT_TRUE(window.session().isVideoPaused());
+    EXPECT_EQ(list->currentRow(), 0);
 }
 
 } // namespace

@@ -1,0 +1,195 @@
+// The window's own widgets: the clip list over a real clip library, the
+// zoomable movie area, the artwork behind every button, and alerts shown as
+// message boxes.
+#include "CardTreeBuilder.h"
+
+#include "app/ViewerLanguage.h"
+#include "app/window/ClipListPanel.h"
+#include "app/window/ImageButton.h"
+#include "app/window/MainWindow.h"
+#include "app/window/MessageBoxAlertSink.h"
+#include "app/window/ViewerImages.h"
+#include "app/window/ViewerStyle.h"
+#include "app/window/ZoomableMovieArea.h"
+#include "config/FolderVolumeSource.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
+#include "library/ClipLibrary.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ViewerWidgetsTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        QSettings().clear();
+        ViewerLanguage::initializeLanguageSetting();
+        ViewerStyle::apply(*qApp);
+    }
+    void TearDown() override { QSettings().clear(); }
+};
+
+TEST_F(ViewerWidgetsTest, ClipListShowsTheLibraryFiltersAndKeepsSelectionInStep)
+{
+    QTemporaryDir dir;
+    CardTreeBuilder card(dir.path());
+    card.addAll({ QStringLiteral("cont_rec/b_F.mp4"), QStringLiteral("cont_rec/b_R.mp4"),
+        QStringLiteral("evt_rec/a_F.mp4"), QStringLiteral("parking_rec/c.avi"),
+        QStringLiteral("Saved_Videos/z.mp4"), QStringLiteral("cont_rec/notes.txt") });
+    ClipLibrary library;
+    ClipListPanel panel;
+    panel.setLibrary(&library);
+    panel.resize(320, 600);
+    panel.show();
+    library.refreshVideoFileListWithURL(QUrl::fromLocalFile(dir.path()));
+
+    QListWidget* table = panel.fileListTableView();
+    const QStringList all { QStringLiteral("z.mp4"), QStringLiteral("a_F.mp4"),
+        QStringLiteral("b_F.mp4"), QStringLiteral("b_R.mp4"), QStringLiteral("c.avi") };
+    auto names = [table] {
+        QStringList list;
+        for (int i = 0; i < table->count(); ++i)
+            list.append(table->item(i)->text());
+        return list;
+    };
+    EXPECT_EQ(names(), all);
+    EXPECT_EQ(panel.selectedDirTextField()->text(), dir.path());
+    // The exported clip in magenta, the others in the text colour.
+    EXPECT_EQ(table->item(0)->foreground().color(), ViewerStyle::kSavedVideo);
+    EXPECT_EQ(table->item(1)->foreground().color(), ViewerStyle::kText);
+    // Row 0 is selected after a refresh; a click selects in the library.
+    EXPECT_EQ(table->currentRow(), 0);
+    QTest::mouseClick(
+        table->viewport(), Qt::LeftButton, {}, table->visualItemRect(table->item(2)).center());
+    EXPECT_EQ(library.selectedRow(), 2);
+    library.setSelectedRow(3);
+    EXPECT_EQ(table->currentRow(), 3);
+
+    // The event filter (index 3) lists the event and parking clips only, and
+    // only its button shows the pressed image.
+    const QList<ImageButton*>& filters = panel.filterButtons();
+    QTest::mouseClick(filters[3], Qt::LeftButton);
+    EXPECT_EQ(names(), (QStringList { QStringLiteral("a_F.mp4"), QStringLiteral("c.avi") }));
+    for (int i = 0; i < filters.size(); ++i) {
+        EXPECT_EQ(filters[i]->imageName(),
+            QLatin1String(
+                i == 3 ? ClipLibrary::kPressedFilterImage : ClipLibrary::kNormalFilterImage));
+        EXPECT_EQ(filters[i]->isHoverImageEnabled(), i != 3);
+    }
+    EXPECT_TRUE(panel.removeFileButton()->isEnabled());
+
+    // Manual (index 4) has no clips: nothing to delete.
+    QTest::mouseClick(filters[4], Qt::LeftButton);
+    EXPECT_EQ(table->count(), 0);
+    EXPECT_FALSE(panel.removeFileButton()->isEnabled());
+}
+
+TEST_F(ViewerWidgetsTest, ZoomedMovieStaysOverItsAreaWhileDragged)
+{
+    ZoomableMovieArea area;
+    auto* view = new QWidget;
+    area.setMovieView(view);
+    area.resize(400, 300);
+    area.show();
+    EXPECT_EQ(view->geometry(), area.rect());
+
+    struct Step {
+        double scale;
+        QPoint drag;
+    };
+    int drags = 0;
+    QObject::connect(&area, &ZoomableMovieArea::dragged, [&] { ++drags; });
+    for (const Step& step :
+        { Step { 2.0, { 0, 0 } }, Step { 2.0, { 500, 400 } }, Step { 2.0, { -900, -900 } },
+            Step { 5.0, { 120, -60 } }, Step { 9.0, { 0, 0 } }, Step { 0.5, { 50, 50 } } }) {
+        area.setScale(step.scale);
+        const QPoint centre = area.rect().center();
+        QTest::mousePress(&area, Qt::LeftButton, {}, centre);
+        QTest::mouseMove(&area, centre + step.drag);
+        QTest::mouseRelease(&area, Qt::LeftButton, {}, centre + step.drag);
+        const double expected = std::clamp(step.scale, 1.0, 5.0);
+        EXPECT_DOUBLE_EQ(area.scale(), expected);
+        EXPECT_EQ(view->size(), QSize(qRound(400 * expected), qRound(300 * expected)));
+        // However far it is dragged, the picture covers the whole area.
+        EXPECT_TRUE(view->geometry().contains(area.rect()))
+            << step.drag.x() << "," << step.drag.y();
+    }
+    EXPECT_GE(drags, 3);
+    // Back at 1.0 the picture fills the area again.
+    EXPECT_EQ(view->geometry(), area.rect());
+}
+
+TEST_F(ViewerWidgetsTest, EveryButtonImageHasItsHoverAndPressedDrawings)
+{
+    TolmSettingManager::ChagneTolmSettingManager(nullptr);
+    Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
+    MainWindow window;
+    const QList<ImageButton*> buttons = window.findChildren<ImageButton*>();
+    ASSERT_FALSE(buttons.isEmpty());
+    QStringList names { QStringLiteral("pause1"), QStringLiteral("play_1"),
+        QStringLiteral("volume1"), QStringLiteral("volume2"), QStringLiteral("sorting_btn_60_1"),
+        QStringLiteral("sorting_btn_60_2") };
+    for (ImageButton* button : buttons)
+        names.append(button->imageName());
+    for (const QString& name : names) {
+        for (const QString& state :
+            { QString(), QStringLiteral("_hover"), QStringLiteral("_click") })
+            EXPECT_FALSE(ViewerImages::path(name + state).isEmpty())
+                << (name + state).toStdString();
+    }
+    for (const char* image : { "mapview_cover.png", "movie_cover", "splash", "gps", "shock_gage1",
+             "shock_gage2", "earth1", "earth2", "io.github.tavro.Viewer" }) {
+        const QPixmap pixmap = ViewerImages::pixmap(QLatin1String(image), QSize(64, 32));
+        EXPECT_FALSE(pixmap.isNull()) << image;
+    }
+    EXPECT_TRUE(ViewerImages::path(QStringLiteral("no_such_image")).isEmpty());
+    EXPECT_FALSE(ViewerImages::applicationIcon().isNull());
+    Utils::setVolumeSource(nullptr);
+}
+
+TEST_F(ViewerWidgetsTest, AlertsAnswerWithTheCodeOfTheButtonChosen)
+{
+    MessageBoxAlertSink sink;
+    AlertRequest request;
+    request.titleKey = QString::fromUtf8("메모리카드 오류");
+    request.messageKey = QString::fromUtf8("지원하지 않는 형식으로 인코딩된 동영상입니다.");
+    request.buttonKeys = { QString::fromUtf8("아니오"), QString::fromUtf8("예") };
+    for (int choice : { 0, 1 }) {
+        QString shownText;
+        QString shownInformative;
+        QStringList shownButtons;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            shownText = box->text();
+            shownInformative = box->informativeText();
+            const QList<QAbstractButton*> buttons = box->buttons();
+            for (QAbstractButton* button : buttons)
+                shownButtons.append(button->text());
+            for (QAbstractButton* button : buttons) {
+                if (button->text() == (choice == 0 ? QStringLiteral("No") : QStringLiteral("Yes")))
+                    button->click();
+            }
+        });
+        EXPECT_EQ(sink.showAlert(request), AlertSink::kFirstButtonReturn + choice);
+        // Shown in the viewer's language (English here), never as keys.
+        EXPECT_EQ(shownText, QStringLiteral("Memory Card Error"));
+        EXPECT_FALSE(shownInformative.isEmpty());
+        EXPECT_FALSE(shownInformative.contains(QString::fromUtf8("지원")));
+        EXPECT_TRUE(shownButtons.contains(QStringLiteral("Yes")));
+    }
+}
+
+} // namespace
