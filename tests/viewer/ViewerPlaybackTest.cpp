@@ -29,14 +29,17 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QWebEngineView>
 
 #include <gtest/gtest.h>
@@ -75,10 +78,36 @@ bool bothPlaying(MainWindow& window)
     return !window.session().isVideoPaused();
 }
 
+// Answers the next save panel with `path` as soon as it is up, noting its
+// title.
+void answerSavePanel(const QString& path, QString* title)
+{
+    auto* poll = new QTimer;
+    poll->setInterval(50);
+    QObject::connect(poll, &QTimer::timeout, [poll, path, title] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        poll->stop();
+        poll->deleteLater();
+        // Once the panel has settled, as a user would: read it, type the
+        // folder and the name, confirm.
+        QTimer::singleShot(200, dialog, [dialog, path, title] {
+            *title = dialog->windowTitle();
+            dialog->setDirectory(QFileInfo(path).absolutePath());
+            if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+                name->setText(QFileInfo(path).fileName());
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+    });
+    poll->start();
+}
+
 class ViewerPlaybackTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        ViewerTestSupport::useOwnSettings("tavro-viewer-playback-test");
         if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
             GTEST_SKIP() << "ffmpeg is not installed";
         QSettings().clear();
@@ -214,6 +243,21 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
         kWaitMs));
     EXPECT_LT(window.videoArea()->bigMovieView()->currentTime(), before + 0.2);
     EXPECT_TRUE(transport->playTimeTextField->text().startsWith(QStringLiteral("00:0")));
+
+    // A still of the large view and a copy of the clip, through the save panel.
+    QTemporaryDir out;
+    QString panelTitle;
+    const QString stillPath = out.filePath(QStringLiteral("still.png"));
+    answerSavePanel(stillPath, &panelTitle);
+    QTest::mouseClick(transport->snapshotButton, Qt::LeftButton);
+    EXPECT_EQ(panelTitle, QStringLiteral("Save"));
+    const QImage still(stillPath);
+    EXPECT_EQ(still.size(), QSize(240, 136)) << "the rear camera is in the large view";
+    const QString copyPath = out.filePath(QStringLiteral("copy.mp4"));
+    answerSavePanel(copyPath, &panelTitle);
+    QTest::mouseClick(transport->saveFileButton, Qt::LeftButton);
+    EXPECT_EQ(QFileInfo(copyPath).size(),
+        QFileInfo(m_card.filePath(QStringLiteral("cont_rec/20240315_081502_R.mp4"))).size());
 
     // Space plays again; mute silences the large view and locks the slider.
     QTest::keyClick(&window, Qt::Key_Space);

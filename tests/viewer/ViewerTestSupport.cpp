@@ -14,6 +14,11 @@
 
 namespace ViewerTestSupport {
 
+void useOwnSettings(const char* binaryName)
+{
+    QCoreApplication::setApplicationName(QLatin1String(binaryName));
+}
+
 void useLanguage(const QString& code)
 {
     ViewerLanguage language;

@@ -2,6 +2,7 @@
 // zoomable movie area, the artwork behind every button, and alerts shown as
 // message boxes.
 #include "CardTreeBuilder.h"
+#include "ViewerTestSupport.h"
 
 #include "app/ViewerLanguage.h"
 #include "app/window/ClipListPanel.h"
@@ -34,6 +35,7 @@ class ViewerWidgetsTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        ViewerTestSupport::useOwnSettings("tavro-viewer-window-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
         ViewerStyle::apply(*qApp);

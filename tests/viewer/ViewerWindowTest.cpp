@@ -52,6 +52,7 @@ class ViewerWindowTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        ViewerTestSupport::useOwnSettings("tavro-viewer-window-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
         ViewerStyle::apply(*qApp);

@@ -8,6 +8,7 @@
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -23,16 +24,27 @@ QString localized(const char* key)
     return TavroLanguages::SharedTavroLanguages().localized(key);
 }
 
+// The user's own folder of that kind when it exists, else the home folder;
+// never the card the clip came from.
+QString saveFolder(QStandardPaths::StandardLocation location)
+{
+    const QString folder = QStandardPaths::writableLocation(location);
+    return QFileInfo(folder).isDir() ? folder : QDir::homePath();
+}
+
 // A save panel titled and confirmed "저장", cancelled "취소", that may create
 // folders, with the name proposed. Empty when the user cancels.
-QString askSavePath(QWidget* parent, const QString& proposedName)
+QString askSavePath(
+    QWidget* parent, const QString& proposedName, QStandardPaths::StandardLocation location)
 {
-    QFileDialog dialog(parent, localized(LocalizationKeys::kSave));
+    QFileDialog dialog(parent);
+    // The modes first: setting them re-titles the panel with Qt's own texts.
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setWindowTitle(localized(LocalizationKeys::kSave));
     dialog.setLabelText(QFileDialog::Accept, localized(LocalizationKeys::kSave));
     dialog.setLabelText(QFileDialog::Reject, localized(LocalizationKeys::kCancel));
-    dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation));
+    dialog.setDirectory(saveFolder(location));
     dialog.selectFile(proposedName);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
@@ -43,9 +55,10 @@ QString askSavePath(QWidget* parent, const QString& proposedName)
 
 void MainWindow::selectFolderButtonTouched()
 {
-    QFileDialog dialog(this, localized(LocalizationKeys::kOpen));
+    QFileDialog dialog(this);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setWindowTitle(localized(LocalizationKeys::kOpen));
     dialog.setLabelText(QFileDialog::Accept, localized(LocalizationKeys::kOpen));
     dialog.setLabelText(QFileDialog::Reject, localized(LocalizationKeys::kCancel));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedUrls().isEmpty())
@@ -58,7 +71,8 @@ void MainWindow::saveFileButtonTouched()
     const QUrl source = m_controller->saveFileSourceUrl();
     if (source.isEmpty())
         return;
-    const QString path = askSavePath(this, QFileInfo(source.toLocalFile()).fileName());
+    const QString path = askSavePath(
+        this, QFileInfo(source.toLocalFile()).fileName(), QStandardPaths::MoviesLocation);
     if (!path.isEmpty())
         m_controller->saveFileButtonTouched(path);
 }
@@ -66,7 +80,7 @@ void MainWindow::saveFileButtonTouched()
 void MainWindow::snapshotButtonTouched()
 {
     const QString name = m_controller->snapshotButtonTouched();
-    const QString path = askSavePath(this, name);
+    const QString path = askSavePath(this, name, QStandardPaths::PicturesLocation);
     if (!path.isEmpty())
         m_controller->saveSnapshot(path);
 }
