@@ -71,6 +71,9 @@ MpvPlayer::MpvPlayer(int videoTrack, QObject* parent)
         { MpvName::kAudioFallbackToNull, "yes" },
         { MpvName::kPause, "yes" },
         { MpvName::kVideoTrack, track.constData() },
+        // The cameras' subtitle track carries raw telemetry records, never text for people.
+        { MpvName::kSubtitleTrack, "no" },
+        { MpvName::kSubtitleAuto, "no" },
     };
     for (const auto& [name, value] : options)
         mpv_set_option_string(m_mpv, name, value);

@@ -18,6 +18,8 @@ inline constexpr char kInputVoKeyboard[] = "input-vo-keyboard";
 inline constexpr char kAudioFallbackToNull[] = "audio-fallback-to-null";
 inline constexpr char kStart[] = "start";
 inline constexpr char kAudio[] = "aid";
+inline constexpr char kSubtitleTrack[] = "sid";
+inline constexpr char kSubtitleAuto[] = "sub-auto";
 
 // Properties observed or set while playing.
 inline constexpr char kTimePos[] = "time-pos";
