@@ -85,9 +85,19 @@ ProcessRunner& defaultProcessRunner()
     return runner;
 }
 
+namespace {
+// The working folder is a subfolder of the cache so that other caches kept
+// there (the map tiles) survive the clean-up at quit.
+QString workingDirectoryLocation()
+{
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    return cache.isEmpty() ? QString() : cache + QStringLiteral("/work");
+}
+} // namespace
+
 QString GetWorkingDirectoryPath()
 {
-    const QString path = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString path = workingDirectoryLocation();
     if (path.isEmpty() || !QDir().mkpath(path))
         return {};
     return path;
@@ -95,7 +105,7 @@ QString GetWorkingDirectoryPath()
 
 void RemoveWorkingDirectory()
 {
-    const QString path = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString path = workingDirectoryLocation();
     if (!path.isEmpty())
         RemoveDirectory(path);
 }

@@ -22,7 +22,8 @@ enum AviType : int {
 ProcessRunner& defaultProcessRunner();
 
 // The viewer's working folder (converted clips and their subtitle files),
-// under the user's cache folder; created with its parents when missing.
+// the folder "work" in the user's cache folder; created with its parents when
+// missing.
 // Returns an empty string when it cannot be created.
 QString GetWorkingDirectoryPath();
 // Deletes the working folder with everything in it; the viewer calls this

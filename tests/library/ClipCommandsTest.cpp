@@ -109,7 +109,7 @@ TEST_F(ClipCommandsTest, ConvertPrintsThePlayableFiles)
     const QJsonArray files = QJsonDocument::fromJson(result.out).object().value("files").toArray();
     ASSERT_EQ(files.size(), 2) << result.out.constData();
     const QString folder
-        = m_dir.filePath("cache/tavro/tavro/temp_video/a_F_%1").arg(QFileInfo(front).size());
+        = m_dir.filePath("cache/tavro/tavro/work/temp_video/a_F_%1").arg(QFileInfo(front).size());
     EXPECT_EQ(files[0].toString(), folder + "/a_F_f.mov");
     EXPECT_EQ(files[1].toString(), folder + "/a_F_r.mov");
     EXPECT_TRUE(QFileInfo::exists(folder + "/a_F_f.srt"));

@@ -154,10 +154,15 @@ TEST(UtilsTest, WorkingFolderIsCreatedAndRemoved)
 {
     const QString working = Utils::GetWorkingDirectoryPath();
     ASSERT_FALSE(working.isEmpty());
-    EXPECT_EQ(working, QStandardPaths::writableLocation(QStandardPaths::CacheLocation));
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    EXPECT_EQ(working, cache + "/work");
     TestFiles::write(working + "/temp_video/a_1/a_f.mov", "x");
+    // Other caches beside the working folder (the map's tiles) survive the clean-up.
+    TestFiles::write(cache + "/map/tile", "x");
     Utils::RemoveWorkingDirectory();
     EXPECT_FALSE(QDir(working).exists());
+    EXPECT_TRUE(QFile::exists(cache + "/map/tile"));
+    QFile::remove(cache + "/map/tile");
     EXPECT_EQ(Utils::GetWorkingDirectoryPath(), working);
     EXPECT_TRUE(QDir(working).exists());
     Utils::RemoveWorkingDirectory();
