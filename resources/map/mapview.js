@@ -142,6 +142,15 @@
         callWhenReady(moveTo, [lng, lat, zoom]);
     };
 
+    // The note shown when no tile loads, in the viewer's language.
+    window.setOfflineText = function (text) {
+        whenDocumentReady(function () {
+            var note = document.getElementById('offline-note');
+            if (note)
+                note.textContent = text;
+        });
+    };
+
     // Read-only snapshot for diagnostics and the viewer's tests.
     window.tavroMapState = function () {
         var map = state.map;
@@ -158,6 +167,7 @@
             routeOpacity: routeOptions ? routeOptions.opacity : null,
             routeDrawn: !!(state.route && state.route._path && state.route._path.getAttribute('d')),
             position: state.position ? [state.position.getLatLng().lng, state.position.getLatLng().lat] : null,
+            offlineNote: document.getElementById('offline-note').textContent,
             tileErrors: state.tileErrors,
             tileLoads: state.tileLoads,
             offlineNoteShown: !document.getElementById('offline-note').hidden,

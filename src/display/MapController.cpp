@@ -54,6 +54,11 @@ void MapController::moveToLat(float lat, float lng)
     run(MapScripts::moveToScript(lat, lng));
 }
 
+void MapController::setOfflineText(const QString& text)
+{
+    run(MapScripts::offlineTextScript(text));
+}
+
 void MapController::addRoute(const TavroClipData& clipData)
 {
     run(MapScripts::routeScript(clipData));

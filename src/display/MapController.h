@@ -37,6 +37,8 @@ public:
     void run(const QString& script);
     void moveToLat(float lat, float lng);
     void addRoute(const TavroClipData& clipData);
+    // The note the page shows when map tiles cannot be loaded (offline).
+    void setOfflineText(const QString& text);
 
     // The tile URL template in use: environment, then settings, then OpenStreetMap.
     static QString tileUrl();

@@ -2,6 +2,8 @@
 
 #include "telemetry/TavroClipData.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QUrlQuery>
 
 #include <cstdint>
@@ -13,6 +15,14 @@ QString moveToScript(float lat, float lng)
     // asprintf formats in the C locale whatever the user's locale is.
     return QString::asprintf(
         "MapMoveToAuto(%f,%f,-1)", static_cast<double>(lng), static_cast<double>(lat));
+}
+
+QString offlineTextScript(const QString& text)
+{
+    // A JSON array of one string is a valid script literal once the brackets go.
+    const QByteArray array = QJsonDocument(QJsonArray { text }).toJson(QJsonDocument::Compact);
+    return QStringLiteral("setOfflineText(%1)")
+        .arg(QString::fromUtf8(array.mid(1, array.size() - 2)));
 }
 
 QString routeScript(const TavroClipData& clipData)

@@ -23,6 +23,10 @@ QString moveToScript(float lat, float lng);
 // vanish and a route that comes back to a place repeats it.
 QString routeScript(const TavroClipData& clipData);
 
+// "setOfflineText(<text as a script string>)": the note the page shows when
+// no map tile can be loaded.
+QString offlineTextScript(const QString& text);
+
 // The page address; a tile URL template other than the default travels as
 // the "tiles" query item.
 QUrl pageUrl(const QString& tileUrl = QString());

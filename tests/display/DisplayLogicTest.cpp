@@ -250,6 +250,15 @@ TEST(MapScriptsTest, PageAddressCarriesAnotherTileServer)
         "http://tiles.example/{z}/{x}/{y}.png?k=a&b=c");
 }
 
+TEST(MapScriptsTest, OfflineTextTravelsAsOneScriptString)
+{
+    EXPECT_EQ(MapScripts::offlineTextScript(QStringLiteral("Offline")).toStdString(),
+        "setOfflineText(\"Offline\")");
+    // Quotes, backslashes and line breaks of a translation cannot break out of the string.
+    EXPECT_EQ(MapScripts::offlineTextScript(QStringLiteral("l'\"a\"\\\n")).toStdString(),
+        "setOfflineText(\"l'\\\"a\\\"\\\\\\n\")");
+}
+
 // ---------------------------------------------------------------- controller
 
 TEST(MapControllerTest, SendsTheCallsInOrder)

@@ -108,6 +108,8 @@ TEST_F(MapPageTest, CallsSentBeforeTheLoadAreAppliedAfterIt)
     controller.load();
     controller.addRoute(makeGpsRecord({ std::begin(kRoute), std::end(kRoute) }));
     controller.moveToLat(37.5010f, 127.0020f);
+    const QString note = QStringLiteral("Hors ligne : la \"carte\" n'est pas disponible\n");
+    controller.setOfflineText(note);
     ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
 
     QJsonObject state;
@@ -141,6 +143,7 @@ TEST_F(MapPageTest, CallsSentBeforeTheLoadAreAppliedAfterIt)
         << QJsonDocument(state).toJson().toStdString();
     EXPECT_GT(state[QStringLiteral("tileErrors")].toInt(), 0);
     EXPECT_EQ(state[QStringLiteral("tileLoads")].toInt(), 0);
+    EXPECT_EQ(state[QStringLiteral("offlineNote")].toString(), note);
     keepScreenshot(m_view, QStringLiteral("map-offline-route.png"));
 }
 

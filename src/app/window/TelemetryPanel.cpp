@@ -185,6 +185,7 @@ void TelemetryPanel::applyLanguageSettings()
     m_earthImageView->setToolTip(localized(kGpsIndicator));
     m_gpsImageView->setToolTip(localized(kGpsIndicator));
     m_latLabel->setText(localized(kLatitude));
+    m_mapController->setOfflineText(localized(kMapOffline));
     m_lngLabel->setText(localized(kLongitude));
     m_latTextField->setToolTip(localized(kLatitude));
     m_lngTextField->setToolTip(localized(kLongitude));
