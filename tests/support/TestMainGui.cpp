@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <clocale>
@@ -14,8 +15,10 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     // libmpv parses numbers with the C locale.
     std::setlocale(LC_NUMERIC, "C");
+    // Each test binary gets its own settings and cache folders: ctest runs
+    // binaries side by side, and fixtures clear their settings.
     QCoreApplication::setOrganizationName(QStringLiteral("tavro-tests"));
-    QCoreApplication::setApplicationName(QStringLiteral("tavro-tests"));
+    QCoreApplication::setApplicationName(QFileInfo(QString::fromLocal8Bit(argv[0])).fileName());
     QStandardPaths::setTestModeEnabled(true);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
