@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Set up a Debian 12 machine, build, and run the demo or the tests.
-#   tools/dev.sh run    install what is missing, build, run on the demo sample
+#   tools/dev.sh run    install what is missing, build, open the viewer on the demo card
 #   tools/dev.sh test   install what is missing, build, run every test
 #   tools/dev.sh build  install what is missing, build
 set -euo pipefail
@@ -30,9 +30,9 @@ build() {
 }
 
 run_demo() {
-    local sample="$build/demo/sample_F.mp4"
-    tools/make-sample-clip.sh "$sample"
-    "$build/bin/tavro" telemetry --loader auto --format csv "$sample"
+    # A demo memory card with clips of every format (kept up to date, not rewritten).
+    "$build/bin/make-demo-card" --out "$build/demo-card"
+    exec "$build/bin/tavro-viewer" --card "$build/demo-card"
 }
 
 run_tests() {

@@ -1,7 +1,7 @@
 // Measures the general telemetry loader against reading the same file with
 // `cat FILE > /dev/null` (both from a warm page cache), its memory, and the
 // parse time of a 65-s subtitle file. Prints figures and ratios.
-//   telemetry_bench [--size-mib N]      (N: the big file's size, default 1024)
+//   bench_telemetry [--size-mib N]      (N: the big file's size, default 1024)
 // Scratch files go to $TMPDIR (default /tmp) and are removed at the end.
 
 #include "BenchFiles.h"
@@ -102,10 +102,10 @@ int main(int argc, char** argv)
 
     QTemporaryDir scratch;
     if (!scratch.isValid()) {
-        std::fprintf(stderr, "telemetry_bench: no scratch folder\n");
+        std::fprintf(stderr, "bench_telemetry: no scratch folder\n");
         return 1;
     }
-    std::printf("telemetry_bench: best of %d runs, page cache warm; scratch %s\n", kRuns,
+    std::printf("bench_telemetry: best of %d runs, page cache warm; scratch %s\n", kRuns,
         qPrintable(scratch.path()));
 
     measureSubtitle(scratch);
