@@ -327,10 +327,9 @@ void printLastReport(QProcess& mpv, int index)
         words[at + 1].toDouble(), words[at + 2].constData(), words[at + 3].constData());
 }
 
-std::vector<std::unique_ptr<QProcess>> startMpv(
-    const QStringList& clips, const QList<QRect>& geometries, const QString& vo)
+std::vector<std::unique_ptr<QProcess>> startMpv(const QStringList& clips,
+    const QList<QRect>& geometries, const QString& vo, const QString& script)
 {
-    static const QString script = writeReportScript(QFileInfo(clips.at(0)).absolutePath());
     std::vector<std::unique_ptr<QProcess>> players;
     for (int i = 0; i < clips.size(); ++i) {
         const QRect g = geometries.at(i);
@@ -356,8 +355,9 @@ std::vector<std::unique_ptr<QProcess>> startMpv(
 // span, after the same one-second settling time as the viewer.
 CpuUse mpvCpu(const QStringList& clips, const QList<QRect>& geometries, int seconds, QString* vo)
 {
+    const QString script = writeReportScript(QFileInfo(clips.at(0)).absolutePath());
     for (const QString& output : { QStringLiteral("gpu"), QStringLiteral("null") }) {
-        auto players = startMpv(clips, geometries, output);
+        auto players = startMpv(clips, geometries, output, script);
         QTest::qWait(2500);
         const bool running = std::all_of(players.begin(), players.end(),
             [](const auto& mpv) { return mpv->state() == QProcess::Running; });
