@@ -9,6 +9,7 @@
 //     sizes under the same display (`--vo=gpu`, or `--vo=null` when gpu
 //     cannot start).
 // Usage: bench_viewer [--runs N] [--seconds S]
+#include "DriveClip.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/MainWindow.h"
@@ -137,64 +138,9 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-QString stamp(int ms)
-{
-    return QStringLiteral("%1:%2:%3,%4")
-        .arg(ms / 3600000, 2, 10, QChar(u'0'))
-        .arg(ms / 60000 % 60, 2, 10, QChar(u'0'))
-        .arg(ms / 1000 % 60, 2, 10, QChar(u'0'))
-        .arg(ms % 1000, 3, 10, QChar(u'0'));
-}
-
-// The camera's subtitle track: ten G-sensor records a second and a GPS fix a
-// second, driving north-east.
-QByteArray telemetrySrt(int seconds, int tag)
-{
-    QString text;
-    int counter = 1;
-    auto block = [&](int startMs, const QString& payload) {
-        text += QStringLiteral("%1\n%2 --> %3\n%4\n\n")
-                    .arg(counter++)
-                    .arg(stamp(startMs), stamp(startMs + 60), payload);
-    };
-    for (int s = 0; s < seconds; ++s) {
-        for (int k = 0; k < 10; ++k) {
-            const int x = int(20 * std::sin((s * 10 + k) / 5.0)) + tag;
-            block(s * 1000 + k * 90, QStringLiteral("gsensor,%1,%2,128").arg(x).arg(k * 4 - 20));
-        }
-        block(s * 1000 + 920,
-            QStringLiteral("GPRMC,0000%1.00,A,37%2,N,126%3,E,%4,0.0,070316,,,A")
-                .arg(s % 60, 2, 10, QChar(u'0'))
-                .arg(23.2475 + s * 0.054, 7, 'f', 4, QChar(u'0'))
-                .arg(58.41 + s * 0.061, 7, 'f', 4, QChar(u'0'))
-                .arg(30 + 8 * std::sin(s / 3.0), 0, 'f', 1));
-    }
-    return text.toUtf8();
-}
-
 bool makeClip(const QString& path, int seconds, int tag)
 {
-    const QString srt = path + QStringLiteral(".srt");
-    QFile file(srt);
-    if (!file.open(QIODevice::WriteOnly) || file.write(telemetrySrt(seconds, tag)) < 0)
-        return false;
-    file.close();
-    QProcess ffmpeg;
-    ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    const QLatin1Char space(' ');
-    ffmpeg.start(QStringLiteral("ffmpeg"),
-        QStringLiteral(
-            "-hide_banner -loglevel error -y -f lavfi -i testsrc2=s=1920x1080:r=30:d=%1 -i")
-                .arg(seconds)
-                .split(space)
-            + QStringList { srt }
-            + QStringLiteral("-map 0:v -map 1:s -c:v libx264 -preset ultrafast -pix_fmt yuv420p "
-                             "-g 30 -c:s mov_text")
-                  .split(space)
-            + QStringList { path });
-    const bool ok = ffmpeg.waitForFinished(600000) && ffmpeg.exitCode() == 0;
-    QFile::remove(srt);
-    return ok;
+    return DriveClip::make(path, seconds, 1920, 1080, 30, tag);
 }
 
 // Prepared, running and past the first picture in both views.

@@ -1,16 +1,12 @@
 #include "ViewerTestSupport.h"
 
+#include "DriveClip.h"
 #include "app/ViewerLanguage.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
-
-#include <cmath>
 
 namespace ViewerTestSupport {
 
@@ -39,77 +35,9 @@ QString saveScreenshot(QWidget& widget, const QString& name)
     return path;
 }
 
-namespace {
-
-QString stamp(int ms)
-{
-    return QStringLiteral("%1:%2:%3,%4")
-        .arg(ms / 3600000, 2, 10, QChar(u'0'))
-        .arg(ms / 60000 % 60, 2, 10, QChar(u'0'))
-        .arg(ms / 1000 % 60, 2, 10, QChar(u'0'))
-        .arg(ms % 1000, 3, 10, QChar(u'0'));
-}
-
-QString telemetrySrt(int seconds, int tag)
-{
-    QString text;
-    int counter = 1;
-    auto block = [&](int startMs, const QString& payload) {
-        text += QStringLiteral("%1\n%2 --> %3\n%4\n\n")
-                    .arg(counter++)
-                    .arg(stamp(startMs), stamp(startMs + 60), payload);
-    };
-    for (int s = 0; s < seconds; ++s) {
-        for (int k = 0; k < 10; ++k) {
-            const int x = int(20 * std::sin((s * 10 + k) / 5.0)) + tag;
-            const int y = -20 + (s * 10 + k) % 40;
-            block(s * 1000 + k * 90, QStringLiteral("gsensor,%1,%2,%3").arg(x).arg(y).arg(128));
-        }
-        // 37°23.2475' N, 126°58.4100' E, moving north-east every second.
-        const double latMinutes = 23.2475 + s * 0.054;
-        const double lngMinutes = 58.41 + s * 0.061;
-        const double knots = 30 + 8 * std::sin(s / 3.0);
-        block(s * 1000 + 920,
-            QStringLiteral("GPRMC,0000%1.00,A,37%2,N,126%3,E,%4,0.0,070316,,,A")
-                .arg(s % 60, 2, 10, QChar(u'0'))
-                .arg(latMinutes, 7, 'f', 4, QChar(u'0'))
-                .arg(lngMinutes, 7, 'f', 4, QChar(u'0'))
-                .arg(knots, 0, 'f', 1));
-    }
-    return text;
-}
-
-} // namespace
-
 bool makeTelemetryClip(const QString& path, int seconds, int width, int height, int tag)
 {
-    QTemporaryDir scratch;
-    const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
-    QFile file(srt);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(telemetrySrt(seconds, tag).toUtf8());
-    file.close();
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QProcess ffmpeg;
-    ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
-    ffmpeg.start(QStringLiteral("ffmpeg"),
-        { QStringLiteral("-loglevel"), QStringLiteral("error"), QStringLiteral("-y"),
-            QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-            QStringLiteral("testsrc2=size=%1x%2:rate=15:duration=%3")
-                .arg(width)
-                .arg(height)
-                .arg(seconds),
-            QStringLiteral("-i"), srt, QStringLiteral("-map"), QStringLiteral("0:v"),
-            QStringLiteral("-map"), QStringLiteral("1:s"), QStringLiteral("-c:v"),
-            QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),
-            QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), QStringLiteral("-c:s"),
-            QStringLiteral("mov_text"), path });
-    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitCode() != 0) {
-        qWarning("ffmpeg failed: %s", ffmpeg.readAll().constData());
-        return false;
-    }
-    return QFile::exists(path);
+    return DriveClip::make(path, seconds, width, height, 15, tag);
 }
 
 } // namespace ViewerTestSupport

@@ -1,0 +1,89 @@
+#include "DriveClip.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cmath>
+
+namespace DriveClip {
+
+namespace {
+
+QString stamp(int ms)
+{
+    return QStringLiteral("%1:%2:%3,%4")
+        .arg(ms / 3600000, 2, 10, QChar(u'0'))
+        .arg(ms / 60000 % 60, 2, 10, QChar(u'0'))
+        .arg(ms / 1000 % 60, 2, 10, QChar(u'0'))
+        .arg(ms % 1000, 3, 10, QChar(u'0'));
+}
+
+} // namespace
+
+QString telemetrySrt(int seconds, int tag)
+{
+    QString text;
+    int counter = 1;
+    // Subtitle events must not overlap, or ffmpeg merges them.
+    auto block = [&](int startMs, const QString& payload) {
+        text += QStringLiteral("%1\n%2 --> %3\n%4\n\n")
+                    .arg(counter++)
+                    .arg(stamp(startMs), stamp(startMs + 60), payload);
+    };
+    for (int s = 0; s < seconds; ++s) {
+        for (int k = 0; k < 10; ++k) {
+            const int x = int(20 * std::sin((s * 10 + k) / 5.0)) + tag;
+            const int y = -20 + (s * 10 + k) % 40;
+            block(s * 1000 + k * 90, QStringLiteral("gsensor,%1,%2,%3").arg(x).arg(y).arg(128));
+        }
+        // 37°23.2475' N, 126°58.4100' E, moving north-east every second.
+        const double latMinutes = 23.2475 + s * 0.054;
+        const double lngMinutes = 58.41 + s * 0.061;
+        const double knots = 30 + 8 * std::sin(s / 3.0);
+        block(s * 1000 + 920,
+            QStringLiteral("GPRMC,0000%1.00,A,37%2,N,126%3,E,%4,0.0,070316,,,A")
+                .arg(s % 60, 2, 10, QChar(u'0'))
+                .arg(latMinutes, 7, 'f', 4, QChar(u'0'))
+                .arg(lngMinutes, 7, 'f', 4, QChar(u'0'))
+                .arg(knots, 0, 'f', 1));
+    }
+    return text;
+}
+
+bool make(const QString& path, int seconds, int width, int height, int fps, int tag)
+{
+    QTemporaryDir scratch;
+    const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
+    QFile file(srt);
+    if (!file.open(QIODevice::WriteOnly) || file.write(telemetrySrt(seconds, tag).toUtf8()) < 0)
+        return false;
+    file.close();
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    const QString source = QStringLiteral("testsrc2=size=%1x%2:rate=%3:duration=%4")
+                               .arg(width)
+                               .arg(height)
+                               .arg(fps)
+                               .arg(seconds);
+    QProcess ffmpeg;
+    ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
+    ffmpeg.start(QStringLiteral("ffmpeg"),
+        { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"), QStringLiteral("error"),
+            QStringLiteral("-y"), QStringLiteral("-f"), QStringLiteral("lavfi"),
+            QStringLiteral("-i"), source, QStringLiteral("-i"), srt, QStringLiteral("-map"),
+            QStringLiteral("0:v"), QStringLiteral("-map"), QStringLiteral("1:s"),
+            QStringLiteral("-c:v"), QStringLiteral("libx264"), QStringLiteral("-preset"),
+            QStringLiteral("ultrafast"), QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"),
+            QStringLiteral("-g"), QString::number(fps), QStringLiteral("-c:s"),
+            QStringLiteral("mov_text"), path });
+    if (!ffmpeg.waitForFinished(600000) || ffmpeg.exitStatus() != QProcess::NormalExit
+        || ffmpeg.exitCode() != 0) {
+        qWarning("ffmpeg failed: %s", ffmpeg.readAll().constData());
+        return false;
+    }
+    return QFileInfo::exists(path);
+}
+
+} // namespace DriveClip
