@@ -1,0 +1,3 @@
+#include "EditorsLogging.h"
+
+Q_LOGGING_CATEGORY(lcEditors, "tavro.editors", QtWarningMsg)
