@@ -51,6 +51,14 @@ struct SettingClock {
     bool operator==(const SettingClock&) const = default;
 };
 
+// One bar of a memory-partition graph: the share of the card a recording
+// kind gets, drawn as percent x full width / 100 and labelled "N%".
+struct PartitionBar {
+    QString key; // "continuous", "event", "park", "manual" (or the family's own kinds)
+    int percent = 0;
+    bool operator==(const PartitionBar&) const = default;
+};
+
 class SettingsPageModel {
 public:
     // Result of a user's change of one control.
@@ -99,6 +107,10 @@ public:
     virtual SettingClock clock() const { return {}; }
     virtual void setClock(const SettingClock&) { }
     virtual bool hasClock() const { return false; }
+
+    // The memory-partition graph for the selected partition type, in drawing
+    // order; empty for pages without one.
+    virtual QList<PartitionBar> partitionGraph() const { return {}; }
 
     // The camera language the user chose on the page (written to the record's
     // cur_language on save), or none for pages without one.
