@@ -3,6 +3,7 @@
 #   tools/dev.sh run    install what is missing, build, open the viewer on the demo card
 #   tools/dev.sh test   install what is missing, build, run every test
 #   tools/dev.sh build  install what is missing, build
+#   tools/dev.sh package  install what is missing, build, make build/tavro-viewer_<version>_<arch>.deb
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -42,9 +43,16 @@ run_tests() {
     "${xvfb[@]}" ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)"
 }
 
+package_deb() {
+    # CPack installs the build into a staging root under /usr and packs it;
+    # dpkg-shlibdeps computes the library dependencies.
+    (cd "$build" && cpack -G DEB)
+}
+
 case "${1:-}" in
     run)   install_missing; build; run_demo ;;
     test)  install_missing; build; run_tests ;;
     build) install_missing; build ;;
-    *) echo "usage: tools/dev.sh run|test|build" >&2; exit 2 ;;
+    package) install_missing; build; package_deb ;;
+    *) echo "usage: tools/dev.sh run|test|build|package" >&2; exit 2 ;;
 esac

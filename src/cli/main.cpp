@@ -1,4 +1,5 @@
 #include "CliCommands.h"
+#include "TavroVersion.h"
 
 #include <QCoreApplication>
 
@@ -49,6 +50,10 @@ int main(int argc, char** argv)
     if (args.isEmpty() || args.first() == QLatin1String("--help")) {
         printUsage(err);
         return args.isEmpty() ? CliExit::kUsage : CliExit::kOk;
+    }
+    if (args.first() == QLatin1String("--version")) {
+        out << "tavro " << Tavro::versionString() << '\n';
+        return CliExit::kOk;
     }
     const QString name = args.takeFirst();
     for (const auto& command : kCommands) {
