@@ -204,7 +204,7 @@ TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
         { { folder.path() }, false, 0, {}, folder.path(), true },
         { { QStringLiteral("--card"), missing }, true, 2, {}, {}, true },
         { { missing }, true, 2, {}, {}, true },
-        { { folder.path(), card.path() }, true, 2, {}, {}, true },
+        { { folder.path(), card.path() }, false, 0, {}, folder.path(), true }, // the first counts
         { { QStringLiteral("--bogus") }, true, 2, {}, {}, true },
         { { QStringLiteral("--play"), QStringLiteral("3"), folder.path() }, false, 0, {},
             folder.path(), true, 3 },

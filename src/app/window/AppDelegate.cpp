@@ -8,11 +8,29 @@
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
 #include "config/VolumeWatcher.h"
+#include "library/ClipLibrary.h"
 #include "library/Utils.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QTimer>
 #include <QUrl>
+
+namespace {
+
+// The list row showing the clip file, -1 when the list does not hold it.
+int rowOfClip(const ClipLibrary& library, const QString& clip)
+{
+    const QFileInfo wanted(clip);
+    const QList<ClipLibrary::Row> rows = library.rows();
+    for (int row = 0; row < rows.size(); ++row) {
+        if (QFileInfo(rows[row].path) == wanted)
+            return row;
+    }
+    return -1;
+}
+
+} // namespace
 
 AppDelegate::AppDelegate(ViewerOptions options, QObject* parent)
     : QObject(parent)
@@ -66,6 +84,10 @@ void AppDelegate::showMainWindow()
         m_window->controller().selectFolderButtonTouched(QUrl::fromLocalFile(m_options.folder));
     if (m_options.playRow >= 0)
         m_window->controller().videoFileListDoubleClicked(m_options.playRow);
+    // A clip given to open: its folder is the list, the clip selected and playing.
+    if (!m_options.clip.isEmpty())
+        m_window->controller().videoFileListDoubleClicked(
+            rowOfClip(m_window->controller().library(), m_options.clip));
     emit mainWindowShown();
 }
 

@@ -2,8 +2,13 @@
 
 #include "TavroVersion.h"
 
+#include "library/ClipFolders.h"
+#include "library/ClipNaming.h"
+
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QUrl>
 
 namespace ViewerCommandLine {
 
@@ -17,6 +22,34 @@ bool absoluteFolder(const QString& path, QString& absolute, QString& message)
         return false;
     }
     absolute = info.absoluteFilePath();
+    return true;
+}
+
+// A folder to list, or a clip to play with its folder as the list. The
+// desktop passes file:// URLs; other URLs cannot be opened.
+bool openTarget(const QString& argument, ViewerOptions& options, QString& message)
+{
+    static const QRegularExpression otherUrl(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]*://"));
+    QString path = argument;
+    if (argument.startsWith(QLatin1String("file:"))) {
+        path = QUrl(argument).toLocalFile();
+    } else if (otherUrl.match(argument).hasMatch()) {
+        message = QStringLiteral("tavro-viewer: only local files can be opened: %1").arg(argument);
+        return false;
+    }
+    const QFileInfo info(path);
+    if (info.isDir())
+        return absoluteFolder(path, options.folder, message);
+    if (!info.isFile()) {
+        message = QStringLiteral("tavro-viewer: no such folder or clip: %1").arg(argument);
+        return false;
+    }
+    if (!ClipFolders::isClipExtension(ClipNaming::lowerExtension(path))) {
+        message = QStringLiteral("tavro-viewer: not a clip (.avi, .mp4, .mov): %1").arg(argument);
+        return false;
+    }
+    options.clip = info.absoluteFilePath();
+    options.folder = info.absolutePath();
     return true;
 }
 
@@ -42,7 +75,9 @@ Result parse(const QStringList& arguments)
     parser.addOption(noSplash);
     parser.addOption(play);
     parser.addPositionalArgument(QStringLiteral("folder"),
-        QStringLiteral("A folder of clips to list at start."), QStringLiteral("[FOLDER]"));
+        QStringLiteral("A folder of clips to list at start, or a clip to play (its folder is "
+                       "listed)."),
+        QStringLiteral("[FOLDER | CLIP]"));
 
     if (!parser.parse(arguments)) {
         result.exit = true;
@@ -60,17 +95,15 @@ Result parse(const QStringList& arguments)
     }
     const QStringList positional = parser.positionalArguments();
     QString message;
-    bool ok = positional.size() <= 1;
-    if (!ok)
-        message
-            = QStringLiteral("tavro-viewer: give at most one folder\n%1").arg(parser.helpText());
+    bool ok = true;
     for (const QString& dir : parser.values(card)) {
         QString absolute;
         if (ok && (ok = absoluteFolder(dir, absolute, message)))
             result.options.cardFolders.append(absolute);
     }
-    if (ok && positional.size() == 1)
-        ok = absoluteFolder(positional.first(), result.options.folder, message);
+    // "Open with" on several files passes them all; the first one is opened.
+    if (ok && !positional.isEmpty())
+        ok = openTarget(positional.first(), result.options, message);
     result.options.showSplash = !parser.isSet(noSplash);
     if (ok && parser.isSet(play)) {
         bool number = false;
@@ -78,6 +111,10 @@ Result parse(const QStringList& arguments)
         ok = number && result.options.playRow >= 0;
         if (!ok)
             message = QStringLiteral("tavro-viewer: --play wants a row number from 0");
+        if (ok && !result.options.clip.isEmpty()) {
+            ok = false;
+            message = QStringLiteral("tavro-viewer: --play and a clip cannot go together");
+        }
     }
     if (!ok) {
         result.exit = true;

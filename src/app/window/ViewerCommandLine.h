@@ -4,12 +4,16 @@
 #include <QStringList>
 
 // The viewer's command line:
-//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [FOLDER]
+//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [FOLDER | CLIP]
 // --card DIR treats DIR as a mounted memory card (for demos, tests, and cards
-// copied to disk); FOLDER is listed at start instead of the card's clips.
+// copied to disk); FOLDER is listed at start instead of the card's clips. A
+// CLIP (path or file:// URL, as the desktop's "Open with" passes it) lists its
+// folder and plays at once.
 struct ViewerOptions {
     QStringList cardFolders;
     QString folder;
+    // The clip to play once its folder is listed (absolute); empty for none.
+    QString clip;
     bool showSplash = true;
     int playRow = -1;
 };
@@ -25,8 +29,9 @@ struct Result {
     QString message;
 };
 
-// Parses the arguments (argv[0] first). Folders are made absolute; a folder
-// that does not exist is a usage error.
+// Parses the arguments (argv[0] first). Folders and clips are made absolute;
+// one that does not exist, a file that is no clip and a URL that is no local
+// file are usage errors. Of several FOLDER/CLIP arguments the first counts.
 Result parse(const QStringList& arguments);
 
 } // namespace ViewerCommandLine

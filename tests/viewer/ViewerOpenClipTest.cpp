@@ -1,0 +1,178 @@
+// Opening a clip the way the desktop does ("Open with" runs
+// `tavro-viewer %U`): the command line names a clip by path or file:// URL, and
+// the viewer started through its delegate lists the clip's folder, selects the
+// clip and plays it, with real mpv and ffmpeg.
+#include "ViewerTestSupport.h"
+
+#include "TestFiles.h"
+#include "app/ViewerLanguage.h"
+#include "app/session/MainWindowController.h"
+#include "app/session/PlaybackSession.h"
+#include "app/window/AppDelegate.h"
+#include "app/window/MainWindow.h"
+#include "app/window/VideoArea.h"
+#include "app/window/ViewerCommandLine.h"
+#include "app/window/ViewerStyle.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
+#include "library/ClipLibrary.h"
+#include "player/TavroAVView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int kClipSeconds = 8;
+constexpr int kWaitMs = 20000;
+
+ViewerCommandLine::Result parse(const QStringList& arguments)
+{
+    return ViewerCommandLine::parse(QStringList { QStringLiteral("tavro-viewer") } + arguments);
+}
+
+TEST(ViewerCommandLineClipTest, ClipPathsAndUrlsOpenTheirFolder)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString folder = dir.filePath(QStringLiteral("evt rec"));
+    const QString clip = folder + QStringLiteral("/20240315_081502_F.MP4");
+    const QString notes = folder + QStringLiteral("/notes.txt");
+    TestFiles::write(clip, "clip");
+    TestFiles::write(notes, "text");
+    const QString clipUrl = QUrl::fromLocalFile(clip).toString(QUrl::FullyEncoded);
+    ASSERT_TRUE(clipUrl.contains(QLatin1String("evt%20rec")));
+
+    struct Case {
+        QStringList arguments;
+        int exitCode; // -1: the viewer starts
+        QString folder;
+        QString clip;
+    };
+    const QList<Case> cases {
+        { { clip }, -1, folder, clip },
+        { { clipUrl }, -1, folder, clip },
+        { { QUrl::fromLocalFile(folder).toString() }, -1, folder, {} },
+        // "Open with" on several files: the first one is opened.
+        { { clipUrl, QUrl::fromLocalFile(notes).toString() }, -1, folder, clip },
+        { { folder, clip }, -1, folder, {} },
+        { { notes }, 2, {}, {} },
+        { { clip + QStringLiteral(".missing") }, 2, {}, {} },
+        { { QStringLiteral("sftp://camera.local/evt_rec/a_F.mp4") }, 2, {}, {} },
+        { { QStringLiteral("--play"), QStringLiteral("0"), clip }, 2, {}, {} },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.arguments.join(u' ').toStdString());
+        const ViewerCommandLine::Result result = parse(c.arguments);
+        if (c.exitCode >= 0) {
+            EXPECT_TRUE(result.exit);
+            EXPECT_EQ(result.exitCode, c.exitCode);
+            EXPECT_TRUE(result.message.startsWith(QLatin1String("tavro-viewer: ")))
+                << result.message.toStdString();
+            continue;
+        }
+        ASSERT_FALSE(result.exit) << result.message.toStdString();
+        EXPECT_EQ(result.options.folder, c.folder);
+        EXPECT_EQ(result.options.clip, c.clip);
+        EXPECT_EQ(result.options.playRow, -1);
+    }
+}
+
+// Both views prepared and running.
+bool bothPlaying(MainWindow& window)
+{
+    for (const TavroAVView* view :
+        { window.videoArea()->bigMovieView(), window.videoArea()->smallMovieView() }) {
+        if (view->status() != TavroAVViewStatus::Prepared || view->rate() <= 0.0f)
+            return false;
+    }
+    return !window.session().isVideoPaused();
+}
+
+class ViewerOpenClipTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ViewerTestSupport::useOwnSettings("tavro-viewer-open-clip-test");
+        if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
+            GTEST_SKIP() << "ffmpeg is not installed";
+        QSettings().clear();
+        ViewerStyle::apply(*qApp);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        ASSERT_TRUE(m_dir.isValid());
+        // An event folder copied off a card: two front/rear pairs.
+        m_folder = m_dir.filePath(QStringLiteral("evt_rec"));
+        for (const char* name : { "20240315_081502", "20240315_081602" }) {
+            const QString base = m_folder + u'/' + QLatin1String(name);
+            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+                base + QStringLiteral("_F.mp4"), kClipSeconds, 320, 180, 0));
+            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+                base + QStringLiteral("_R.mp4"), kClipSeconds, 240, 136, 7));
+        }
+        // A failure alert would wait for a click: note its text and close it.
+        m_alertCloser.setInterval(100);
+        QObject::connect(&m_alertCloser, &QTimer::timeout, [this] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                m_alerts.append(box->text());
+                box->reject();
+            }
+        });
+        m_alertCloser.start();
+    }
+    void TearDown() override
+    {
+        m_alertCloser.stop();
+        Utils::setVolumeSource(nullptr);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        QSettings().clear();
+    }
+
+    QTemporaryDir m_dir;
+    QString m_folder;
+    QTimer m_alertCloser;
+    QStringList m_alerts;
+};
+
+TEST_F(ViewerOpenClipTest, ClipFromTheDesktopIsListedSelectedAndPlaying)
+{
+    // The second pair's front clip, as a file manager passes it.
+    const QString clip = m_folder + QStringLiteral("/20240315_081602_F.mp4");
+    const ViewerCommandLine::Result commandLine = parse(
+        { QStringLiteral("--no-splash"), QUrl::fromLocalFile(clip).toString(QUrl::FullyEncoded) });
+    ASSERT_FALSE(commandLine.exit) << commandLine.message.toStdString();
+
+    AppDelegate delegate(commandLine.options);
+    bool shown = false;
+    QObject::connect(&delegate, &AppDelegate::mainWindowShown, [&] { shown = true; });
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown; }, kWaitMs));
+    MainWindow* window = delegate.window();
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+
+    // The clip's folder is the list; the clip is the selected row, not the first.
+    const ClipLibrary& library = window->controller().library();
+    EXPECT_EQ(library.selectedVideoDirectoryUrl().toLocalFile(), m_folder);
+    ASSERT_EQ(library.numberOfRows(), 4);
+    ASSERT_GT(library.selectedRow(), 0);
+    EXPECT_EQ(library.row(library.selectedRow()).path, clip);
+
+    // It plays, front and rear.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bothPlaying(*window); }, kWaitMs))
+        << "statuses " << int(window->videoArea()->bigMovieView()->status()) << "/"
+        << int(window->videoArea()->smallMovieView()->status()) << ", alerts "
+        << m_alerts.join(u'|').toStdString();
+    EXPECT_EQ(window->session().currentVideoUrl(), QUrl::fromLocalFile(clip));
+    EXPECT_TRUE(m_alerts.isEmpty()) << m_alerts.join(u'|').toStdString();
+    ViewerTestSupport::saveScreenshot(*window, QStringLiteral("open-clip"));
+}
+
+} // namespace
