@@ -1,7 +1,7 @@
 // render-icon: draws an SVG icon into a square PNG for the desktop's icon theme
 // (hicolor/<size>x<size>/apps), so the installed PNG always matches the SVG.
 //   render-icon IN.svg SIZE OUT.png
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QImage>
 #include <QPainter>
 #include <QSaveFile>
@@ -11,10 +11,9 @@
 
 int main(int argc, char** argv)
 {
-    // No display is needed to draw into an image.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
-    const QStringList args = QGuiApplication::arguments();
+    // Drawing shapes into an image needs neither a display nor fonts.
+    QCoreApplication application(argc, argv);
+    const QStringList args = QCoreApplication::arguments();
     bool sizeOk = false;
     const int size = args.size() == 4 ? args[2].toInt(&sizeOk) : 0;
     if (!sizeOk || size <= 0 || size > 4096) {
