@@ -32,7 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     KelSettingManager kel;
     kel.setLinedSettings(KelSettingManager::linesFromText(bytes));
     const qsizetype lines = kel.linedSettings().size();
-    KelSettingViewController page(6, &kel, [] { return QDateTime(QDate(2016, 3, 7), QTime(1, 2, 3)); });
+    KelSettingViewController page(
+        6, &kel, [] { return QDateTime(QDate(2016, 3, 7), QTime(1, 2, 3)); });
     page.applySettingData();
     checkShown(page);
     const QList<SettingControl> controls = page.controls();

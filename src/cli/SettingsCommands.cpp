@@ -126,8 +126,7 @@ QString parseOption(const QString& name, const QString& value, SettingsOptions& 
 
 QString parseArguments(const QStringList& args, SettingsOptions& options)
 {
-    if (args.size() < 2
-        || (args[0] != QLatin1String("show") && args[0] != QLatin1String("set")))
+    if (args.size() < 2 || (args[0] != QLatin1String("show") && args[0] != QLatin1String("set")))
         return QStringLiteral("expected show or set and a card folder");
     options.action = args[0];
     options.dir = args[1];
@@ -298,7 +297,8 @@ int runSettingsCommand(const QStringList& args, CliIo& io)
     if (options.action == QLatin1String("set")) {
         if (!page)
             return CardCli::usage(io, kSynopsis,
-                QStringLiteral("model type %1 has no settings page to set").arg(manager.modelType()));
+                QStringLiteral("model type %1 has no settings page to set")
+                    .arg(manager.modelType()));
         const int code = runSet(options, *page, io);
         if (code == CliExit::kUsage)
             return code;

@@ -113,8 +113,8 @@ bool sameValue(const QString& fileValue, const QString& value)
     return trimmed == value;
 }
 
-SettingControl radioGroup(const QString& name, const char* section, const char* caption,
-    const QStringList& titles)
+SettingControl radioGroup(
+    const QString& name, const char* section, const char* caption, const QStringList& titles)
 {
     SettingControl c;
     c.name = name;

@@ -17,14 +17,16 @@ class KelPageTest : public KelPageFixture {
 protected:
     KelSettingViewController& openPage()
     {
-        m_page = std::make_unique<KelSettingViewController>(
-            6, nullptr, [] { return kNow; });
+        m_page = std::make_unique<KelSettingViewController>(6, nullptr, [] { return kNow; });
         m_page->applySettingData();
         return *m_page;
     }
     int value(const QString& name) const { return m_page->control(name)->value; }
     bool enabled(const QString& name) const { return m_page->control(name)->enabled; }
-    QStringList lines() const { return KelSettingManager::SharedKelSettingManager()->linedSettings(); }
+    QStringList lines() const
+    {
+        return KelSettingManager::SharedKelSettingManager()->linedSettings();
+    }
 
     std::unique_ptr<KelSettingViewController> m_page;
 };
@@ -147,7 +149,8 @@ TEST_F(KelPageTest, MissingKeysWriteNothing)
 {
     QStringList lines = defaultLines();
     lines.removeIf([](const QString& line) {
-        return line.startsWith(QLatin1String("voice_out=")) || line.startsWith(QLatin1String("const="))
+        return line.startsWith(QLatin1String("voice_out="))
+            || line.startsWith(QLatin1String("const="))
             || line.startsWith(QLatin1String("acc_level="));
     });
     cardWith(lines);

@@ -159,7 +159,8 @@ TEST_F(SettingsCliTest, WebAndUnknownCardsHaveNoPage)
 {
     CardBuilder web;
     web.setupCfg(SetupCfgBuilder(700).productName("zenti").bytes());
-    auto result = TestFiles::runCli({ QStringLiteral("settings"), QStringLiteral("show"), web.root() });
+    auto result
+        = TestFiles::runCli({ QStringLiteral("settings"), QStringLiteral("show"), web.root() });
     ASSERT_EQ(result.exitCode, 0) << result.err.constData();
     QJsonObject shown = page(result);
     EXPECT_EQ(shown["modelType"].toInt(), 16);
@@ -167,8 +168,8 @@ TEST_F(SettingsCliTest, WebAndUnknownCardsHaveNoPage)
     EXPECT_TRUE(shown["controls"].toObject().isEmpty());
 
     CardBuilder unknown;
-    result = TestFiles::runCli(
-        { QStringLiteral("settings"), QStringLiteral("show"), unknown.root() });
+    result
+        = TestFiles::runCli({ QStringLiteral("settings"), QStringLiteral("show"), unknown.root() });
     ASSERT_EQ(result.exitCode, 0);
     shown = page(result);
     EXPECT_EQ(shown["modelType"].toInt(), -1);
