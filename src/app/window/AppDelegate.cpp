@@ -67,6 +67,9 @@ void AppDelegate::showMainWindow()
     if (m_options.playRow >= 0)
         m_window->controller().videoFileListDoubleClicked(m_options.playRow);
     emit mainWindowShown();
+    // After the window's queued start-up work, as if the button were pressed.
+    if (m_options.openSettings)
+        QTimer::singleShot(0, m_window.get(), &MainWindow::settingButtonTouched);
 }
 
 void AppDelegate::applicationWillTerminate()

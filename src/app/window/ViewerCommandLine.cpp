@@ -38,9 +38,12 @@ Result parse(const QStringList& arguments)
     const QCommandLineOption play(QStringLiteral("play"),
         QStringLiteral("Play the clip of list row ROW (0 the first) once the window is up."),
         QStringLiteral("ROW"));
+    const QCommandLineOption settings(QStringLiteral("settings"),
+        QStringLiteral("Open the camera settings of the card once the window is up."));
     parser.addOption(card);
     parser.addOption(noSplash);
     parser.addOption(play);
+    parser.addOption(settings);
     parser.addPositionalArgument(QStringLiteral("folder"),
         QStringLiteral("A folder of clips to list at start."), QStringLiteral("[FOLDER]"));
 
@@ -72,6 +75,7 @@ Result parse(const QStringList& arguments)
     if (ok && positional.size() == 1)
         ok = absoluteFolder(positional.first(), result.options.folder, message);
     result.options.showSplash = !parser.isSet(noSplash);
+    result.options.openSettings = parser.isSet(settings);
     if (ok && parser.isSet(play)) {
         bool number = false;
         result.options.playRow = parser.value(play).toInt(&number);

@@ -4,14 +4,17 @@
 #include <QStringList>
 
 // The viewer's command line:
-//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [FOLDER]
+//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [--settings] [FOLDER]
 // --card DIR treats DIR as a mounted memory card (for demos, tests, and cards
-// copied to disk); FOLDER is listed at start instead of the card's clips.
+// copied to disk); FOLDER is listed at start instead of the card's clips;
+// --settings opens the camera settings once the main window is up, as the
+// settings button does.
 struct ViewerOptions {
     QStringList cardFolders;
     QString folder;
     bool showSplash = true;
     int playRow = -1;
+    bool openSettings = false;
 };
 
 namespace ViewerCommandLine {
