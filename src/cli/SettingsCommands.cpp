@@ -243,7 +243,8 @@ QString pageJson(qint64 modelType, const SettingsPageModel* page)
                     .arg(boolText(clock.checked),
                         CardCli::jsonText(clock.value.toString(kClockFormat)));
     } else {
-        json += QLatin1String("null");
+        // The same shape for pages without a clock group.
+        json += QLatin1String("{\"checked\":false,\"value\":null}");
     }
     return json + u'}';
 }

@@ -166,6 +166,8 @@ TEST_F(SettingsCliTest, WebAndUnknownCardsHaveNoPage)
     EXPECT_EQ(shown["modelType"].toInt(), 16);
     EXPECT_TRUE(shown["family"].isNull());
     EXPECT_TRUE(shown["controls"].toObject().isEmpty());
+    EXPECT_FALSE(shown["clock"].toObject()["checked"].toBool(true));
+    EXPECT_TRUE(shown["clock"].toObject()["value"].isNull());
 
     CardBuilder unknown;
     result
