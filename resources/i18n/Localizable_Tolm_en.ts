@@ -843,5 +843,15 @@ Choose (Yes) to reset or (No) to cancel.</translation>
         <extracomment>Kel-family editor (model Wenna): Radio row: off</extracomment>
         <translation>Off</translation>
     </message>
+    <message>
+        <source>이 모델의 설정 화면은 아직 지원되지 않습니다.</source>
+        <extracomment>Settings button: alert when this build has no editor for the camera model</extracomment>
+        <translation>This model&apos;s settings screen is not supported yet.</translation>
+    </message>
+    <message>
+        <source>블랙박스의 설정 페이지를 열 수 없습니다.</source>
+        <extracomment>Settings button: alert when the camera&apos;s own settings page cannot be opened</extracomment>
+        <translation>The camera&apos;s settings page cannot be opened.</translation>
+    </message>
 </context>
 </TS>

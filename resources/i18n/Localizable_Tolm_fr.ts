@@ -843,5 +843,15 @@ Choisissez (Oui) pour réinitialiser ou (Non) pour annuler.</translation>
         <extracomment>Kel-family editor (model Wenna): Radio row: off</extracomment>
         <translation>Désactivé</translation>
     </message>
+    <message>
+        <source>이 모델의 설정 화면은 아직 지원되지 않습니다.</source>
+        <extracomment>Settings button: alert when this build has no editor for the camera model</extracomment>
+        <translation>L&apos;écran de réglages de ce modèle n&apos;est pas encore pris en charge.</translation>
+    </message>
+    <message>
+        <source>블랙박스의 설정 페이지를 열 수 없습니다.</source>
+        <extracomment>Settings button: alert when the camera&apos;s own settings page cannot be opened</extracomment>
+        <translation>Impossible d&apos;ouvrir la page de réglages de la caméra.</translation>
+    </message>
 </context>
 </TS>

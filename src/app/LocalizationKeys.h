@@ -183,7 +183,10 @@
     X(kWennaSetDateTime, "Wenna : 날짜 및 시간 설정") \
     X(kWennaCurrentTime, "Wenna : 현재 시간") \
     X(kWennaOn, "Wenna : 사용") \
-    X(kWennaOff, "Wenna : 사용 안 함")
+    X(kWennaOff, "Wenna : 사용 안 함") \
+    /* Settings editors not available in this build */ \
+    X(kSettingsEditorUnavailable, "이 모델의 설정 화면은 아직 지원되지 않습니다.") \
+    X(kWebSettingsUnavailable, "블랙박스의 설정 페이지를 열 수 없습니다.")
 // clang-format on
 
 namespace LocalizationKeys {

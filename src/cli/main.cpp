@@ -24,6 +24,7 @@ constexpr std::array kCommands {
     CommandEntry { "clips", runClipsCommand,
         "clips DIR [--filter all|continuous|motion|event|manual]" },
     CommandEntry { "convert", runConvertCommand, "convert CLIP" },
+    CommandEntry { "settings", runSettingsCommand, "settings show|set DIR ..." },
 };
 
 void printUsage(QTextStream& err)

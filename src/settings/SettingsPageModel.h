@@ -40,6 +40,9 @@ struct SettingControl {
     // True where `titles` change with the page's state, so `tavro settings
     // show` lists them.
     bool titlesFollowState = false;
+    // Localisation key of the caption drawn beside the control ("" = none:
+    // the control takes the whole row under its section's title).
+    QString caption;
 
     bool operator==(const SettingControl&) const = default;
 };
@@ -56,6 +59,7 @@ struct SettingClock {
 struct PartitionBar {
     QString key; // "continuous", "event", "park", "manual" (or the family's own kinds)
     int percent = 0;
+    QString caption; // localisation key of the bar's label ("" = the key)
     bool operator==(const PartitionBar&) const = default;
 };
 

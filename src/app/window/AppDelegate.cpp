@@ -89,6 +89,9 @@ void AppDelegate::showMainWindow()
         m_window->controller().videoFileListDoubleClicked(
             rowOfClip(m_window->controller().library(), m_options.clip));
     emit mainWindowShown();
+    // After the window's queued start-up work, as if the button were pressed.
+    if (m_options.openSettings)
+        QTimer::singleShot(0, m_window.get(), &MainWindow::settingButtonTouched);
 }
 
 void AppDelegate::applicationWillTerminate()

@@ -3,6 +3,7 @@
 
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
+#include "app/session/SettingsRouter.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/FullScreenControlWindow.h"
 #include "app/window/HeaderBar.h"
@@ -11,6 +12,7 @@
 #include "app/window/TelemetryPanel.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
+#include "app/window/ViewerSettingsPageOpener.h"
 #include "app/window/ViewerImages.h"
 #include "app/window/ZoomableMovieArea.h"
 #include "config/TolmSettingManager.h"
@@ -43,6 +45,13 @@ MainWindow::MainWindow(QWidget* parent)
     m_controller = std::make_unique<MainWindowController>(
         *m_videoArea->bigMovieView(), *m_videoArea->smallMovieView(), *this);
     m_controller->speedUnit().setSpeedometer(m_telemetry->speedMeterView());
+    m_settingsOpener
+        = std::make_unique<ViewerSettingsPageOpener>(this, &m_controller->viewerLanguage());
+    SettingsRouter::Hooks hooks;
+    hooks.pauseVideo = [this] { session().pauseVideo(); };
+    hooks.updateModelInfo = [this] { m_controller->updateModelInfo(); };
+    m_settingsRouter = std::make_unique<SettingsRouter>(*m_settingsOpener, std::move(hooks));
+    m_settingsRouter->setParentWindow(this);
     buildMenus();
     connectClipList();
     connectTransport();
@@ -54,6 +63,7 @@ MainWindow::MainWindow(QWidget* parent)
 MainWindow::~MainWindow()
 {
     qApp->removeEventFilter(this);
+    m_settingsRouter.reset();
     // The session lets go of the player views before they are destroyed.
     m_controller.reset();
 }

@@ -15,6 +15,8 @@ class QAction;
 class QActionGroup;
 class QMenu;
 class QPrinter;
+class SettingsPageOpener;
+class SettingsRouter;
 class TelemetryPanel;
 class TransportBar;
 class VideoArea;
@@ -48,12 +50,16 @@ public:
     TransportBar* transportBar() const { return m_transport; }
     TelemetryPanel* telemetryPanel() const { return m_telemetry; }
     FullScreenControlWindow* fullScreenControlWindow() const { return m_fullScreenControl; }
+    // Which settings page the settings button opens, and the pages it opens.
+    SettingsRouter& settingsRouter() const { return *m_settingsRouter; }
 
     // The folder chooser, the save panels and printing.
     void selectFolderButtonTouched();
     void saveFileButtonTouched();
     void snapshotButtonTouched();
     void printButtonTouched();
+    // Opens the settings page the card calls for (card choice, model choice
+    // or the model's editor) as a modal page over this window.
     void settingButtonTouched();
     void showAbout();
     // Draws the still on the printer's page: landscape, scaled to fit.
@@ -116,6 +122,8 @@ private:
     TelemetryPanel* m_telemetry = nullptr;
     FullScreenControlWindow* m_fullScreenControl = nullptr;
     std::unique_ptr<MainWindowController> m_controller;
+    std::unique_ptr<SettingsPageOpener> m_settingsOpener;
+    std::unique_ptr<SettingsRouter> m_settingsRouter;
 
     struct Menus;
     std::unique_ptr<Menus> m_menus;

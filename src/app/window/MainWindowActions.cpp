@@ -7,6 +7,7 @@
 #include "app/TavroLanguages.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
+#include "app/session/SettingsRouter.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -115,7 +116,8 @@ void MainWindow::printImage(QPrinter& printer, const QImage& image)
 
 void MainWindow::settingButtonTouched()
 {
-    session().pauseVideo();
+    // The router pauses the clip first.
+    m_settingsRouter->settingButtonTouched();
     emit settingsRequested();
 }
 

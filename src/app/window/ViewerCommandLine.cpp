@@ -71,9 +71,12 @@ Result parse(const QStringList& arguments)
     const QCommandLineOption play(QStringLiteral("play"),
         QStringLiteral("Play the clip of list row ROW (0 the first) once the window is up."),
         QStringLiteral("ROW"));
+    const QCommandLineOption settings(QStringLiteral("settings"),
+        QStringLiteral("Open the camera settings of the card once the window is up."));
     parser.addOption(card);
     parser.addOption(noSplash);
     parser.addOption(play);
+    parser.addOption(settings);
     parser.addPositionalArgument(QStringLiteral("folder"),
         QStringLiteral("A folder of clips to list at start, or a clip to play (its folder is "
                        "listed)."),
@@ -105,6 +108,7 @@ Result parse(const QStringList& arguments)
     if (ok && !positional.isEmpty())
         ok = openTarget(positional.first(), result.options, message);
     result.options.showSplash = !parser.isSet(noSplash);
+    result.options.openSettings = parser.isSet(settings);
     if (ok && parser.isSet(play)) {
         bool number = false;
         result.options.playRow = parser.value(play).toInt(&number);

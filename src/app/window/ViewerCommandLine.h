@@ -4,11 +4,12 @@
 #include <QStringList>
 
 // The viewer's command line:
-//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [FOLDER | CLIP]
+//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [--settings] [FOLDER | CLIP]
 // --card DIR treats DIR as a mounted memory card (for demos, tests, and cards
 // copied to disk); FOLDER is listed at start instead of the card's clips. A
 // CLIP (path or file:// URL, as the desktop's "Open with" passes it) lists its
-// folder and plays at once.
+// folder and plays at once. --settings opens the camera settings once the main
+// window is up, as the settings button does.
 struct ViewerOptions {
     QStringList cardFolders;
     QString folder;
@@ -16,6 +17,7 @@ struct ViewerOptions {
     QString clip;
     bool showSplash = true;
     int playRow = -1;
+    bool openSettings = false;
 };
 
 namespace ViewerCommandLine {

@@ -1,7 +1,12 @@
 #include "SettingsPages.h"
 
-// Placeholder until the kel editor's page model lands.
-std::unique_ptr<SettingsPageModel> createKelSettingsPageModel(qint64)
+#include "config/ModelCatalogue.h"
+#include "kel/KelSettingViewController.h"
+
+// The Kel page edits the shared KelSettingManager's lines.
+std::unique_ptr<SettingsPageModel> createKelSettingsPageModel(qint64 modelType)
 {
-    return nullptr;
+    if (modelType != ModelCatalogue::kWennaModelType)
+        return nullptr;
+    return std::make_unique<KelSettingViewController>(modelType);
 }

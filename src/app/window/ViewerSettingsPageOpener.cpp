@@ -1,0 +1,88 @@
+#include "app/window/ViewerSettingsPageOpener.h"
+
+#include "SettingsPages.h"
+#include "app/LocalizationKeys.h"
+#include "config/AlertSink.h"
+#include "page/SettingsPageWidget.h"
+#include "window/ChoicePages.h"
+#include "window/SettingWindow.h"
+
+namespace {
+
+void editorMissing(const char* messageKey)
+{
+    AlertRequest request;
+    request.titleKey = QString::fromUtf8(LocalizationKeys::kDashcamSettings);
+    request.messageKey = QString::fromUtf8(messageKey);
+    AlertSink::shared().showAlert(request);
+}
+
+} // namespace
+
+ViewerSettingsPageOpener::ViewerSettingsPageOpener(
+    QWidget* mainWindow, ViewerLanguage* mainWindowLanguage)
+    : m_mainWindow(mainWindow)
+    , m_language(mainWindowLanguage)
+{
+}
+
+std::optional<int> ViewerSettingsPageOpener::showSelectFlashMemoryWindow(const QList<Card>& cards)
+{
+    QStringList names;
+    for (const Card& card : cards)
+        names << card.name;
+    SettingWindow window(m_mainWindow, m_language);
+    auto* page = new SelectFlashMemoryView(names);
+    page->setObjectName(QStringLiteral("SelectFlashMemoryView"));
+    if (window.showModalWindow(page, true) != 1 || page->selectedIndex() < 0)
+        return std::nullopt;
+    return page->selectedIndex();
+}
+
+std::optional<qint64> ViewerSettingsPageOpener::showSelectModelWindow(const QStringList& modelNames)
+{
+    SettingWindow window(m_mainWindow, m_language);
+    auto* page = new SelectDeviceView(modelNames);
+    page->setObjectName(QStringLiteral("SelectDeviceView"));
+    if (window.showModalWindow(page, true) != 1 || page->selectedModelType() < 0)
+        return std::nullopt;
+    return page->selectedModelType();
+}
+
+int ViewerSettingsPageOpener::showSettingWindow_Kel()
+{
+    return showEditor(6);
+}
+
+int ViewerSettingsPageOpener::showNativeSettingWindow(qint64 modelType)
+{
+    return showEditor(modelType);
+}
+
+int ViewerSettingsPageOpener::showWebSettingWindow(
+    QWidget*, const QString&, const CameraLanguageList&)
+{
+    // The web settings host is not part of this build yet.
+    editorMissing(LocalizationKeys::kWebSettingsUnavailable);
+    return 0;
+}
+
+int ViewerSettingsPageOpener::showEditor(qint64 modelType)
+{
+    std::unique_ptr<SettingsPageModel> model = createSettingsPageModel(modelType);
+    if (!model) {
+        editorMissing(LocalizationKeys::kSettingsEditorUnavailable);
+        return 0;
+    }
+    model->applySettingData();
+    // The Kel page is short enough for titled sections side by side; the
+    // binary-record editors keep their four tabs.
+    const auto layout = model->family() == QLatin1String("Kel")
+        ? SettingsPageWidget::Layout::Sections
+        : SettingsPageWidget::Layout::Tabs;
+    SettingWindow window(m_mainWindow, m_language);
+    auto* page = new SettingsPageWidget(std::move(model), layout);
+    page->setObjectName(modelType == 6 ? QStringLiteral("KelSettingViewController")
+                                       : QStringLiteral("TolmSettingViewController"));
+    return window.showModalWindow(page, false);
+}

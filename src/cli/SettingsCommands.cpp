@@ -1,0 +1,313 @@
+#include "CardCliSupport.h"
+#include "CliCommands.h"
+
+#include "SettingsPages.h"
+#include "config/CardFiles.h"
+#include "config/KelSettingManager.h"
+#include "config/ModelCatalogue.h"
+#include "config/SetupRecordCodec.h"
+#include "config/TolmSettingManager.h"
+
+#include <QDateTime>
+
+#include <limits>
+#include <optional>
+
+// tavro settings show|set DIR ...: the settings editor the viewer opens for
+// the card, driven without a window. Works on every family that has a page
+// model (createSettingsPageModel); the others print an empty page.
+namespace {
+
+const QString kSynopsis = QStringLiteral(
+    "settings show DIR [--model-type T] [--local-id L] [--firmware V]\n"
+    "       tavro settings set DIR NAME=VALUE... [--reset] [--answer yes|no] "
+    "[--clock now|off|YYYY-MM-DDTHH:MM:SS] [--model-type T] [--local-id L] [--firmware V]");
+const QString kClockFormat = QStringLiteral("yyyy-MM-ddTHH:mm:ss");
+const QString kYesKey = QStringLiteral("예");
+const QString kNoKey = QStringLiteral("아니오");
+
+struct Change {
+    QString name;
+    int value = 0;
+};
+
+struct SettingsOptions {
+    QString action;
+    QString dir;
+    std::optional<qint64> modelType;
+    std::optional<qint64> localID;
+    std::optional<qint32> firmware;
+    QList<Change> changes;
+    bool reset = false;
+    bool answerYes = true;
+    std::optional<SettingClock> clock; // checked false = "off"
+};
+
+// The questions a page asks are answered as --answer says; a failed card
+// write is kept to be reported.
+class SettingsAlertSink final : public AlertSink {
+public:
+    explicit SettingsAlertSink(bool answerYes)
+        : m_answerYes(answerYes)
+    {
+    }
+    int showAlert(const AlertRequest& request) override
+    {
+        if (request.titleKey == kMemoryCardErrorTitleKey) {
+            m_failures.append(request);
+            return kFirstButtonReturn;
+        }
+        const qsizetype button = request.buttonKeys.indexOf(m_answerYes ? kYesKey : kNoKey);
+        return kFirstButtonReturn + int(std::max<qsizetype>(button, 0));
+    }
+    bool hasFailures() const { return !m_failures.isEmpty(); }
+    int report(QTextStream& err) const
+    {
+        for (const AlertRequest& request : m_failures)
+            err << "tavro: " << request.titleKey << ": " << request.messageKey
+                << " (memory card error: the card could not be written)\n";
+        return m_failures.isEmpty() ? CliExit::kOk : CliExit::kFailure;
+    }
+
+private:
+    bool m_answerYes;
+    QList<AlertRequest> m_failures;
+};
+
+std::optional<qint64> parseInteger(const QString& text)
+{
+    bool ok = false;
+    const qint64 value = text.toLongLong(&ok, 10);
+    if (!ok || value < std::numeric_limits<qint32>::min()
+        || value > std::numeric_limits<qint32>::max())
+        return std::nullopt;
+    return value;
+}
+
+QString parseClock(const QString& text, SettingsOptions& options)
+{
+    if (text == QLatin1String("off")) {
+        options.clock = SettingClock { false, QDateTime::currentDateTime() };
+        return {};
+    }
+    if (text == QLatin1String("now")) {
+        options.clock = SettingClock { true, QDateTime::currentDateTime() };
+        return {};
+    }
+    const QDateTime at = QDateTime::fromString(text, kClockFormat);
+    if (!at.isValid())
+        return QStringLiteral("--clock takes now, off or YYYY-MM-DDTHH:MM:SS, got '%1'").arg(text);
+    options.clock = SettingClock { true, at };
+    return {};
+}
+
+// One option with its value; returns a problem or "".
+QString parseOption(const QString& name, const QString& value, SettingsOptions& options)
+{
+    if (name == QLatin1String("--clock"))
+        return parseClock(value, options);
+    if (name == QLatin1String("--answer")) {
+        if (value != QLatin1String("yes") && value != QLatin1String("no"))
+            return QStringLiteral("--answer takes yes or no");
+        options.answerYes = value == QLatin1String("yes");
+        return {};
+    }
+    const auto number = parseInteger(value);
+    if (!number)
+        return QStringLiteral("%1 needs an integer, got '%2'").arg(name, value);
+    if (name == QLatin1String("--model-type"))
+        options.modelType = *number;
+    else if (name == QLatin1String("--local-id"))
+        options.localID = *number;
+    else
+        options.firmware = qint32(*number);
+    return {};
+}
+
+QString parseArguments(const QStringList& args, SettingsOptions& options)
+{
+    if (args.size() < 2 || (args[0] != QLatin1String("show") && args[0] != QLatin1String("set")))
+        return QStringLiteral("expected show or set and a card folder");
+    options.action = args[0];
+    options.dir = args[1];
+    const bool set = options.action == QLatin1String("set");
+    static const QStringList kShowOptions { QStringLiteral("--model-type"),
+        QStringLiteral("--local-id"), QStringLiteral("--firmware") };
+    static const QStringList kSetOptions { QStringLiteral("--answer"), QStringLiteral("--clock") };
+    for (qsizetype i = 2; i < args.size(); ++i) {
+        const QString& word = args[i];
+        QString problem;
+        if (kShowOptions.contains(word) || (set && kSetOptions.contains(word))) {
+            if (i + 1 >= args.size())
+                return QStringLiteral("%1 needs a value").arg(word);
+            problem = parseOption(word, args[++i], options);
+        } else if (set && word == QLatin1String("--reset")) {
+            options.reset = true;
+        } else if (set && word.indexOf(u'=') > 0 && !word.startsWith(u'-')) {
+            const qsizetype eq = word.indexOf(u'=');
+            const auto value = parseInteger(word.mid(eq + 1));
+            if (!value)
+                problem = QStringLiteral("'%1' needs an integer value").arg(word);
+            else
+                options.changes.append({ word.left(eq), int(*value) });
+        } else {
+            problem = QStringLiteral("unexpected argument '%1'").arg(word);
+        }
+        if (!problem.isEmpty())
+            return problem;
+    }
+    if (set && options.changes.isEmpty() && !options.reset && !options.clock)
+        return QStringLiteral("set needs at least one NAME=VALUE, --reset or --clock");
+    return {};
+}
+
+// A fresh shared settings model for the card, identified as `card identify`
+// does and then overridden by the options.
+TolmSettingManager& identify(const SettingsOptions& options)
+{
+    auto* manager = new TolmSettingManager;
+    TolmSettingManager::ChagneTolmSettingManager(manager);
+    manager->setSettingDirPath(options.dir);
+    manager->identifySettingDir();
+    if (options.modelType)
+        manager->setModelType(*options.modelType);
+    if (options.localID)
+        manager->setLocalID(*options.localID);
+    if (options.firmware)
+        manager->setFirmwareVersionInt(*options.firmware);
+    manager->refreshModelName();
+    return *manager;
+}
+
+// The configuration as the editor's loading reads it, without the rewrite
+// that the viewer's loading of a binary record does.
+void loadWithoutWriting(TolmSettingManager& manager)
+{
+    using ModelCatalogue::EditorKind;
+    if (ModelCatalogue::editorForModelType(manager.modelType()) == EditorKind::Kel) {
+        auto* kel = new KelSettingManager;
+        KelSettingManager::setSharedKelSettingManager(kel);
+        kel->loadData();
+        return;
+    }
+    const QString path = CardFiles::findSettingFile(manager.settingDirPath(), "setup.cfg");
+    if (path.isEmpty()) {
+        manager.loadDefaultValue();
+        return;
+    }
+    manager.loadLanguages();
+    QByteArray bytes;
+    if (!CardFiles::readWhole(path, bytes))
+        return;
+    SetupValues values = manager.values();
+    SetupRecordCodec::decode(bytes, manager.getSettingVariableCount(), values);
+    manager.setValues(values);
+}
+
+QString boolText(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+QString controlJson(const SettingControl& c)
+{
+    QString json = QStringLiteral("{\"value\":%1,\"enabled\":%2,\"visible\":%3")
+                       .arg(c.value)
+                       .arg(boolText(c.enabled), boolText(c.visible));
+    if (c.titlesFollowState) {
+        json += QLatin1String(",\"titles\":[");
+        for (qsizetype i = 0; i < c.titles.size(); ++i)
+            json += (i ? QStringLiteral(",") : QString()) + CardCli::jsonText(c.titles[i]);
+        json += u']';
+    }
+    return json + u'}';
+}
+
+QString pageJson(qint64 modelType, const SettingsPageModel* page)
+{
+    QString json = QStringLiteral("{\"modelType\":%1,\"family\":%2,\"controls\":{")
+                       .arg(modelType)
+                       .arg(page ? CardCli::jsonText(page->family()) : QStringLiteral("null"));
+    const QList<SettingControl> controls = page ? page->controls() : QList<SettingControl>();
+    for (qsizetype i = 0; i < controls.size(); ++i) {
+        if (i > 0)
+            json += u',';
+        json += CardCli::jsonText(controls[i].name) + u':' + controlJson(controls[i]);
+    }
+    const std::optional<int> language = page ? page->userSelectedLanguage() : std::nullopt;
+    json += QStringLiteral("},\"userSelectedLanguage\":%1,\"clock\":")
+                .arg(language ? QString::number(*language) : QStringLiteral("null"));
+    if (page && page->hasClock()) {
+        const SettingClock clock = page->clock();
+        json += QStringLiteral("{\"checked\":%1,\"value\":%2}")
+                    .arg(boolText(clock.checked),
+                        CardCli::jsonText(clock.value.toString(kClockFormat)));
+    } else {
+        // The same shape for pages without a clock group.
+        json += QLatin1String("{\"checked\":false,\"value\":null}");
+    }
+    return json + u'}';
+}
+
+// The user's changes, then OK. Returns an exit code.
+int runSet(const SettingsOptions& options, SettingsPageModel& page, CliIo& io)
+{
+    if (options.reset)
+        page.pressReset();
+    for (const Change& change : options.changes) {
+        switch (page.userChange(change.name, change.value)) {
+        case SettingsPageModel::Change::Applied:
+            break;
+        case SettingsPageModel::Change::UnknownControl:
+            return CardCli::usage(io, kSynopsis,
+                QStringLiteral("the page has no control '%1'; nothing written").arg(change.name));
+        case SettingsPageModel::Change::OutOfRange:
+            return CardCli::usage(io, kSynopsis,
+                QStringLiteral("%1=%2 is out of the control's range (or the control is "
+                               "disabled); nothing written")
+                    .arg(change.name)
+                    .arg(change.value));
+        }
+    }
+    if (options.clock)
+        page.setClock(*options.clock);
+    return page.pressOk() ? CliExit::kOk : CliExit::kFailure;
+}
+
+} // namespace
+
+int runSettingsCommand(const QStringList& args, CliIo& io)
+{
+    SettingsOptions options;
+    const QString problem = parseArguments(args, options);
+    if (!problem.isEmpty())
+        return CardCli::usage(io, kSynopsis, problem);
+    if (!CardCli::checkCardFolder(options.dir, io.err))
+        return CliExit::kFailure;
+
+    auto alerts = std::make_shared<SettingsAlertSink>(options.answerYes);
+    AlertSink::setShared(alerts);
+    TolmSettingManager& manager = identify(options);
+    // Loaded first: the Kel page works on the shared line list it finds.
+    const auto editor = ModelCatalogue::editorForModelType(manager.modelType());
+    if (editor == ModelCatalogue::EditorKind::Kel || editor == ModelCatalogue::EditorKind::Native)
+        loadWithoutWriting(manager);
+    std::unique_ptr<SettingsPageModel> page = createSettingsPageModel(manager.modelType());
+    if (page)
+        page->applySettingData();
+    if (options.action == QLatin1String("set")) {
+        if (!page)
+            return CardCli::usage(io, kSynopsis,
+                QStringLiteral("model type %1 has no settings page to set")
+                    .arg(manager.modelType()));
+        const int code = runSet(options, *page, io);
+        if (code == CliExit::kUsage)
+            return code;
+        if (code != CliExit::kOk || alerts->hasFailures()) {
+            alerts->report(io.err);
+            return CliExit::kFailure;
+        }
+    }
+    io.out << pageJson(manager.modelType(), page.get()) << '\n';
+    return CliExit::kOk;
+}

@@ -1,0 +1,229 @@
+// The settings button of the main window end to end: a Kel card opens the Kel
+// editor and OK writes exactly the changed line to blackbox.cfg; cameras whose
+// editor is not in this build get a clear message; a folder that is no memory
+// card asks for the card; --settings opens the settings at start.
+#include "CardBuilder.h"
+#include "EditorTestSupport.h"
+#include "RecordingAlertSink.h"
+#include "SetupCfgBuilder.h"
+#include "ViewerTestSupport.h"
+
+#include "SettingsPages.h"
+#include "app/LocalizationKeys.h"
+#include "app/ViewerLanguage.h"
+#include "app/window/AppDelegate.h"
+#include "app/window/HeaderBar.h"
+#include "app/window/ImageButton.h"
+#include "app/window/MainWindow.h"
+#include "app/window/ViewerCommandLine.h"
+#include "app/window/ViewerStyle.h"
+#include "config/FolderVolumeSource.h"
+#include "config/KelSettingManager.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
+#include "kel/KelSettingViewController.h"
+#include "page/SettingControlRow.h"
+#include "page/SettingsPageWidget.h"
+#include "window/ChoicePages.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+
+namespace {
+
+class SettingsButtonTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ViewerTestSupport::useOwnSettings("tavro-editors-settings-button-test");
+        QSettings().clear();
+        ViewerLanguage::initializeLanguageSetting();
+        ViewerStyle::apply(*qApp);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        KelSettingManager::setSharedKelSettingManager(nullptr);
+    }
+    void TearDown() override
+    {
+        m_window.reset();
+        Utils::setVolumeSource(nullptr);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        KelSettingManager::setSharedKelSettingManager(nullptr);
+        QSettings().clear();
+    }
+
+    // The demo's Kel camera: the factory file with its model, firmware,
+    // parking mode on and a 12.0 V cut-off.
+    static QStringList demoKelLines()
+    {
+        KelSettingManager kel;
+        kel.loadDefaultData_Wenna();
+        kel.setValueForKey(QStringLiteral("model="), QStringLiteral("Wenna"));
+        kel.setValueForKey(QStringLiteral("version="), QStringLiteral("1.00.08"));
+        kel.setValueForKey(QStringLiteral("park_mode="), QStringLiteral("1"));
+        kel.setValueForKey(QStringLiteral("power_off_vlt="), QStringLiteral("12000"));
+        return kel.linedSettings();
+    }
+
+    // The main window on screen with `cards` as the memory cards.
+    MainWindow& openWindow(const QStringList& cards)
+    {
+        auto volumes = std::make_shared<FolderVolumeSource>();
+        for (const QString& card : cards)
+            volumes->addFolder(card);
+        Utils::setVolumeSource(volumes);
+        m_window = std::make_unique<MainWindow>();
+        m_window->showMainWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        QCoreApplication::processEvents();
+        return *m_window;
+    }
+
+    void pressSettingsButton()
+    {
+        ImageButton* button = m_window->headerBar()->settingsButton();
+        ASSERT_TRUE(button->isEnabled());
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+    ScopedAlertRecorder m_alerts;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+} // namespace
+
+TEST_F(SettingsButtonTest, KelCardOpensTheKelEditorAndOkWritesTheLine)
+{
+    CardBuilder card;
+    const QStringList before = demoKelLines();
+    card.blackboxCfg(crlfLines(before));
+    openWindow({ card.root() });
+
+    bool shown = false;
+    QString pageName;
+    bool frameless = false;
+    EditorTestSupport::whenModal([&](QWidget* modal) {
+        ASSERT_NE(modal, nullptr);
+        auto* page = modal->findChild<SettingsPageWidget*>();
+        ASSERT_NE(page, nullptr);
+        shown = true;
+        pageName = page->objectName();
+        frameless = modal->windowFlags() & Qt::FramelessWindowHint;
+        ViewerTestSupport::saveScreenshot(*modal, QStringLiteral("settings-button-kel"));
+        // Daylight saving on: one line.
+        page->row(KelSettingViewController::kDst)->radios()[0]->click();
+        page->okButton()->click();
+    });
+    pressSettingsButton();
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(pageName, QStringLiteral("KelSettingViewController"));
+    EXPECT_TRUE(frameless);
+    QStringList expected = before;
+    expected[before.indexOf(QStringLiteral("summer_time=0"))] = QStringLiteral("summer_time=1");
+    EXPECT_EQ(
+        KelSettingManager::linesFromText(card.read(QStringLiteral("blackbox.cfg"))), expected);
+    EXPECT_EQ(m_alerts.sink().requests().size(), 0);
+    EXPECT_TRUE(m_window->headerBar()->settingsButton()->isEnabled());
+}
+
+TEST_F(SettingsButtonTest, CancelLeavesTheCardAlone)
+{
+    CardBuilder card;
+    card.blackboxCfg(crlfLines(demoKelLines()));
+    const QByteArray onCard = card.read(QStringLiteral("blackbox.cfg"));
+    openWindow({ card.root() });
+    EditorTestSupport::whenModal([&](QWidget* modal) {
+        ASSERT_NE(modal, nullptr);
+        auto* page = modal->findChild<SettingsPageWidget*>();
+        ASSERT_NE(page, nullptr);
+        page->row(KelSettingViewController::kMemoryPartition)->radios()[2]->click();
+        QTest::keyClick(modal, Qt::Key_Escape);
+    });
+    pressSettingsButton();
+    EXPECT_EQ(card.read(QStringLiteral("blackbox.cfg")), onCard);
+}
+
+// Cameras whose editor this build lacks: a message, no crash, no write.
+TEST_F(SettingsButtonTest, OtherCamerasGetAClearMessage)
+{
+    const struct {
+        QByteArray setupCfg;
+        qint64 modelType;
+        const char* message;
+    } cases[] = {
+        { SetupCfgBuilder(700).productName("zenti").bytes(), 16,
+            LocalizationKeys::kWebSettingsUnavailable },
+        { SetupCfgBuilder(900).sizeWord(900).structVersion(0x10030).productName("Nova").bytes(), 26,
+            LocalizationKeys::kWebSettingsUnavailable },
+        { SetupCfgBuilder(432).productName("tolm").bytes(), 1,
+            LocalizationKeys::kSettingsEditorUnavailable },
+    };
+    for (const auto& c : cases) {
+        if (c.modelType == 1 && createSettingsPageModel(1))
+            continue; // the native editor is part of this build
+        m_alerts.sink();
+        const qsizetype alertsBefore = m_alerts.sink().requests().size();
+        CardBuilder card;
+        card.setupCfg(c.setupCfg);
+        openWindow({ card.root() });
+        pressSettingsButton();
+        ASSERT_EQ(m_alerts.sink().requests().size(), alertsBefore + 1) << c.modelType;
+        EXPECT_EQ(m_alerts.sink().requests().last().messageKey, QString::fromUtf8(c.message));
+        EXPECT_EQ(TolmSettingManager::SharedTolmSettingManager()->modelType(), c.modelType);
+        m_window.reset();
+    }
+}
+
+TEST_F(SettingsButtonTest, FolderThatIsNoCardAsksForTheCard)
+{
+    CardBuilder card;
+    card.blackboxCfg(crlfLines(demoKelLines()));
+    openWindow({ card.root() });
+    // The user's folder is on no memory card.
+    TolmSettingManager::SharedTolmSettingManager()->setSettingDirPath(QDir::tempPath());
+    QStringList offered;
+    QString pageName;
+    EditorTestSupport::whenModal([&](QWidget* modal) {
+        ASSERT_NE(modal, nullptr);
+        auto* page = modal->findChild<SelectFlashMemoryView*>();
+        ASSERT_NE(page, nullptr);
+        pageName = page->objectName();
+        for (int i = 0; i < page->list()->count(); ++i)
+            offered << page->list()->item(i)->text();
+        page->cancelButton()->click();
+    });
+    pressSettingsButton();
+    EXPECT_EQ(pageName, QStringLiteral("SelectFlashMemoryView"));
+    EXPECT_EQ(offered, QStringList { QFileInfo(card.root()).fileName() });
+    EXPECT_EQ(TolmSettingManager::SharedTolmSettingManager()->settingDirPath(), QDir::tempPath());
+}
+
+TEST_F(SettingsButtonTest, SettingsOptionOnTheCommandLine)
+{
+    CardBuilder card;
+    card.blackboxCfg(crlfLines(demoKelLines()));
+    const auto parsed = ViewerCommandLine::parse({ QStringLiteral("tavro-viewer"),
+        QStringLiteral("--card"), card.root(), QStringLiteral("--settings") });
+    ASSERT_FALSE(parsed.exit);
+    EXPECT_TRUE(parsed.options.openSettings);
+    EXPECT_FALSE(ViewerCommandLine::parse({ QStringLiteral("tavro-viewer") }).options.openSettings);
+
+    // The viewer started with it opens the card's editor once its window is up.
+    ViewerOptions options = parsed.options;
+    options.showSplash = false;
+    AppDelegate delegate(options);
+    QString pageName;
+    EditorTestSupport::whenModal([&](QWidget* modal) {
+        ASSERT_NE(modal, nullptr);
+        auto* page = modal->findChild<SettingsPageWidget*>();
+        ASSERT_NE(page, nullptr);
+        pageName = page->objectName();
+        page->cancelButton()->click();
+    });
+    delegate.applicationDidFinishLaunching();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !pageName.isEmpty(); }, 15000));
+    EXPECT_EQ(pageName, QStringLiteral("KelSettingViewController"));
+}
