@@ -40,6 +40,8 @@ struct SettingControl {
     // True where `titles` change with the page's state, so `tavro settings
     // show` lists them.
     bool titlesFollowState = false;
+    // Localisation key of the label drawn beside the control ("" for none).
+    QString caption;
 
     bool operator==(const SettingControl&) const = default;
 };
