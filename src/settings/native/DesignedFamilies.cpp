@@ -43,6 +43,9 @@ struct FieldRow {
     int readFallback = kUntouched;
     QStringList titles = {}; // captions where the page's defaults don't fit
     Special special = Special::None;
+    // The control also has a position 0 below the listed ones, which keeps
+    // the stored value on saving.
+    bool zeroKeeps = false;
 };
 
 struct DesignedTable {
@@ -92,7 +95,7 @@ QList<FieldRow> parkingRows(const QList<qint32>& motion, int motionFallback)
         { C::kParkingShock, F::parking_acceleration_sensor, 1, range(1, 10) },
         { C::kParkingMotion, F::parking_motion_sensitivity, 0, motion, motionFallback },
         { C::kTimeLimit, F::parking_time_limit, 1, kSevenHourSteps, kUntouched,
-            NativeRules::timeLimitGuides(false) },
+            NativeRules::timeLimitGuides(false), Special::None, true },
         { C::kBattery12V, F::battery_12v_R_off, 0, range(0, 7) },
         { C::kBattery24V, F::battery_24v_R_off, 0, range(0, 7) },
     };
@@ -250,7 +253,8 @@ void designedFeatures(NativePageState& page)
 {
     NativeControlSet& c = page.controls;
     for (const FieldRow& row : tableOf(page.modelType).rows)
-        c.show(row.control, row.minimum, row.minimum + int(row.stored.size()) - 1, row.titles);
+        c.show(row.control, row.zeroKeeps ? 0 : row.minimum,
+            row.minimum + int(row.stored.size()) - 1, row.titles);
     c.show(C::kOverwriteAlways, 0, 1);
     if (c.visible(C::kLdwsSpeed)) {
         c.setTitles(C::kLdwsSpeed, NativeRules::laneSpeedTitles(false));

@@ -115,12 +115,13 @@ QString NativeSettingsPage::sliderGuide(const QString& name) const
     if (name.isEmpty() || name != m_draggedSlider)
         return {};
     const SettingControl* control = m_page.controls.find(name);
-    // The label above the slider's current position (position 1 is the first
-    // label of a slider that starts at 1).
-    const int index = control->value - control->minimum;
+    // The label above the slider's current position. The time-limit slider's
+    // labels start at position 1 (position 0 has none).
+    const int first = name == C::kTimeLimit ? 1 : control->minimum;
+    const int index = control->value - first;
     if (index >= 0 && index < control->titles.size())
         return control->titles.at(index);
-    return QString::number(control->value);
+    return control->titles.isEmpty() ? QString::number(control->value) : QString();
 }
 
 void NativeSettingsPage::commonSpeedUnitRadioGroupTouched()

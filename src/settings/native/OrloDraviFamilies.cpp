@@ -83,7 +83,9 @@ void showParkingAndExtras(NativePageState& page, bool nightVision)
         c.show(C::kNightVision, 0, 1);
     c.show(C::kParkingShock, 1, 10);
     c.show(C::kParkingMotion, 0, 3);
-    c.show(C::kTimeLimit, 1, 4, NativeRules::timeLimitGuides(true));
+    // Positions 1-4 are 6, 12, 24 and 48 hours; position 0 (where a stored
+    // value the slider can't show leaves it) keeps the stored value on saving.
+    c.show(C::kTimeLimit, 0, 4, NativeRules::timeLimitGuides(true));
     c.show(C::kBattery12V, 0, 7);
     c.show(C::kBattery24V, 0, 7);
     for (const QString& box : { C::kOverwriteAlways, C::kOverwriteShock, C::kOverwriteMotion,
