@@ -65,6 +65,7 @@ QList<ControlSpec> pageControls()
             lowToHigh() },
         { C::kRearBrightness, Kind::Slider, Keys::kTabCommon, Keys::kRearBrightness, lowToHigh() },
         { C::kVoiceMent, Kind::Slider, Keys::kTabCommon, Keys::kVoiceGuidance, {} },
+        { C::kCameraLanguage, Kind::ComboBox, Keys::kTabCommon, Keys::kCameraLanguage, {} },
         { C::kGmt, Kind::ComboBox, Keys::kTabCommon, Keys::kTimeZone, {} },
         { C::kDst, Kind::RadioGroup, Keys::kTabCommon, Keys::kDaylightSaving, onOff() },
         { C::kDateFormat, Kind::RadioGroup, Keys::kTabCommon, Keys::kDateFormat,

@@ -16,6 +16,7 @@ namespace NativeControl {
 inline const QString kFrontBrightness = QStringLiteral("commonFrontBrightnessSlider");
 inline const QString kRearBrightness = QStringLiteral("commonRearBrightnessSlider");
 inline const QString kVoiceMent = QStringLiteral("commonVoiceMentSlider");
+inline const QString kCameraLanguage = QStringLiteral("commonLanguageComboBox");
 inline const QString kGmt = QStringLiteral("commonGMTComboBox");
 inline const QString kDst = QStringLiteral("commonDSTRadioGroup");
 inline const QString kDateFormat = QStringLiteral("commonDateFormatRadioGroup");

@@ -27,8 +27,10 @@ NativeSettingsPage::NativeSettingsPage(qint64 modelType, const NativeFamily* fam
 {
     m_page.modelType = modelType;
     m_page.threeRowParking = NativeRules::isThreeRowParkingModel(modelType);
-    if (m_family)
+    if (m_family) {
         m_family->applyModelFeatures(m_page);
+        m_page.controls.show(C::kCameraLanguage, 0, -1);
+    }
     m_clock.value = QDateTime::currentDateTime();
 }
 
@@ -52,6 +54,7 @@ void NativeSettingsPage::applySettingData()
     if (!m_family)
         return;
     m_family->apply(m_page, sharedModel());
+    fillCameraLanguages();
     applySettingTime();
 }
 
@@ -87,6 +90,27 @@ void NativeSettingsPage::setControl(const QString& name, int value)
         commonSpeedUnitRadioGroupTouched();
     else if (name == C::kParkingMode)
         useParkingModeChanged();
+    else if (name == C::kCameraLanguage)
+        m_page.userSelectedLanguage = m_languageNumbers.at(value);
+}
+
+void NativeSettingsPage::fillCameraLanguages()
+{
+    // The languages the camera announces on its card, by name; the box
+    // selects the one the record holds, or nothing when the camera doesn't
+    // offer it (the stored number is then kept).
+    m_languageNumbers.clear();
+    QStringList names;
+    for (const CameraLanguage& language : sharedModel().languages()) {
+        if (language.second.isEmpty())
+            continue; // a blank in the announcement, not a language
+        m_languageNumbers.append(language.first);
+        names.append(languageTitleByExpandingCode(language.second));
+    }
+    SettingControl* box = m_page.controls.find(C::kCameraLanguage);
+    box->titles = names;
+    box->maximum = int(names.size()) - 1;
+    box->value = int(m_languageNumbers.indexOf(m_page.userSelectedLanguage));
 }
 
 void NativeSettingsPage::sliderPressed(const QString& name)
@@ -207,6 +231,7 @@ void NativeSettingsPage::pressReset()
     // written until the page is confirmed.
     TolmSettingManager::resetSharedToDefaults();
     m_family->apply(m_page, sharedModel());
+    fillCameraLanguages();
 }
 
 bool NativeSettingsPage::pressOk()

@@ -48,9 +48,12 @@ private:
     void useParkingModeChanged();
     void revertParkingMode();
     void confirmParkingMode(int row);
+    void fillCameraLanguages();
 
     NativePageState m_page;
     const NativeFamily* m_family = nullptr;
     SettingClock m_clock;
     QString m_draggedSlider;
+    // The cur_language number of each item of the camera-language box.
+    QList<qint32> m_languageNumbers;
 };

@@ -355,3 +355,27 @@ TEST_F(OrloDraviSave, PartitionGraphFollowsTheSelectedType)
     m_page->userChange(QStringLiteral("etcMemoryPartitionRadioGroup"), 0);
     EXPECT_EQ(m_page->partitionGraph().first().percent, 60);
 }
+
+TEST_F(OrloDraviSave, CameraLanguageBoxOffersTheCardsLanguages)
+{
+    // A blank after the colon numbers an empty code 0; it is no language.
+    m_card.verDat("# Language ISO Code: en ko fr\n");
+    open(kDravi, typicalRecord(kDravi, 0, { { At::cur_language, 2 } }));
+    std::optional<SettingControl> box = m_page->control(QStringLiteral("commonLanguageComboBox"));
+    ASSERT_TRUE(box.has_value());
+    EXPECT_EQ(box->titles,
+        (QStringList {
+            QStringLiteral("English"), QStringLiteral("Korean"), QStringLiteral("French") }));
+    EXPECT_EQ(box->value, 1);
+    EXPECT_EQ(m_page->userChange(QStringLiteral("commonLanguageComboBox"), 2),
+        SettingsPageModel::Change::Applied);
+    EXPECT_EQ(m_page->userSelectedLanguage(), 3);
+    EXPECT_EQ(int32At(pressOk(), At::cur_language), 3);
+
+    // A language the camera doesn't announce: no selection, the number stays.
+    open(kVelt, typicalRecord(kVelt, 0, { { At::cur_language, 9 } }));
+    EXPECT_EQ(value(QStringLiteral("commonLanguageComboBox")), -1);
+    EXPECT_EQ(m_page->userChange(QStringLiteral("commonLanguageComboBox"), 3),
+        SettingsPageModel::Change::OutOfRange);
+    EXPECT_EQ(int32At(pressOk(), At::cur_language), 9);
+}
