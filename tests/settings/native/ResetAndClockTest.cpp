@@ -154,3 +154,13 @@ TEST_F(ResetAndClock, ClockOnTheCardsLowerCaseFolder)
     pressOk();
     EXPECT_FALSE(m_card.exists(QStringLiteral("time.dat"), QStringLiteral("setting")));
 }
+
+TEST_F(ResetAndClock, OkWithoutACardShowsTheMemoryCardAlert)
+{
+    open(5, typicalRecord(5));
+    TolmSettingManager::SharedTolmSettingManager()->setSettingDirPath(QString());
+    m_page->setClock({ true, QDateTime::currentDateTime() });
+    EXPECT_FALSE(m_page->pressOk());
+    EXPECT_EQ(m_sink->memoryCardErrors(), 1);
+    EXPECT_FALSE(m_card.exists(QStringLiteral("time.dat")));
+}
