@@ -307,6 +307,10 @@ void saveDesigned(const NativePageState& page, TolmSettingManager& m)
         if (row.special == Special::Voice)
             m.setVoice_ment(index != 0 ? 1 : 0);
         if (row.special == Special::ZoneWithKey) {
+            // Ruva's program takes the key at the label's position in the
+            // key list (the two lists differ in order and length); the camera
+            // reads the offset, so the key only has to be one it knows. Labels
+            // past the last key keep the stored key.
             const QStringList& zoneKeys = TimeZoneLists::insertGMTData().timezoneNameList;
             if (index < zoneKeys.size())
                 m.setTz_key(zoneKeys.at(index));
