@@ -853,5 +853,200 @@ Choisissez (Oui) pour réinitialiser ou (Non) pour annuler.</translation>
         <extracomment>Settings button: alert when the camera&apos;s own settings page cannot be opened</extracomment>
         <translation>Impossible d&apos;ouvrir la page de réglages de la caméra.</translation>
     </message>
+    <message>
+        <source>음성 녹음</source>
+        <extracomment>Native camera settings page: Common tab: record sound with the video</extracomment>
+        <translation>Enregistrement audio</translation>
+    </message>
+    <message>
+        <source>날짜 표시 형식</source>
+        <extracomment>Native camera settings page: Common tab: how the camera stamps the date</extracomment>
+        <translation>Format de date</translation>
+    </message>
+    <message>
+        <source>전방 프레임</source>
+        <extracomment>Native camera settings page: Continuous tab: front camera frame rate</extracomment>
+        <translation>Images/s avant</translation>
+    </message>
+    <message>
+        <source>전방 화질</source>
+        <extracomment>Native camera settings page: Continuous tab: front camera picture quality</extracomment>
+        <translation>Qualité avant</translation>
+    </message>
+    <message>
+        <source>WDR</source>
+        <extracomment>Native camera settings page: Continuous tab: wide dynamic range</extracomment>
+        <translation>WDR</translation>
+    </message>
+    <message>
+        <source>왼쪽 차선 감도</source>
+        <extracomment>Native camera settings page: Continuous tab: left lane departure sensitivity</extracomment>
+        <translation>Sensibilité voie gauche</translation>
+    </message>
+    <message>
+        <source>오른쪽 차선 감도</source>
+        <extracomment>Native camera settings page: Continuous tab: right lane departure sensitivity</extracomment>
+        <translation>Sensibilité voie droite</translation>
+    </message>
+    <message>
+        <source>주행 중</source>
+        <extracomment>Native camera settings page: Security LED row: lit while driving</extracomment>
+        <translation>En conduite</translation>
+    </message>
+    <message>
+        <source>주차 중</source>
+        <extracomment>Native camera settings page: Security LED row: lit while parked</extracomment>
+        <translation>En stationnement</translation>
+    </message>
+    <message>
+        <source>30초</source>
+        <extracomment>Native camera settings page: LCD off timer row: 30 seconds</extracomment>
+        <translation>30 s</translation>
+    </message>
+    <message>
+        <source>5분</source>
+        <extracomment>Native camera settings page: LCD off timer row: 5 minutes</extracomment>
+        <translation>5 min</translation>
+    </message>
+    <message>
+        <source>10분</source>
+        <extracomment>Native camera settings page: LCD off timer row: 10 minutes</extracomment>
+        <translation>10 min</translation>
+    </message>
+    <message>
+        <source>1시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>1 h</translation>
+    </message>
+    <message>
+        <source>2시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>2 h</translation>
+    </message>
+    <message>
+        <source>4시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>4 h</translation>
+    </message>
+    <message>
+        <source>6시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>6 h</translation>
+    </message>
+    <message>
+        <source>12시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>12 h</translation>
+    </message>
+    <message>
+        <source>24시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>24 h</translation>
+    </message>
+    <message>
+        <source>48시간</source>
+        <extracomment>Native camera settings page: Parking time guide label</extracomment>
+        <translation>48 h</translation>
+    </message>
+    <message>
+        <source>FHD (1920 x 1080)</source>
+        <extracomment>Native camera settings page: Resolution column</extracomment>
+        <translation>FHD (1920 x 1080)</translation>
+    </message>
+    <message>
+        <source>HD (1280 x 720)</source>
+        <extracomment>Native camera settings page: Resolution column</extracomment>
+        <translation>HD (1280 x 720)</translation>
+    </message>
+    <message>
+        <source>VGA (640 x 480)</source>
+        <extracomment>Native camera settings page: Resolution column</extracomment>
+        <translation>VGA (640 x 480)</translation>
+    </message>
+    <message>
+        <source>30fps</source>
+        <extracomment>Native camera settings page: Frame-rate column</extracomment>
+        <translation>30 i/s</translation>
+    </message>
+    <message>
+        <source>20fps</source>
+        <extracomment>Native camera settings page: Frame-rate column</extracomment>
+        <translation>20 i/s</translation>
+    </message>
+    <message>
+        <source>15fps</source>
+        <extracomment>Native camera settings page: Frame-rate column</extracomment>
+        <translation>15 i/s</translation>
+    </message>
+    <message>
+        <source>10fps</source>
+        <extracomment>Native camera settings page: Frame-rate column</extracomment>
+        <translation>10 i/s</translation>
+    </message>
+    <message>
+        <source>km/h</source>
+        <extracomment>Native camera settings page: Speed unit row</extracomment>
+        <translation>km/h</translation>
+    </message>
+    <message>
+        <source>mph</source>
+        <extracomment>Native camera settings page: Speed unit row</extracomment>
+        <translation>mph</translation>
+    </message>
+    <message>
+        <source>50km</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>50 km/h</translation>
+    </message>
+    <message>
+        <source>60km</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>60 km/h</translation>
+    </message>
+    <message>
+        <source>80km</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>80 km/h</translation>
+    </message>
+    <message>
+        <source>100km</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>100 km/h</translation>
+    </message>
+    <message>
+        <source>30mph</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>30 mph</translation>
+    </message>
+    <message>
+        <source>40mph</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>40 mph</translation>
+    </message>
+    <message>
+        <source>50mph</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>50 mph</translation>
+    </message>
+    <message>
+        <source>65mph</source>
+        <extracomment>Native camera settings page: Lane warning speed row</extracomment>
+        <translation>65 mph</translation>
+    </message>
+    <message>
+        <source>YYYY/MM/DD</source>
+        <extracomment>Native camera settings page: Date format row</extracomment>
+        <translation>AAAA/MM/JJ</translation>
+    </message>
+    <message>
+        <source>MM/DD/YYYY</source>
+        <extracomment>Native camera settings page: Date format row</extracomment>
+        <translation>MM/JJ/AAAA</translation>
+    </message>
+    <message>
+        <source>DD/MM/YYYY</source>
+        <extracomment>Native camera settings page: Date format row</extracomment>
+        <translation>JJ/MM/AAAA</translation>
+    </message>
 </context>
 </TS>

@@ -186,7 +186,47 @@
     X(kWennaOff, "Wenna : 사용 안 함") \
     /* Settings editors not available in this build */ \
     X(kSettingsEditorUnavailable, "이 모델의 설정 화면은 아직 지원되지 않습니다.") \
-    X(kWebSettingsUnavailable, "블랙박스의 설정 페이지를 열 수 없습니다.")
+    X(kWebSettingsUnavailable, "블랙박스의 설정 페이지를 열 수 없습니다.") \
+    /* Native camera settings page */ \
+    X(kAudioRecord, "음성 녹음") \
+    X(kDateFormat, "날짜 표시 형식") \
+    X(kFrontFrameRate, "전방 프레임") \
+    X(kFrontQuality, "전방 화질") \
+    X(kWdr, "WDR") \
+    X(kLeftLaneSensitivity, "왼쪽 차선 감도") \
+    X(kRightLaneSensitivity, "오른쪽 차선 감도") \
+    X(kWhileDriving, "주행 중") \
+    X(kWhileParked, "주차 중") \
+    X(kSeconds30, "30초") \
+    X(kMinutes5, "5분") \
+    X(kMinutes10, "10분") \
+    X(kHours1, "1시간") \
+    X(kHours2, "2시간") \
+    X(kHours4, "4시간") \
+    X(kHours6, "6시간") \
+    X(kHours12, "12시간") \
+    X(kHours24, "24시간") \
+    X(kHours48, "48시간") \
+    X(kResolutionFhd, "FHD (1920 x 1080)") \
+    X(kResolutionHd, "HD (1280 x 720)") \
+    X(kResolutionVga, "VGA (640 x 480)") \
+    X(kFps30, "30fps") \
+    X(kFps20, "20fps") \
+    X(kFps15, "15fps") \
+    X(kFps10, "10fps") \
+    X(kKmh, "km/h") \
+    X(kMph, "mph") \
+    X(kSpeed50km, "50km") \
+    X(kSpeed60km, "60km") \
+    X(kSpeed80km, "80km") \
+    X(kSpeed100km, "100km") \
+    X(kSpeed30mph, "30mph") \
+    X(kSpeed40mph, "40mph") \
+    X(kSpeed50mph, "50mph") \
+    X(kSpeed65mph, "65mph") \
+    X(kDateYmd, "YYYY/MM/DD") \
+    X(kDateMdy, "MM/DD/YYYY") \
+    X(kDateDmy, "DD/MM/YYYY")
 // clang-format on
 
 namespace LocalizationKeys {

@@ -3,6 +3,9 @@
 #include "config/CardFiles.h"
 
 #include <QFile>
+#include <QRegularExpression>
+#include <QStringDecoder>
+#include <QTimeZone>
 
 namespace TimeDatFile {
 
@@ -37,6 +40,44 @@ bool remove(const QString& cardRoot)
             return false;
     }
     return CardFiles::findSettingFile(cardRoot, kTimeFile).isEmpty();
+}
+
+std::optional<QDateTime> parse(const QByteArray& bytes)
+{
+    // A request is one short line; anything longer is not one.
+    constexpr qsizetype kLongestRequest = 64;
+    if (bytes.size() > kLongestRequest)
+        return std::nullopt;
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = QString(decoder.decode(bytes)).trimmed();
+    if (decoder.hasError())
+        return std::nullopt;
+    static const QRegularExpression kPattern(
+        QStringLiteral("^([0-9]{4}),([0-9]{2}),([0-9]{2}),([0-9]{2}),([0-9]{2}),([0-9]{2}),([+-])(["
+                       "0-9]{2})([0-9]{2})$"));
+    const QRegularExpressionMatch match = kPattern.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const auto number = [&match](int group) { return match.captured(group).toInt(); };
+    const QDate date(number(1), number(2), number(3));
+    const QTime time(number(4), number(5), number(6));
+    const int zoneMinutes = number(8) * 60 + number(9);
+    if (!date.isValid() || !time.isValid() || number(8) > 14 || number(9) > 59)
+        return std::nullopt;
+    const int offsetSeconds = (match.captured(7) == u'-' ? -zoneMinutes : zoneMinutes) * 60;
+    const QDateTime dateTime(date, time, QTimeZone(offsetSeconds));
+    if (!dateTime.isValid())
+        return std::nullopt;
+    return dateTime;
+}
+
+std::optional<QDateTime> read(const QString& cardRoot)
+{
+    const QString path = CardFiles::findSettingFile(cardRoot, kTimeFile);
+    QByteArray bytes;
+    if (cardRoot.isEmpty() || path.isEmpty() || !CardFiles::readWhole(path, bytes))
+        return std::nullopt;
+    return parse(bytes);
 }
 
 } // namespace TimeDatFile

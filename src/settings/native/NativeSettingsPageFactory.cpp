@@ -1,7 +1,13 @@
+#include "NativeSettingsPage.h"
 #include "SettingsPages.h"
 
-// Placeholder until the native editor's page model lands.
-std::unique_ptr<SettingsPageModel> createNativeSettingsPageModel(qint64)
+#include "config/ModelCatalogue.h"
+
+std::unique_ptr<SettingsPageModel> createNativeSettingsPageModel(qint64 modelType)
 {
-    return nullptr;
+    if (ModelCatalogue::editorForModelType(modelType) != ModelCatalogue::EditorKind::Native)
+        return nullptr;
+    // The hand-picked DVR models open the page too, but it has no family for
+    // them: it shows nothing and OK writes nothing.
+    return std::make_unique<NativeSettingsPage>(modelType, nativeFamilyForModelType(modelType));
 }
