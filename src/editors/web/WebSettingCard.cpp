@@ -74,8 +74,13 @@ std::optional<TimeRequest> readTimeDat(const QString& path)
     const std::optional<QByteArray> bytes = readBounded(path, kMaxTimeDatBytes);
     if (!bytes)
         return std::nullopt;
+    return timeRequestFromBytes(*bytes);
+}
+
+std::optional<TimeRequest> timeRequestFromBytes(const QByteArray& bytes)
+{
     QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8.decode(*bytes);
+    const QString text = utf8.decode(bytes);
     if (utf8.hasError())
         return std::nullopt;
     return TimeRequest { text.mid(0, 10), text.mid(11, 2), text.mid(14, 2) };

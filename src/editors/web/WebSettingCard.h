@@ -33,6 +33,8 @@ struct TimeRequest {
 // time.dat read as UTF-8: characters 0–9 the date, 11–12 the hour, 14–15 the
 // minute. Nothing when the file is missing, unreadable or not UTF-8.
 std::optional<TimeRequest> readTimeDat(const QString& path);
+// The same from the file's bytes.
+std::optional<TimeRequest> timeRequestFromBytes(const QByteArray& bytes);
 
 // "<date>,<hour>,<min>,00,+0900": the camera takes the clock request in its
 // home zone with whole minutes, whatever the computer's zone.

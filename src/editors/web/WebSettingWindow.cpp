@@ -9,9 +9,11 @@
 #include "editors/web/WebSettingWebPage.h"
 #include "editors/web/WebSettingWindowController.h"
 
+#include <QChildEvent>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -92,6 +94,8 @@ WebSettingWindow::WebSettingWindow(
     connect(m_saveButton, &QPushButton::clicked, m_controller.get(),
         &WebSettingWindowController::onBtnSave);
     installShortcuts();
+    watchKeys(m_webView);
+    watchKeys(m_webView->focusProxy());
 
     m_languageObserver = new LanguageRefreshObserver([this] { applyLanguageSettings(); }, this);
     applyLanguageSettings();
@@ -147,12 +151,47 @@ void WebSettingWindow::installShortcuts()
     auto* cancel = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     save->setContext(Qt::WindowShortcut);
     cancel->setContext(Qt::WindowShortcut);
-    connect(save, &QShortcut::activated, this, [this] {
-        if (m_saveButton->isEnabled())
-            m_controller->onBtnSave();
-    });
+    connect(save, &QShortcut::activated, this, &WebSettingWindow::saveFromKeyboard);
     connect(cancel, &QShortcut::activated, m_controller.get(),
         &WebSettingWindowController::onBtnCancel);
+}
+
+// The page's view takes every key it is offered before the window's
+// shortcuts see it; Ctrl+S and Esc are left to the window instead.
+void WebSettingWindow::watchKeys(QObject* object)
+{
+    if (object)
+        object->installEventFilter(this);
+}
+
+bool WebSettingWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_webView && event->type() == QEvent::ChildAdded)
+        watchKeys(static_cast<QChildEvent*>(event)->child());
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const QKeyCombination combination = static_cast<QKeyEvent*>(event)->keyCombination();
+    const bool save = combination == QKeyCombination(Qt::ControlModifier, Qt::Key_S);
+    const bool cancel = combination == QKeyCombination(Qt::NoModifier, Qt::Key_Escape);
+    if (!save && !cancel)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::ShortcutOverride) {
+        // Not the page's: let the window's shortcut have it.
+        event->ignore();
+        return true;
+    }
+    // No shortcut took it (the window is not the active one): act here.
+    if (save)
+        saveFromKeyboard();
+    else
+        m_controller->onBtnCancel();
+    return true;
+}
+
+void WebSettingWindow::saveFromKeyboard()
+{
+    if (m_saveButton->isEnabled())
+        m_controller->onBtnSave();
 }
 
 void WebSettingWindow::applyLanguageSettings()

@@ -51,11 +51,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QWidget* buildButtonBar();
     void applyLanguageSettings();
     void installShortcuts();
+    void watchKeys(QObject* object);
+    void saveFromKeyboard();
 
     QWebEngineProfile* m_profile = nullptr;
     WebSettingWebPage* m_page = nullptr;

@@ -6,12 +6,14 @@
 #include "editors/web/WebSettingWindow.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
+#include "app/TavroLanguages.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebSettingWebPage.h"
 #include "editors/web/WebSettingWindowController.h"
 
 #include <QDir>
 #include <QDirIterator>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPushButton>
@@ -95,7 +97,7 @@ protected:
             result = value;
             done = true;
         });
-        QTest::qWaitFor([&] { return done; }, kPageTimeoutMs);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kPageTimeoutMs)) << qPrintable(script);
         return result;
     }
 
@@ -140,7 +142,9 @@ TEST_F(WebSettingWindowTest, PageTalksToTheViewerAndSaveWritesWhatItReturned)
 {
     ASSERT_TRUE(open());
     EXPECT_EQ(m_window->windowModality(), Qt::ApplicationModal);
-    EXPECT_EQ(m_window->windowTitle(), "Dashcam settings");
+    EXPECT_EQ(m_window->windowTitle(),
+        TavroLanguages::SharedTavroLanguages().localizedIn("en", "블랙박스 설정"));
+    EXPECT_FALSE(m_window->windowTitle().isEmpty());
     ASSERT_TRUE(waitForPage("report.readyForSave === true"));
     const QJsonObject seen = report();
 
@@ -206,6 +210,10 @@ TEST_F(WebSettingWindowTest, EscapeCancelsAndTheCardKeepsItsRecord)
     answerNotification(QMessageBox::NoRole);
     ASSERT_TRUE(waitForPage("report.answers.indexOf('cancel:3') >= 0"));
     const QMap<QString, QByteArray> before = snapshot(m_card);
+    // The window active, as under a desktop: the window's shortcut takes Esc
+    // from the page.
+    m_window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(m_window));
     QWidget* focus = m_window->webView()->focusProxy();
     focus->setFocus();
     QTest::keyClick(focus, Qt::Key_Escape);
