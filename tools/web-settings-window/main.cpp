@@ -3,6 +3,7 @@
 //   web-settings-window CARD [--screenshot FILE.png]
 // The viewer opens the same window from its settings button and with
 // `tavro-viewer --card CARD --settings`.
+#include "app/ViewerLanguage.h"
 #include "config/TolmSettingManager.h"
 #include "editors/web/WebSettingWindowController.h"
 
@@ -26,6 +27,8 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("tavro"));
     QCoreApplication::setApplicationName(QStringLiteral("TavroViewer"));
+    // The viewer's own language (Language menu of the viewer).
+    ViewerLanguage::initializeLanguageSetting();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -49,12 +52,15 @@ int main(int argc, char** argv)
     if (!window)
         return 1;
     QObject::connect(window, &QObject::destroyed, &application, &QApplication::quit);
+    bool saved = false;
     if (parser.isSet(QStringLiteral("screenshot"))) {
         const QString file = parser.value(QStringLiteral("screenshot"));
-        QTimer::singleShot(4000, &application, [window, file] {
-            const bool saved = window && window->grab().save(file);
-            QApplication::exit(saved ? 0 : 1);
+        QTimer::singleShot(4000, &application, [window, file, &saved] {
+            saved = window && window->grab().save(file);
+            if (window)
+                window->close();
         });
     }
-    return application.exec();
+    const int status = application.exec();
+    return parser.isSet(QStringLiteral("screenshot")) && !saved ? 1 : status;
 }

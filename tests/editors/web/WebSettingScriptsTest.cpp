@@ -4,11 +4,13 @@
 #include "editors/web/WebSettingScripts.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
+#include "editors/web/CardPageAccess.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebNotification.h"
 #include "editors/web/WebSettingCard.h"
 #include "editors/web/WebSettingWindow.h"
 
+#include <QFile>
 #include <QMetaMethod>
 #include <QTemporaryDir>
 
@@ -179,4 +181,41 @@ TEST(WebSettingWindow, CentredOverTheOtherWindow)
         QPoint(220, 90));
     EXPECT_EQ(WebSettingWindow::centeredOrigin(QRect(0, 0, 800, 600), QSize(1000, 700)),
         QPoint(-100, -50));
+}
+
+TEST(CardPageAccess, OnlyFilesInsideTheCardsHtmlFolder)
+{
+    QTemporaryDir dir;
+    const QString card = dir.filePath("my card");
+    const QString html = card + "/SETTING/html";
+    TestFiles::write(html + "/index.html", "<html>");
+    TestFiles::write(html + "/js/app.js", "1");
+    TestFiles::write(card + "/SETTING/setup.cfg", "record");
+    TestFiles::write(dir.filePath("secret.txt"), "secret");
+    ASSERT_TRUE(QFile::link(dir.filePath("secret.txt"), html + "/link.txt"));
+    ASSERT_TRUE(QFile::link(card + "/SETTING", html + "/up"));
+    const CardPageAccess access(html);
+    const struct {
+        QUrl url;
+        bool allowed;
+    } cases[] = {
+        { QUrl::fromLocalFile(html + "/index.html"), true },
+        { QUrl(WebSettingCard::indexHtmlFilename(card)), true },
+        { QUrl::fromLocalFile(html + "/js/app.js"), true },
+        { QUrl::fromLocalFile(html + "/js/../index.html"), true },
+        { QUrl::fromLocalFile(html + "/../setup.cfg"), false },
+        { QUrl::fromLocalFile(html + "/link.txt"), false }, // a link out of the folder
+        { QUrl::fromLocalFile(html + "/up/setup.cfg"), false },
+        { QUrl::fromLocalFile(html), false },
+        { QUrl::fromLocalFile(html + "/missing.js"), false },
+        { QUrl("file:///etc/hostname"), false },
+        { QUrl("http://127.0.0.1/index.html"), false },
+        { QUrl("qrc:/qtwebchannel/qwebchannel.js"), false },
+        { QUrl("file://host" + html + "/index.html"), false },
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(access.allows(c.url), c.allowed) << qPrintable(c.url.toString());
+    // A card without the folder allows nothing.
+    EXPECT_FALSE(
+        CardPageAccess(dir.filePath("none")).allows(QUrl::fromLocalFile(html + "/index.html")));
 }
