@@ -376,6 +376,10 @@ TEST_F(DemoCardTest, TheCardsIdentifyAsTheirCameras)
     EXPECT_EQ(QFileInfo(s_card + "/SETTING/default.cfg").size(), 432);
     EXPECT_EQ(QFileInfo(s_card + "/SETTING/setup.cfg").size(), 432);
     EXPECT_TRUE(QFileInfo(s_card + "-web/SETTING/html").isDir());
+    // The web-configured camera carries its settings page and its factory record.
+    EXPECT_TRUE(TestFiles::read(s_card + "-web/SETTING/html/index.html").contains("get_cfg"));
+    EXPECT_EQ(QFileInfo(s_card + "-web/SETTING/default.cfg").size(),
+        QFileInfo(s_card + "-web/SETTING/setup.cfg").size());
     const TestFiles::CliResult languages = TestFiles::runCli({ "languages", s_card });
     EXPECT_TRUE(languages.out.contains("[1,\"ko\"]")) << languages.out.constData();
     const TestFiles::CliResult kel = TestFiles::runCli({ "kel", "show", s_card + "-kel" });

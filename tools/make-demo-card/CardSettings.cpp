@@ -5,6 +5,7 @@
 #include "config/TolmSettingManager.h"
 
 #include <QDir>
+#include <QFile>
 
 namespace CardSettings {
 
@@ -101,15 +102,27 @@ bool writeWebCamera(const QString& cardRoot, QString& error)
     manager.setSetting_path(QStringLiteral("SETTING/html/index.html"));
     manager.setCfg_struct_version(kZentiRecordVersion);
     manager.setChecksum(manager.getSaveDataSize());
+    // The factory record first, kept as default.cfg for the page's reset.
+    if (!manager.saveData())
+        return failed(error, QStringLiteral("cannot write setup.cfg"));
+    QByteArray factory;
+    if (!CardFiles::readWhole(
+            CardFiles::settingWritePath(cardRoot, QStringLiteral("setup.cfg")), factory)
+        || !CardFiles::writeSettingFile(cardRoot, QStringLiteral("default.cfg"), factory))
+        return failed(error, QStringLiteral("cannot write default.cfg"));
     applyOwnerSettings(manager);
     if (!manager.saveData())
         return failed(error, QStringLiteral("cannot write setup.cfg"));
     if (!CardFiles::writeSettingFile(cardRoot, QStringLiteral("lang/ver.dat"),
             verDat(manager.version(), QStringLiteral("en ko ja zh-Hans fr de es"))))
         return failed(error, QStringLiteral("cannot write lang/ver.dat"));
-    // The camera's settings page goes here; the folder marks the camera kind.
-    if (!QDir(cardRoot).mkpath(QStringLiteral("SETTING/html")))
-        return failed(error, QStringLiteral("cannot create SETTING/html"));
+    // The camera's own settings page (tools/make-demo-card/web); the folder
+    // marks the camera kind.
+    QFile page(QStringLiteral(":/demo-web/index.html"));
+    if (!page.open(QIODevice::ReadOnly)
+        || !CardFiles::writeSettingFile(
+            cardRoot, QStringLiteral("html/index.html"), page.readAll()))
+        return failed(error, QStringLiteral("cannot write SETTING/html/index.html"));
     return true;
 }
 

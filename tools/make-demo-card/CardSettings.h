@@ -14,7 +14,7 @@ bool writeRecordCamera(const QString& cardRoot, QString& error);
 bool writeKelCamera(const QString& cardRoot, QString& error);
 
 // A camera that carries its own settings page (model Zenti): setup.cfg,
-// lang/ver.dat and the folder SETTING/html for the page.
+// default.cfg, lang/ver.dat and the page, SETTING/html/index.html.
 bool writeWebCamera(const QString& cardRoot, QString& error);
 
 } // namespace CardSettings

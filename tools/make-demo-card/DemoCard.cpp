@@ -36,7 +36,7 @@ bool copyInto(const QString& file, const QString& cardRoot, const QString& folde
 QString DemoOptions::stamp() const
 {
     // Bump the generator number when the output changes for the same options.
-    constexpr int kGenerator = 3;
+    constexpr int kGenerator = 4;
     return QStringLiteral(
         "make-demo-card %1 length=%2 clips=%3 front=%4x%5 rear=%6x%7 fps=%8 seed=%9 extra=%10")
         .arg(kGenerator)

@@ -5,6 +5,7 @@
 #include "config/AlertSink.h"
 #include "page/SettingsPageWidget.h"
 #include "window/ChoicePages.h"
+#include "web/WebSettingWindowController.h"
 #include "window/SettingWindow.h"
 
 namespace {
@@ -60,10 +61,12 @@ int ViewerSettingsPageOpener::showNativeSettingWindow(qint64 modelType)
 }
 
 int ViewerSettingsPageOpener::showWebSettingWindow(
-    QWidget*, const QString&, const CameraLanguageList&)
+    QWidget* parent, const QString& settingDirPath, const CameraLanguageList& languages)
 {
-    // The web settings host is not part of this build yet.
-    editorMissing(LocalizationKeys::kWebSettingsUnavailable);
+    // The camera's own page runs in an application-modal window of its own;
+    // while one is open a second request does nothing.
+    WebSettingWindowController::showWebSettingWindow(
+        parent ? parent : m_mainWindow, settingDirPath, languages);
     return 0;
 }
 

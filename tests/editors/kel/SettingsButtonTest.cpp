@@ -1,6 +1,6 @@
 // The settings button of the main window end to end: a Kel card opens the Kel
 // editor and OK writes exactly the changed line to blackbox.cfg; cameras whose
-// editor is not in this build get a clear message; a folder that is no memory
+// web settings page open the web settings window; a folder that is no memory
 // card asks for the card; --settings opens the settings at start.
 #include "CardBuilder.h"
 #include "EditorTestSupport.h"
@@ -24,8 +24,11 @@
 #include "kel/KelSettingViewController.h"
 #include "page/SettingControlRow.h"
 #include "page/SettingsPageWidget.h"
+#include "web/WebSettingWindow.h"
+#include "web/WebSettingWindowController.h"
 #include "window/ChoicePages.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QListWidget>
@@ -146,33 +149,62 @@ TEST_F(SettingsButtonTest, CancelLeavesTheCardAlone)
     EXPECT_EQ(card.read(QStringLiteral("blackbox.cfg")), onCard);
 }
 
-// Cameras whose editor this build lacks: a message, no crash, no write.
-TEST_F(SettingsButtonTest, OtherCamerasGetAClearMessage)
+// Cameras with their own settings page on the card open the web settings
+// window (one at a time); binary-record cameras open the native page. No
+// alert on the way.
+TEST_F(SettingsButtonTest, WebAndNativeCamerasOpenTheirEditors)
 {
     const struct {
         QByteArray setupCfg;
         qint64 modelType;
-        const char* message;
+        bool web;
     } cases[] = {
-        { SetupCfgBuilder(700).productName("zenti").bytes(), 16,
-            LocalizationKeys::kWebSettingsUnavailable },
+        { SetupCfgBuilder(700).productName("zenti").bytes(), 16, true },
         { SetupCfgBuilder(900).sizeWord(900).structVersion(0x10030).productName("Nova").bytes(), 26,
-            LocalizationKeys::kWebSettingsUnavailable },
-        { SetupCfgBuilder(432).productName("tolm").bytes(), 1,
-            LocalizationKeys::kSettingsEditorUnavailable },
+            true },
+        { SetupCfgBuilder(432).productName("tolm").bytes(), 1, false },
     };
     for (const auto& c : cases) {
-        if (c.modelType == 1 && createSettingsPageModel(1))
-            continue; // the native editor is part of this build
-        m_alerts.sink();
         const qsizetype alertsBefore = m_alerts.sink().requests().size();
         CardBuilder card;
         card.setupCfg(c.setupCfg);
+        const QByteArray onCard = card.read(QStringLiteral("setup.cfg"));
         openWindow({ card.root() });
-        pressSettingsButton();
-        ASSERT_EQ(m_alerts.sink().requests().size(), alertsBefore + 1) << c.modelType;
-        EXPECT_EQ(m_alerts.sink().requests().last().messageKey, QString::fromUtf8(c.message));
+        if (c.web) {
+            pressSettingsButton();
+            auto* controller = WebSettingWindowController::instance();
+            ASSERT_NE(controller, nullptr) << c.modelType;
+            auto* webWindow = qobject_cast<WebSettingWindow*>(
+                WebSettingWindowController::showWebSettingWindow(nullptr, card.root(), {}));
+            EXPECT_EQ(webWindow, nullptr) << "a second web settings window opened";
+            const auto windows = QApplication::topLevelWidgets();
+            WebSettingWindow* shown = nullptr;
+            for (QWidget* w : windows) {
+                if (auto* candidate = qobject_cast<WebSettingWindow*>(w); candidate && candidate->isVisible())
+                    shown = candidate;
+            }
+            ASSERT_NE(shown, nullptr);
+            shown->cancelButton()->click();
+            QTRY_VERIFY(WebSettingWindowController::instance() == nullptr);
+        } else {
+            QString pageFamily;
+            EditorTestSupport::whenModal([&](QWidget* modal) {
+                ASSERT_NE(modal, nullptr);
+                auto* page = modal->findChild<SettingsPageWidget*>();
+                ASSERT_NE(page, nullptr);
+                pageFamily = page->model().family();
+                QTest::keyClick(modal, Qt::Key_Escape);
+            });
+            pressSettingsButton();
+            EXPECT_EQ(pageFamily, QStringLiteral("Tolm"));
+        }
+        EXPECT_EQ(m_alerts.sink().requests().size(), alertsBefore) << c.modelType;
         EXPECT_EQ(TolmSettingManager::SharedTolmSettingManager()->modelType(), c.modelType);
+        // Type 26 only reads the camera languages before its window; the
+        // others load the record, which may bring it up to its model's length.
+        if (c.modelType == 26) {
+            EXPECT_EQ(card.read(QStringLiteral("setup.cfg")), onCard);
+        }
         m_window.reset();
     }
 }

@@ -1,0 +1,276 @@
+// The web settings window with a real QtWebEngine page: a probe page of our
+// own calls every entry point of Dashcam, tries to read other files, reach a
+// server and leave, and the card ends up holding exactly what the page
+// returned. Screenshots of the demo camera's page: TAVRO_SCREENSHOT_DIR=dir.
+
+#include "editors/web/WebSettingWindow.h"
+#include "SetupCfgBuilder.h"
+#include "TestFiles.h"
+#include "app/TavroLanguages.h"
+#include "editors/web/WebDashcam.h"
+#include "editors/web/WebSettingWebPage.h"
+#include "editors/web/WebSettingWindowController.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPushButton>
+#include <QSettings>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWebEngineView>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int kPageTimeoutMs = 20000;
+
+QString sourcePath(const QString& relative)
+{
+    return qEnvironmentVariable("TAVRO_TEST_DATA") + u'/' + relative;
+}
+
+QMap<QString, QByteArray> snapshot(const QString& root)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files.insert(QDir(root).relativeFilePath(path), TestFiles::read(path));
+    }
+    return files;
+}
+
+class WebSettingWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        QSettings().setValue(QStringLiteral("AppleLanguages"), QStringList { "en" });
+        ASSERT_TRUE(m_dir.isValid());
+        ASSERT_TRUE(m_server.listen(QHostAddress::LocalHost));
+        QObject::connect(&m_server, &QTcpServer::newConnection, [this] { ++m_connections; });
+        m_card = m_dir.filePath(QStringLiteral("card one"));
+        m_record = SetupCfgBuilder::letterPattern(596).int32(428, 1).bytes();
+        const QString setting = m_card + "/SETTING/";
+        TestFiles::write(setting + "setup.cfg", m_record);
+        TestFiles::write(setting + "default.cfg", SetupCfgBuilder(596).bytes());
+        TestFiles::write(setting + "time.dat", "2020,05,17,08,09,00,+0900");
+        TestFiles::write(setting + "ADAS_CAL.dat", "calibration");
+        TestFiles::write(m_dir.filePath("secret.txt"), "SECRET");
+        TestFiles::write(
+            setting + "html/index.html", TestFiles::read(sourcePath("pages/probe.html")));
+        TestFiles::write(
+            setting + "html/other.html", TestFiles::read(sourcePath("pages/other.html")));
+        TestFiles::write(setting + "html/inside.txt", "INSIDE");
+        TestFiles::write(setting + "html/probe-port.js",
+            QStringLiteral("var probePort = %1; var secretPath = '%2';")
+                .arg(m_server.serverPort())
+                .arg(m_dir.filePath("secret.txt"))
+                .toUtf8());
+    }
+
+    void TearDown() override
+    {
+        if (m_window)
+            delete m_window.data();
+        QSettings().clear();
+    }
+
+    WebSettingWindow* open()
+    {
+        QWidget* window = WebSettingWindowController::showWebSettingWindow(
+            nullptr, m_card, { { 0, "en" }, { 1, "fr" }, { 2, "es" } });
+        m_window = qobject_cast<WebSettingWindow*>(window);
+        return m_window;
+    }
+
+    // A script's result in the page, waited for.
+    QVariant js(const QString& script)
+    {
+        QVariant result;
+        bool done = false;
+        m_window->page()->runJavaScript(script, [&](const QVariant& value) {
+            result = value;
+            done = true;
+        });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kPageTimeoutMs)) << qPrintable(script);
+        return result;
+    }
+
+    QJsonObject report()
+    {
+        return QJsonDocument::fromJson(js("JSON.stringify(report)").toString().toUtf8()).object();
+    }
+
+    bool waitForPage(const QString& condition)
+    {
+        return QTest::qWaitFor([&] { return m_window && js(condition).toBool(); }, kPageTimeoutMs);
+    }
+
+    // Answers the page's notification with the button of that role.
+    void answerNotification(QMessageBox::ButtonRole role)
+    {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return m_window && m_window->notificationBox(); }, kPageTimeoutMs));
+        QMessageBox* box = m_window->notificationBox();
+        EXPECT_EQ(box->text(), "Title");
+        EXPECT_EQ(box->informativeText(), "Message");
+        ASSERT_EQ(box->buttons().size(), 2);
+        for (QAbstractButton* button : box->buttons())
+            if (box->buttonRole(button) == role)
+                button->click();
+    }
+
+    bool waitClosed()
+    {
+        return QTest::qWaitFor([&] { return m_window.isNull(); }, kPageTimeoutMs);
+    }
+
+    QTemporaryDir m_dir { QDir::tempPath() + "/tavro web XXXXXX" };
+    QTcpServer m_server;
+    int m_connections = 0;
+    QString m_card;
+    QByteArray m_record;
+    QPointer<WebSettingWindow> m_window;
+};
+
+TEST_F(WebSettingWindowTest, PageTalksToTheViewerAndSaveWritesWhatItReturned)
+{
+    ASSERT_TRUE(open());
+    EXPECT_EQ(m_window->windowModality(), Qt::ApplicationModal);
+    EXPECT_EQ(m_window->windowTitle(),
+        TavroLanguages::SharedTavroLanguages().localizedIn("en", "블랙박스 설정"));
+    EXPECT_FALSE(m_window->windowTitle().isEmpty());
+    ASSERT_TRUE(waitForPage("report.readyForSave === true"));
+    const QJsonObject seen = report();
+
+    // Dashcam was there for the page's first script, with every entry.
+    EXPECT_EQ(seen["early"].toString(), "object");
+    EXPECT_TRUE(seen["bridgeKept"].toBool());
+    const QVariantList names = seen["names"].toArray().toVariantList();
+    for (const WebDashcam::ScriptName& name : WebDashcam::scriptNames())
+        EXPECT_TRUE(names.contains(name.first)) << qPrintable(name.first);
+
+    // What the viewer told the page.
+    EXPECT_EQ(seen["languages"].toArray().toVariantList(), (QVariantList { "en", "fr", "es" }));
+    EXPECT_EQ(seen["language"].toString(), "fr");
+    EXPECT_EQ(seen["date"].toString(), "2020,05,17");
+    EXPECT_EQ(seen["hour"].toString(), "08");
+    EXPECT_EQ(seen["min"].toString(), "09");
+    EXPECT_EQ(js("record").toString().toUtf8(), m_record.toHex().toUpper());
+    EXPECT_TRUE(seen["calls"].toArray().contains("generateSetting:false"));
+    EXPECT_EQ(m_window->controller()->modelName(), "ProbeCam");
+    EXPECT_EQ(m_window->controller()->cfgSize(), 596);
+
+    // Only the page's own folder is readable; no pop-ups, no network.
+    const QJsonObject reads = seen["reads"].toObject();
+    EXPECT_EQ(reads["inside"].toString(), "200:INSIDE");
+    for (const char* refused : { "setupCfg", "outside", "etc", "remote" })
+        EXPECT_EQ(reads[refused].toString(), "refused") << refused;
+    EXPECT_EQ(seen["popup"].toString(), "none");
+    ASSERT_TRUE(waitForPage("report.fetch !== undefined"));
+    EXPECT_EQ(report()["fetch"].toString(), "refused");
+
+    // Back button on the page's request; the notification answered "yes".
+    EXPECT_TRUE(m_window->backButton()->isVisibleTo(m_window));
+    answerNotification(QMessageBox::YesRole);
+    ASSERT_TRUE(waitForPage("report.answers.indexOf('ok:3:v') >= 0"));
+
+    // The page stayed where it was.
+    EXPECT_EQ(js("location.href").toString(), seen["leftFrom"].toString());
+    EXPECT_EQ(js("document.title").toString(), "probe");
+    EXPECT_GE(m_window->page()->refusedNavigations(), 1);
+    EXPECT_FALSE(QFile::exists(m_card + "/SETTING/ADAS_CAL.dat"));
+    EXPECT_EQ(m_connections, 0);
+
+    // Ctrl+S while the page has the keyboard.
+    QMap<QString, QByteArray> expected = snapshot(m_card);
+    QWidget* focus = m_window->webView()->focusProxy();
+    ASSERT_NE(focus, nullptr);
+    focus->setFocus();
+    QTest::keyClick(focus, Qt::Key_S, Qt::ControlModifier);
+    ASSERT_TRUE(waitClosed());
+    EXPECT_EQ(WebSettingWindowController::instance(), nullptr);
+
+    QByteArray saved = m_record;
+    saved[0] = char(0xAB);
+    expected["SETTING/setup.cfg"] = saved;
+    expected["SETTING/time.dat"] = "2021,12,31,7,05,00,+0900";
+    EXPECT_EQ(snapshot(m_card), expected);
+}
+
+TEST_F(WebSettingWindowTest, EscapeCancelsAndTheCardKeepsItsRecord)
+{
+    ASSERT_TRUE(open());
+    ASSERT_TRUE(waitForPage("report.readyForSave === true"));
+    answerNotification(QMessageBox::NoRole);
+    ASSERT_TRUE(waitForPage("report.answers.indexOf('cancel:3') >= 0"));
+    const QMap<QString, QByteArray> before = snapshot(m_card);
+    // The window active, as under a desktop: the window's shortcut takes Esc
+    // from the page.
+    m_window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(m_window));
+    QWidget* focus = m_window->webView()->focusProxy();
+    focus->setFocus();
+    QTest::keyClick(focus, Qt::Key_Escape);
+    ASSERT_TRUE(waitClosed());
+    EXPECT_EQ(snapshot(m_card), before);
+}
+
+TEST_F(WebSettingWindowTest, ABrokenRecordFromThePageWritesNothing)
+{
+    for (const char* mode : { "throw", "number", "loop" }) {
+        ASSERT_TRUE(open()) << mode;
+        m_window->controller()->setAnswerTimeout(1500);
+        ASSERT_TRUE(waitForPage("report.readyForSave === true")) << mode;
+        answerNotification(QMessageBox::NoRole);
+        const QMap<QString, QByteArray> before = snapshot(m_card);
+        js(QStringLiteral("getCfgMode = '%1'").arg(QLatin1String(mode)));
+        m_window->saveButton()->click();
+        ASSERT_TRUE(waitClosed()) << mode;
+        EXPECT_EQ(snapshot(m_card), before) << mode;
+    }
+}
+
+TEST_F(WebSettingWindowTest, OneSettingsWindowAtATime)
+{
+    ASSERT_TRUE(open());
+    EXPECT_EQ(WebSettingWindowController::instance(), m_window->controller());
+    EXPECT_EQ(WebSettingWindowController::showWebSettingWindow(nullptr, m_card, {}), nullptr);
+    m_window->cancelButton()->click();
+    ASSERT_TRUE(waitClosed());
+    EXPECT_EQ(WebSettingWindowController::instance(), nullptr);
+    ASSERT_TRUE(open());
+}
+
+TEST_F(WebSettingWindowTest, DemoCameraPageShowsTheRecord)
+{
+    TestFiles::write(m_card + "/SETTING/html/index.html",
+        TestFiles::read(sourcePath("../../../tools/make-demo-card/web/index.html")));
+    TestFiles::write(m_card + "/SETTING/setup.cfg", SetupCfgBuilder(560).int32(428, 2).bytes());
+    ASSERT_TRUE(open());
+    m_window->resize(1040, 720);
+    ASSERT_TRUE(
+        waitForPage("record.length === 560 && document.getElementById('language').value === '2'"));
+    const QString shots = qEnvironmentVariable("TAVRO_SCREENSHOT_DIR");
+    if (!shots.isEmpty()) {
+        QDir().mkpath(shots);
+        QTest::qWait(500);
+        m_window->grab().save(shots + "/web-settings-list.png");
+        js("openSection('system')");
+        QTest::qWait(500);
+        m_window->grab().save(shots + "/web-settings-system.png");
+    }
+    // A section opened shows Back; Back brings the list again.
+    js("openSection('recording')");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_window->backButton()->isVisibleTo(m_window); }));
+    m_window->backButton()->click();
+    ASSERT_TRUE(waitForPage("document.getElementById('list').style.display === 'block'"));
+    EXPECT_FALSE(m_window->backButton()->isVisibleTo(m_window));
+}
+
+} // namespace

@@ -1,0 +1,66 @@
+// web-settings-window: opens the web settings window on a card folder by
+// itself, for trying a camera's settings page by hand and for screenshots.
+//   web-settings-window CARD [--screenshot FILE.png]
+// The viewer opens the same window from its settings button and with
+// `tavro-viewer --card CARD --settings`.
+#include "app/ViewerLanguage.h"
+#include "config/TolmSettingManager.h"
+#include "editors/web/WebSettingWindowController.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <cstdio>
+#include <unistd.h>
+
+int main(int argc, char** argv)
+{
+    // QtWebEngine cannot start its sandbox as root.
+    if (::geteuid() == 0 && !qgetenv("QTWEBENGINE_CHROMIUM_FLAGS").contains("--no-sandbox"))
+        qputenv("QTWEBENGINE_CHROMIUM_FLAGS",
+            (qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") + " --no-sandbox").trimmed());
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("tavro"));
+    QCoreApplication::setApplicationName(QStringLiteral("TavroViewer"));
+    // The viewer's own language (Language menu of the viewer).
+    ViewerLanguage::initializeLanguageSetting();
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Opens the camera's own settings page of a card folder."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("CARD"), QStringLiteral("The card's root folder."));
+    parser.addOption({ QStringLiteral("screenshot"),
+        QStringLiteral("Save a picture of the window once the page has settled, then quit."),
+        QStringLiteral("FILE") });
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1) {
+        std::fprintf(stderr, "usage: web-settings-window CARD [--screenshot FILE.png]\n");
+        return 2;
+    }
+
+    TolmSettingManager manager;
+    manager.setSettingDirPath(QDir(parser.positionalArguments().first()).absolutePath());
+    manager.loadLanguages();
+    QPointer<QWidget> window = WebSettingWindowController::showWebSettingWindow(
+        nullptr, manager.settingDirPath(), manager.languages());
+    if (!window)
+        return 1;
+    QObject::connect(window, &QObject::destroyed, &application, &QApplication::quit);
+    bool saved = false;
+    if (parser.isSet(QStringLiteral("screenshot"))) {
+        const QString file = parser.value(QStringLiteral("screenshot"));
+        QTimer::singleShot(4000, &application, [window, file, &saved] {
+            saved = window && window->grab().save(file);
+            if (window)
+                window->close();
+        });
+    }
+    const int status = application.exec();
+    return parser.isSet(QStringLiteral("screenshot")) && !saved ? 1 : status;
+}
