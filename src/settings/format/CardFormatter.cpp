@@ -4,6 +4,31 @@
 #include "format/CardFormatBackends.h"
 #include "format/FormatCommandRunner.h"
 
+namespace {
+
+// The card is looked at again just before it is formatted: between the
+// question and the answer it may have been taken out, or another card put in
+// at the same folder.
+FormatResult checkedFormat(const FormatPlan& plan, const CardFormatSystem& system, FormatCommandRunner& runner)
+{
+    if (plan.allowed()) {
+        const FormatPlan now = CardFormatInspector(system, runner).inspect(plan.cardRoot);
+        if (!now.allowed() || now.deviceName != plan.deviceName || now.mountPoint != plan.mountPoint
+            || now.fileSystem != plan.fileSystem || now.label != plan.label) {
+            FormatResult result;
+            result.outcome = FormatResult::Outcome::Failed;
+            result.detail = QStringLiteral("the card changed since it was checked; nothing was changed")
+                + (now.allowed() ? QString() : QStringLiteral(" (") + now.reason + u')');
+            result.mounted = true; // as it was: nothing was unmounted
+            result.mountPoint = plan.mountPoint;
+            return result;
+        }
+    }
+    return runFormat(plan, runner, system.procRoot);
+}
+
+} // namespace
+
 CardFormatter::CardFormatter()
     : CardFormatter(CardFormatSystem::live(), std::make_shared<ProcessFormatCommandRunner>())
 {
@@ -22,7 +47,7 @@ FormatPlan CardFormatter::inspectNow(const QString& cardRoot) const
 
 FormatResult CardFormatter::formatNow(const FormatPlan& plan) const
 {
-    return runFormat(plan, *m_runner, m_system->procRoot);
+    return checkedFormat(plan, *m_system, *m_runner);
 }
 
 void CardFormatter::inspect(
@@ -43,6 +68,6 @@ void CardFormatter::format(
     auto system = m_system;
     auto runner = m_runner;
     runInBackground<FormatResult>(
-        context, [system, runner, plan] { return runFormat(plan, *runner, system->procRoot); },
+        context, [system, runner, plan] { return checkedFormat(plan, *system, *runner); },
         std::move(done));
 }

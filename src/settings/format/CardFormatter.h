@@ -20,7 +20,8 @@ public:
     virtual void inspect(const QString& cardRoot, QObject* context,
         std::function<void(const FormatPlan&)> done) = 0;
 
-    // Formats as the plan says.
+    // Formats as the plan says (the real engine checks the card once more
+    // first and fails, changing nothing, when it is no longer the same).
     virtual void format(const FormatPlan& plan, QObject* context,
         std::function<void(const FormatResult&)> done) = 0;
 };

@@ -6,6 +6,7 @@
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
 #include "format/CardFormatInspector.h"
+#include "format/CardFormatter.h"
 
 #include <QDir>
 #include <QUrl>
@@ -320,4 +321,29 @@ TEST(CardFormatDecisionTest, UDisksObjectPathsEscapeWhatDBusPathsCannotHold)
         QStringLiteral("/org/freedesktop/UDisks2/block_devices/mmcblk0p1"));
     EXPECT_EQ(udisksBlockObjectPath(QStringLiteral("dm-0")),
         QStringLiteral("/org/freedesktop/UDisks2/block_devices/dm_2d0"));
+}
+
+TEST(CardFormatDecisionTest, TheFormatterLooksAgainAndLeavesAnotherCardAlone)
+{
+    FakeCardSystem machine;
+    auto runner = std::make_shared<ScriptedRunner>();
+    addSystemDisk(machine);
+    const QString point = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+    for (const char* tool : { "umount", "mkfs.vfat", "mount" })
+        runner->succeed(QString::fromLatin1(tool));
+    const CardFormatter formatter(machine.system(), runner);
+    const FormatPlan plan = formatter.inspectNow(point);
+    ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
+
+    // Another card went in at the same folder while the question was up.
+    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("OTHER"), QStringLiteral("FAT32"));
+    const FormatResult changed = formatter.formatNow(plan);
+    EXPECT_EQ(changed.outcome, FormatResult::Outcome::Failed);
+    EXPECT_TRUE(changed.mounted);
+    EXPECT_FALSE(runner->programs().contains(QStringLiteral("umount")));
+
+    // The same card is formatted.
+    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"), QStringLiteral("FAT32"));
+    EXPECT_TRUE(formatter.formatNow(plan).succeeded());
+    EXPECT_TRUE(runner->programs().contains(QStringLiteral("mkfs.vfat")));
 }
