@@ -71,7 +71,8 @@ int runCardFormatCommand(const QStringList& args, CliIo& io)
     }
     if (!parsed.yes
         && !confirm(io,
-            QStringLiteral("Formatting erases every file on the memory card mounted at \"%1\" (%2). Format it?")
+            QStringLiteral("Formatting erases every file on the memory card mounted at \"%1\" "
+                           "(%2). Format it?")
                 .arg(plan.mountPoint, describeVolume(plan)))) {
         io.err << "tavro: not formatted; nothing was changed\n";
         return CliExit::kFailure;
@@ -98,7 +99,8 @@ int runCardTouchResetCommand(const QStringList& args, CliIo& io)
         return CliExit::kFailure;
     if (!parsed.yes
         && !confirm(io,
-            QStringLiteral("Reset the camera's touch-screen calibration at its next start (writes %1)?")
+            QStringLiteral(
+                "Reset the camera's touch-screen calibration at its next start (writes %1)?")
                 .arg(TouchCalibration::kMarkerFileName))) {
         io.err << "tavro: nothing was written\n";
         return CliExit::kFailure;

@@ -19,8 +19,7 @@ CardOperationDialog::~CardOperationDialog()
     delete m_dialog; // a QPointer: already gone when the editor window went first
 }
 
-template <typename Flow>
-void CardOperationDialog::attach(Flow* flow)
+template <typename Flow> void CardOperationDialog::attach(Flow* flow)
 {
     connect(m_dialog, &CardSheetDialog::answered, flow, &Flow::answer);
     connect(flow, &Flow::sheetChanged, this, [this, flow] {
@@ -45,8 +44,8 @@ CardOperationDialog* askFormat(
     auto* operation = new CardOperationDialog(parent);
     operation->m_engine = engine ? std::move(engine) : std::make_unique<CardFormatter>();
     auto* flow = new CardFormatFlow(*operation->m_engine, operation);
-    QObject::connect(flow, &CardFormatFlow::formatFinished, operation,
-        &CardOperationDialog::formatFinished);
+    QObject::connect(
+        flow, &CardFormatFlow::formatFinished, operation, &CardOperationDialog::formatFinished);
     operation->attach(flow);
     qCDebug(lcEditors) << "format asked for" << cardRoot;
     flow->start(cardRoot);

@@ -34,7 +34,8 @@ private:
     explicit CardOperationDialog(QWidget* parent);
     template <typename Flow> void attach(Flow* flow);
 
-    friend CardOperationDialog* askFormat(QWidget*, const QString&, std::unique_ptr<CardFormatEngine>);
+    friend CardOperationDialog* askFormat(
+        QWidget*, const QString&, std::unique_ptr<CardFormatEngine>);
     friend CardOperationDialog* askTouchCalibrationReset(QWidget*, const QString&);
 
     std::unique_ptr<CardFormatEngine> m_engine;
@@ -45,8 +46,8 @@ private:
 // window): checks that the card in `cardRoot` may be formatted, then shows the
 // refusal, or the question and, on "예", the progress sheet and the result.
 // `engine` is for tests; by default the real formatter runs.
-CardOperationDialog* askFormat(QWidget* parent, const QString& cardRoot,
-    std::unique_ptr<CardFormatEngine> engine = nullptr);
+CardOperationDialog* askFormat(
+    QWidget* parent, const QString& cardRoot, std::unique_ptr<CardFormatEngine> engine = nullptr);
 
 // initializeTouchButtonTouched (native page): asks, and on "예" leaves the
 // empty Set_touch_cal.txt in `cardRoot` and shows the completion sheet.

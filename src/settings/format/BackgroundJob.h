@@ -15,8 +15,8 @@ void runInBackground(
 {
     auto result = std::make_shared<Result>();
     QThread* thread = QThread::create([result, work = std::move(work)] { *result = work(); });
-    QObject::connect(thread, &QThread::finished, context,
-        [result, done = std::move(done)] { done(*result); });
+    QObject::connect(
+        thread, &QThread::finished, context, [result, done = std::move(done)] { done(*result); });
     QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
     thread->start(QThread::LowestPriority);
 }

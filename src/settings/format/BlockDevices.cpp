@@ -62,7 +62,8 @@ bool BlockDevices::isRemovableMedia(const QString& name) const
 {
     if (!exists(name))
         return false;
-    if (StorageVolumeSource::isRemovableBlockDevice(name, m_sysRoot + QStringLiteral("/class/block")))
+    if (StorageVolumeSource::isRemovableBlockDevice(
+            name, m_sysRoot + QStringLiteral("/class/block")))
         return true;
     // USB card readers and sticks: the disk's device path runs through a USB
     // bus ("…/usb2/2-1/2-1:1.0/host6/…/block/sdc").
@@ -74,5 +75,6 @@ QString BlockDevices::loopBackingFile(const QString& name) const
 {
     if (!exists(name) || !name.startsWith(QLatin1String("loop")))
         return {};
-    return QString::fromLocal8Bit(readAttribute(classFolder(name) + QStringLiteral("/loop/backing_file")));
+    return QString::fromLocal8Bit(
+        readAttribute(classFolder(name) + QStringLiteral("/loop/backing_file")));
 }

@@ -58,8 +58,8 @@ FormatResult finish(const FormatPlan& plan, const CommandResult& make, const QSt
     } else if (!make.succeeded()) {
         problems << QStringLiteral("the card is mounted again at \"%1\"").arg(mountedAt);
     }
-    result.outcome = problems.isEmpty() ? FormatResult::Outcome::Formatted
-                                        : FormatResult::Outcome::Failed;
+    result.outcome
+        = problems.isEmpty() ? FormatResult::Outcome::Formatted : FormatResult::Outcome::Failed;
     result.detail = problems.join(QStringLiteral("; "));
     return result;
 }
@@ -132,11 +132,11 @@ QString gvariantString(const QString& text)
 QStringList udisksCall(const FormatPlan& plan, const QString& method, const QStringList& args)
 {
     return QStringList { QStringLiteral("call"), QStringLiteral("--system"),
-               QStringLiteral("--dest"), QStringLiteral("org.freedesktop.UDisks2"),
-               QStringLiteral("--object-path"), udisksBlockObjectPath(plan.deviceName),
-               QStringLiteral("--timeout"), QStringLiteral("3600"), QStringLiteral("--method"),
-               QStringLiteral("org.freedesktop.UDisks2.") + method }
-        + args;
+        QStringLiteral("--dest"), QStringLiteral("org.freedesktop.UDisks2"),
+        QStringLiteral("--object-path"), udisksBlockObjectPath(plan.deviceName),
+        QStringLiteral("--timeout"), QStringLiteral("3600"), QStringLiteral("--method"),
+        QStringLiteral("org.freedesktop.UDisks2.") + method }
+    + args;
 }
 
 // "('/media/user/DASHCAM',)" → /media/user/DASHCAM
@@ -163,7 +163,8 @@ FormatResult runFormat(const FormatPlan& plan, FormatCommandRunner& runner, cons
     return notStarted(plan, plan.reason);
 }
 
-FormatResult runCommandLineFormat(const FormatPlan& plan, FormatCommandRunner& runner, const QString& procRoot)
+FormatResult runCommandLineFormat(
+    const FormatPlan& plan, FormatCommandRunner& runner, const QString& procRoot)
 {
     if (!plan.allowed())
         return notStarted(plan, plan.reason);
@@ -171,7 +172,8 @@ FormatResult runCommandLineFormat(const FormatPlan& plan, FormatCommandRunner& r
     if (!unmounted.started)
         return notStarted(plan, stepFailure(QStringLiteral("unmounting"), unmounted));
     if (unmounted.exitCode != 0) {
-        FormatResult result = notStarted(plan, stepFailure(QStringLiteral("unmounting"), unmounted)
+        FormatResult result = notStarted(plan,
+            stepFailure(QStringLiteral("unmounting"), unmounted)
                 + QStringLiteral("; nothing was changed"));
         result.outcome = FormatResult::Outcome::Failed;
         return result;
@@ -190,12 +192,13 @@ FormatResult runUDisksFormat(const FormatPlan& plan, FormatCommandRunner& runner
     if (!plan.allowed())
         return notStarted(plan, plan.reason);
     const QString gdbus = QStringLiteral("gdbus");
-    const CommandResult unmounted = runner.run(gdbus,
-        udisksCall(plan, QStringLiteral("Filesystem.Unmount"), { QStringLiteral("{}") }));
+    const CommandResult unmounted = runner.run(
+        gdbus, udisksCall(plan, QStringLiteral("Filesystem.Unmount"), { QStringLiteral("{}") }));
     if (!unmounted.started)
         return notStarted(plan, stepFailure(QStringLiteral("gdbus"), unmounted));
     if (unmounted.exitCode != 0) {
-        FormatResult result = notStarted(plan, stepFailure(QStringLiteral("UDisks2 unmount"), unmounted)
+        FormatResult result = notStarted(plan,
+            stepFailure(QStringLiteral("UDisks2 unmount"), unmounted)
                 + QStringLiteral("; nothing was changed"));
         result.outcome = FormatResult::Outcome::Failed;
         return result;

@@ -103,7 +103,8 @@ QString udisksBlockObjectPath(const QString& deviceName)
     // UDisks2 escapes every byte outside [A-Za-z0-9] as "_xx".
     QString escaped;
     for (const char c : deviceName.toUtf8()) {
-        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        const bool plain
+            = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
         escaped += plain ? QString(QLatin1Char(c))
                          : QStringLiteral("_%1").arg(uchar(c), 2, 16, QLatin1Char('0'));
     }
@@ -116,7 +117,8 @@ CardFormatInspector::CardFormatInspector(CardFormatSystem system, FormatCommandR
 {
 }
 
-FormatPlan CardFormatInspector::refuse(FormatPlan plan, FormatRefusal refusal, const QString& detail) const
+FormatPlan CardFormatInspector::refuse(
+    FormatPlan plan, FormatRefusal refusal, const QString& detail) const
 {
     plan.refusal = refusal;
     plan.backend = FormatBackend::None;
@@ -139,9 +141,11 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     const std::optional<MountEntry> mount = MountTable::mountHolding(mounts, folder);
     if (!mount || mount->mountPoint != folder)
         return refuse(plan, FormatRefusal::NotAMountPoint,
-            mount ? QStringLiteral("it lies on the volume mounted at ") + mount->mountPoint : QString());
+            mount ? QStringLiteral("it lies on the volume mounted at ") + mount->mountPoint
+                  : QString());
     if (mount->root != QLatin1String("/"))
-        return refuse(plan, FormatRefusal::NotAMountPoint, QStringLiteral("a bind mount of a subfolder"));
+        return refuse(
+            plan, FormatRefusal::NotAMountPoint, QStringLiteral("a bind mount of a subfolder"));
     plan.mountPoint = folder;
     plan.mountType = mount->fsType;
 
@@ -155,9 +159,10 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     } else {
         plan.deviceName = devices.nameForNumber(mount->major, mount->minor);
         if (mount->isFuse() && !plan.deviceName.isEmpty()) {
-            if (const auto daemon = findFuseDaemonOfDevice(m_system.procRoot, plan.deviceName, devices)) {
+            if (const auto daemon
+                = findFuseDaemonOfDevice(m_system.procRoot, plan.deviceName, devices)) {
                 plan.fuseDaemonPid = daemon->pid;
-                }
+            }
         }
     }
     if (plan.deviceName.isEmpty())
@@ -212,7 +217,8 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     return plan;
 }
 
-FormatRefusal CardFormatInspector::checkDevice(const QString& deviceName, const QString& mountPoint) const
+FormatRefusal CardFormatInspector::checkDevice(
+    const QString& deviceName, const QString& mountPoint) const
 {
     const BlockDevices devices(m_system.sysRoot);
     if (deviceName.startsWith(QLatin1String("loop"))) {
@@ -280,7 +286,8 @@ CardFormatInspector::Identity CardFormatInspector::identify(
     return identity;
 }
 
-CardFormatInspector::Identity CardFormatInspector::identifyByLabelLinks(const QString& deviceName) const
+CardFormatInspector::Identity CardFormatInspector::identifyByLabelLinks(
+    const QString& deviceName) const
 {
     Identity identity;
     const QDir links(m_system.devRoot + QStringLiteral("/disk/by-label"));

@@ -8,11 +8,13 @@ QString describeRefusal(FormatRefusal refusal)
     case FormatRefusal::NotAMountPoint:
         return QStringLiteral("the folder is not the root of a mounted volume");
     case FormatRefusal::NoBlockDevice:
-        return QStringLiteral("the volume is not on a disk (network, memory or virtual file system)");
+        return QStringLiteral(
+            "the volume is not on a disk (network, memory or virtual file system)");
     case FormatRefusal::NotRemovable:
         return QStringLiteral("the volume is not on a removable memory card");
     case FormatRefusal::SystemVolume:
-        return QStringLiteral("the volume holds the system, the home folders or the viewer's cache");
+        return QStringLiteral(
+            "the volume holds the system, the home folders or the viewer's cache");
     case FormatRefusal::UntitledVolume:
         return QStringLiteral("the volume's name begins with \"Untitled\"");
     case FormatRefusal::MountedElsewhere:

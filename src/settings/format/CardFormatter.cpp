@@ -9,7 +9,8 @@ namespace {
 // The card is looked at again just before it is formatted: between the
 // question and the answer it may have been taken out, or another card put in
 // at the same folder.
-FormatResult checkedFormat(const FormatPlan& plan, const CardFormatSystem& system, FormatCommandRunner& runner)
+FormatResult checkedFormat(
+    const FormatPlan& plan, const CardFormatSystem& system, FormatCommandRunner& runner)
 {
     if (plan.allowed()) {
         const FormatPlan now = CardFormatInspector(system, runner).inspect(plan.cardRoot);
@@ -17,7 +18,8 @@ FormatResult checkedFormat(const FormatPlan& plan, const CardFormatSystem& syste
             || now.fileSystem != plan.fileSystem || now.label != plan.label) {
             FormatResult result;
             result.outcome = FormatResult::Outcome::Failed;
-            result.detail = QStringLiteral("the card changed since it was checked; nothing was changed")
+            result.detail
+                = QStringLiteral("the card changed since it was checked; nothing was changed")
                 + (now.allowed() ? QString() : QStringLiteral(" (") + now.reason + u')');
             result.mounted = true; // as it was: nothing was unmounted
             result.mountPoint = plan.mountPoint;
@@ -58,7 +60,9 @@ void CardFormatter::inspect(
     auto runner = m_runner;
     runInBackground<FormatPlan>(
         context,
-        [system, runner, cardRoot] { return CardFormatInspector(*system, *runner).inspect(cardRoot); },
+        [system, runner, cardRoot] {
+            return CardFormatInspector(*system, *runner).inspect(cardRoot);
+        },
         std::move(done));
 }
 

@@ -17,13 +17,15 @@ public:
     virtual ~CardFormatEngine() = default;
 
     // Decides whether the folder may be formatted and how.
-    virtual void inspect(const QString& cardRoot, QObject* context,
-        std::function<void(const FormatPlan&)> done) = 0;
+    virtual void inspect(
+        const QString& cardRoot, QObject* context, std::function<void(const FormatPlan&)> done)
+        = 0;
 
     // Formats as the plan says (the real engine checks the card once more
     // first and fails, changing nothing, when it is no longer the same).
-    virtual void format(const FormatPlan& plan, QObject* context,
-        std::function<void(const FormatResult&)> done) = 0;
+    virtual void format(
+        const FormatPlan& plan, QObject* context, std::function<void(const FormatResult&)> done)
+        = 0;
 };
 
 // The real engine: the inspection and the format run on worker threads of the

@@ -7,8 +7,8 @@
 // How one command of the format ended.
 struct CommandResult {
     bool started = false; // false: the program is missing or could not be run
-    int exitCode = -1;    // the exit status; -1 when it crashed or was killed
-    QByteArray output;    // standard output and standard error together
+    int exitCode = -1; // the exit status; -1 when it crashed or was killed
+    QByteArray output; // standard output and standard error together
 
     bool succeeded() const { return started && exitCode == 0; }
 };

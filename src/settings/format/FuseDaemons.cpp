@@ -52,12 +52,14 @@ struct ProcessFds {
 ProcessFds scanFds(const QString& processFolder, quint32 connection, const BlockDevices& devices)
 {
     ProcessFds fds;
-    const QStringList entries = QDir(processFolder + QStringLiteral("/fd")).entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot);
+    const QStringList entries = QDir(processFolder + QStringLiteral("/fd"))
+                                    .entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot);
     for (const QString& fd : entries) {
         const QString target = linkTarget(processFolder + QStringLiteral("/fd/") + fd);
         if (target == QLatin1String("/dev/fuse")) {
             fds.holdsFuse = true;
-            const qint64 open = fuseConnectionOf(readSmall(processFolder + QStringLiteral("/fdinfo/") + fd));
+            const qint64 open
+                = fuseConnectionOf(readSmall(processFolder + QStringLiteral("/fdinfo/") + fd));
             if (open >= 0) {
                 fds.connectionKnown = true;
                 fds.connectionMatches = fds.connectionMatches || open == qint64(connection);
@@ -75,9 +77,11 @@ ProcessFds scanFds(const QString& processFolder, quint32 connection, const Block
 // absolute path or relative to the folder it was started in.
 bool commandLineNames(const QString& processFolder, const QString& mountPoint)
 {
-    const QList<QByteArray> args = readSmall(processFolder + QStringLiteral("/cmdline")).split('\0');
+    const QList<QByteArray> args
+        = readSmall(processFolder + QStringLiteral("/cmdline")).split('\0');
     QString startFolder;
-    for (const QByteArray& entry : readSmall(processFolder + QStringLiteral("/environ")).split('\0')) {
+    for (const QByteArray& entry :
+        readSmall(processFolder + QStringLiteral("/environ")).split('\0')) {
         if (entry.startsWith("PWD="))
             startFolder = QFile::decodeName(entry.mid(4));
     }
@@ -85,9 +89,8 @@ bool commandLineNames(const QString& processFolder, const QString& mountPoint)
         const QString arg = QFile::decodeName(args[i]);
         if (arg.isEmpty())
             continue;
-        const QString absolute = QDir::isAbsolutePath(arg) || startFolder.isEmpty()
-            ? arg
-            : startFolder + u'/' + arg;
+        const QString absolute
+            = QDir::isAbsolutePath(arg) || startFolder.isEmpty() ? arg : startFolder + u'/' + arg;
         if (QDir::cleanPath(absolute) == mountPoint)
             return true;
     }
@@ -130,9 +133,11 @@ std::optional<FuseDaemon> findDaemon(
 std::optional<FuseDaemon> findFuseDaemon(const QString& procRoot, quint32 connection,
     const QString& mountPoint, const BlockDevices& devices)
 {
-    return findDaemon(procRoot, connection, devices, [&](const QString& folder, const ProcessFds& fds) {
-        return fds.connectionKnown ? fds.connectionMatches : commandLineNames(folder, mountPoint);
-    });
+    return findDaemon(
+        procRoot, connection, devices, [&](const QString& folder, const ProcessFds& fds) {
+            return fds.connectionKnown ? fds.connectionMatches
+                                       : commandLineNames(folder, mountPoint);
+        });
 }
 
 std::optional<FuseDaemon> findFuseDaemonOfDevice(
@@ -147,7 +152,8 @@ bool processExists(const QString& procRoot, qint64 pid)
     if (pid <= 0)
         return false;
     // "<pid> (<name>) <state> ...": a zombie has ended, only its parent hasn't looked.
-    const QByteArray stat = readSmall(procRoot + u'/' + QString::number(pid) + QStringLiteral("/stat"));
+    const QByteArray stat
+        = readSmall(procRoot + u'/' + QString::number(pid) + QStringLiteral("/stat"));
     if (stat.isEmpty())
         return false;
     const qsizetype close = stat.lastIndexOf(')');

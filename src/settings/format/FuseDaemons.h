@@ -10,8 +10,8 @@ class BlockDevices;
 // holding /dev/fuse open for that mount's connection.
 struct FuseDaemon {
     qint64 pid = 0;
-    QString program;     // file name of the program ("fusefat", "mount.exfat-fuse")
-    QString deviceName;  // the one block device it holds open ("loop0", "sdb1"), or ""
+    QString program; // file name of the program ("fusefat", "mount.exfat-fuse")
+    QString deviceName; // the one block device it holds open ("loop0", "sdb1"), or ""
 };
 
 // Looks through the processes under `procRoot` ("/proc" on the system) for

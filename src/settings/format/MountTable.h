@@ -14,12 +14,12 @@ struct MountEntry {
     int parentId = -1;
     quint32 major = 0;
     quint32 minor = 0;
-    QString root;          // the folder of the file system that is mounted ("/" unless a bind)
-    QString mountPoint;    // where it is mounted, escapes undone
-    QString mountOptions;  // per-mount options ("rw,nosuid,relatime")
-    QString fsType;        // "vfat", "fuse.fusefat", "fuseblk", ...
-    QString source;        // "/dev/sdb1", or whatever a FUSE program called itself
-    QString superOptions;  // file-system options ("rw,uid=1000,fmask=0022")
+    QString root; // the folder of the file system that is mounted ("/" unless a bind)
+    QString mountPoint; // where it is mounted, escapes undone
+    QString mountOptions; // per-mount options ("rw,nosuid,relatime")
+    QString fsType; // "vfat", "fuse.fusefat", "fuseblk", ...
+    QString source; // "/dev/sdb1", or whatever a FUSE program called itself
+    QString superOptions; // file-system options ("rw,uid=1000,fmask=0022")
 
     // A FUSE mount: the kernel passes the file system to a program. Only
     // "fuseblk" mounts name their block device in major:minor.

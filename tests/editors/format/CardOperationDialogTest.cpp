@@ -1,10 +1,10 @@
 // The format and touch-calibration sheets over an editor window, clicked as a
 // user would, with a scripted format engine that answers later. Screenshots:
 // TAVRO_SCREENSHOT_DIR=/tmp/shots xvfb-run -a build/tests/editors_format_tests
+#include "format/CardOperationDialog.h"
 #include "app/TavroLanguages.h"
 #include "app/ViewerSettings.h"
 #include "format/CardFormatter.h"
-#include "format/CardOperationDialog.h"
 #include "format/CardSheet.h"
 #include "format/CardSheetDialog.h"
 
@@ -33,14 +33,16 @@ public:
         , m_formats(formats)
     {
     }
-    void inspect(const QString&, QObject* context, std::function<void(const FormatPlan&)> done) override
+    void inspect(
+        const QString&, QObject* context, std::function<void(const FormatPlan&)> done) override
     {
         FormatPlan plan;
         plan.refusal = FormatRefusal::None;
         plan.backend = FormatBackend::CommandLine;
         QTimer::singleShot(0, context, [plan, done] { done(plan); });
     }
-    void format(const FormatPlan&, QObject* context, std::function<void(const FormatResult&)> done) override
+    void format(
+        const FormatPlan&, QObject* context, std::function<void(const FormatResult&)> done) override
     {
         ++*m_formats;
         FormatResult result;
@@ -65,7 +67,8 @@ void screenshot(QWidget* widget, const char* name)
     if (dir.isEmpty())
         return;
     QDir().mkpath(QString::fromLocal8Bit(dir));
-    widget->grab().save(QString::fromLocal8Bit(dir) + u'/' + QLatin1String(name) + QStringLiteral(".png"));
+    widget->grab().save(
+        QString::fromLocal8Bit(dir) + u'/' + QLatin1String(name) + QStringLiteral(".png"));
 }
 
 // An editor window, with the viewer's language set (French runs longest).
@@ -74,7 +77,8 @@ struct Editor {
     explicit Editor(const QString& language = QStringLiteral("fr"))
     {
         QSettings settings;
-        settings.setValue(QLatin1String(ViewerSettings::kLookupLanguagesKey), QStringList { language });
+        settings.setValue(
+            QLatin1String(ViewerSettings::kLookupLanguagesKey), QStringList { language });
         settings.sync();
         window.resize(900, 600);
         window.show();
@@ -87,8 +91,9 @@ TEST(CardOperationDialogTest, YesRunsTheFormatBehindADisabledButtonThenShowsTheR
 {
     Editor editor;
     int formats = 0;
-    QPointer<CardOperationDialog> operation = askFormat(&editor.window, QStringLiteral("/media/user/DASH CAM"),
-        std::make_unique<ScriptedEngine>(FormatResult::Outcome::Formatted, &formats));
+    QPointer<CardOperationDialog> operation
+        = askFormat(&editor.window, QStringLiteral("/media/user/DASH CAM"),
+            std::make_unique<ScriptedEngine>(FormatResult::Outcome::Formatted, &formats));
     QSignalSpy finished(operation.data(), &CardOperationDialog::finished);
     CardSheetDialog* sheet = operation->sheetDialog();
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet->isVisible()); }, kWaitMs));
@@ -109,7 +114,9 @@ TEST(CardOperationDialogTest, YesRunsTheFormatBehindADisabledButtonThenShowsTheR
     QTest::keyClick(sheet, Qt::Key_Escape); // can't be dismissed while the tool runs
     EXPECT_TRUE(sheet->isVisible());
 
-    ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet->buttons().value(0) && sheet->buttons()[0]->isEnabled()); }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return bool(sheet->buttons().value(0) && sheet->buttons()[0]->isEnabled()); },
+        kWaitMs));
     EXPECT_EQ(sheet->informativeText(), shown(CardSheetKeys::kFormatDone));
     EXPECT_FALSE(sheet->progressBar()->isVisible());
     EXPECT_EQ(sheet->buttons()[0]->text(), QStringLiteral("OK"));
@@ -124,8 +131,9 @@ TEST(CardOperationDialogTest, NoClosesTheQuestionWithNothingRun)
 {
     Editor editor;
     int formats = 0;
-    QPointer<CardOperationDialog> operation = askFormat(&editor.window, QStringLiteral("/media/user/CARD"),
-        std::make_unique<ScriptedEngine>(FormatResult::Outcome::Formatted, &formats));
+    QPointer<CardOperationDialog> operation
+        = askFormat(&editor.window, QStringLiteral("/media/user/CARD"),
+            std::make_unique<ScriptedEngine>(FormatResult::Outcome::Formatted, &formats));
     CardSheetDialog* sheet = operation->sheetDialog();
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet->isVisible()); }, kWaitMs));
     QTest::keyClick(sheet, Qt::Key_Escape); // the first button, "아니오"
@@ -137,8 +145,9 @@ TEST(CardOperationDialogTest, AFailedToolShowsTheFailureText)
 {
     Editor editor;
     int formats = 0;
-    QPointer<CardOperationDialog> operation = askFormat(&editor.window, QStringLiteral("/media/user/CARD"),
-        std::make_unique<ScriptedEngine>(FormatResult::Outcome::Failed, &formats));
+    QPointer<CardOperationDialog> operation
+        = askFormat(&editor.window, QStringLiteral("/media/user/CARD"),
+            std::make_unique<ScriptedEngine>(FormatResult::Outcome::Failed, &formats));
     QSignalSpy ended(operation.data(), &CardOperationDialog::formatFinished);
     CardSheetDialog* sheet = operation->sheetDialog();
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet->isVisible()); }, kWaitMs));
@@ -194,7 +203,8 @@ TEST(CardOperationDialogTest, TouchResetAsksWritesTheMarkerAndConfirms)
     QTemporaryDir card;
     const QString marker = card.filePath(QStringLiteral("Set_touch_cal.txt"));
     QPointer<CardOperationDialog> declined = askTouchCalibrationReset(&editor.window, card.path());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return bool(declined->sheetDialog()->isVisible()); }, kWaitMs));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return bool(declined->sheetDialog()->isVisible()); }, kWaitMs));
     QTest::mouseClick(declined->sheetDialog()->buttons()[0], Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(declined.isNull()); }, kWaitMs));
     EXPECT_FALSE(QFileInfo::exists(marker));
@@ -205,7 +215,8 @@ TEST(CardOperationDialogTest, TouchResetAsksWritesTheMarkerAndConfirms)
     EXPECT_EQ(sheet->informativeText(), shown(CardSheetKeys::kTouchQuestion));
     screenshot(sheet, "touch-question");
     QTest::mouseClick(sheet->buttons()[1], Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->informativeText() == shown(CardSheetKeys::kTouchDone); }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return sheet->informativeText() == shown(CardSheetKeys::kTouchDone); }, kWaitMs));
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet->isVisible()); }, kWaitMs));
     EXPECT_TRUE(QFileInfo::exists(marker));
     EXPECT_EQ(QFileInfo(marker).size(), 0);

@@ -49,18 +49,25 @@ TEST(CardFormatBackendTest, CommandLinesKeepTypeLabelAndFolderAsOneArgument)
         FormatPlan plan;
         QStringList expected; // program | arg | arg ...
     };
-    FormatPlan kernel = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 16, QStringLiteral("DASHCAM"));
-    kernel.mountOptions = { QStringLiteral("nosuid"), QStringLiteral("uid=1000"), QStringLiteral("utf8") };
+    FormatPlan kernel
+        = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 16, QStringLiteral("DASHCAM"));
+    kernel.mountOptions
+        = { QStringLiteral("nosuid"), QStringLiteral("uid=1000"), QStringLiteral("utf8") };
     const Case cases[] = {
-        { "fusefat, FAT32", allowedPlan(MountKind::FuseFat, QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM")),
-            { "fusermount | -u | /media/user/DASH CAM", "mkfs.vfat | -F | 32 | -n | DASHCAM | /dev/sdb1",
+        { "fusefat, FAT32",
+            allowedPlan(MountKind::FuseFat, QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM")),
+            { "fusermount | -u | /media/user/DASH CAM",
+                "mkfs.vfat | -F | 32 | -n | DASHCAM | /dev/sdb1",
                 "fusefat | -o | rw+ | /dev/sdb1 | /media/user/DASH CAM" } },
-        { "exfat-fuse", allowedPlan(MountKind::FuseExfat, QStringLiteral("exfat"), 0, QStringLiteral("EX CARD")),
+        { "exfat-fuse",
+            allowedPlan(
+                MountKind::FuseExfat, QStringLiteral("exfat"), 0, QStringLiteral("EX CARD")),
             { "fusermount | -u | /media/user/DASH CAM", "mkfs.exfat | -L | EX CARD | /dev/sdb1",
                 "mount.exfat-fuse | /dev/sdb1 | /media/user/DASH CAM" } },
         { "kernel vfat, FAT16 kept with the mount's options", kernel,
             { "umount | /media/user/DASH CAM", "mkfs.vfat | -F | 16 | -n | DASHCAM | /dev/sdb1",
-                "mount | -t | vfat | -o | nosuid,uid=1000,utf8 | /dev/sdb1 | /media/user/DASH CAM" } },
+                "mount | -t | vfat | -o | nosuid,uid=1000,utf8 | /dev/sdb1 | /media/user/DASH "
+                "CAM" } },
         { "no label", allowedPlan(MountKind::Kernel, QStringLiteral("exfat"), 0, QString()),
             { "umount | /media/user/DASH CAM", "mkfs.exfat | /dev/sdb1",
                 "mount | -t | exfat | /dev/sdb1 | /media/user/DASH CAM" } },
@@ -92,8 +99,9 @@ TEST(CardFormatBackendTest, FailuresSayWhatHappenedAndWhetherTheCardIsMounted)
             { "fusermount" }, "nothing was changed" },
         { "no fusermount at all", "fusermount", -2, FormatResult::Outcome::NotStarted, true,
             { "fusermount", "fusermount3" }, "could not be run" },
-        { "mkfs fails: the old card is mounted again", "mkfs.vfat", 1, FormatResult::Outcome::Failed, true,
-            { "fusermount", "mkfs.vfat", "fusefat" }, "mounted again" },
+        { "mkfs fails: the old card is mounted again", "mkfs.vfat", 1,
+            FormatResult::Outcome::Failed, true, { "fusermount", "mkfs.vfat", "fusefat" },
+            "mounted again" },
         { "mkfs missing: mounted again", "mkfs.vfat", -2, FormatResult::Outcome::Failed, true,
             { "fusermount", "mkfs.vfat", "fusefat" }, "could not be run" },
         { "mounting again fails", "fusefat", 1, FormatResult::Outcome::Failed, false,
@@ -103,16 +111,18 @@ TEST(CardFormatBackendTest, FailuresSayWhatHappenedAndWhetherTheCardIsMounted)
         ScriptedRunner runner;
         scriptAllTools(runner);
         if (c.exit == -2)
-            runner.script(QString::fromLatin1(c.failing), [](const QStringList&) { return CommandResult {}; });
+            runner.script(QString::fromLatin1(c.failing),
+                [](const QStringList&) { return CommandResult {}; });
         else
             runner.fail(QString::fromLatin1(c.failing), c.exit, "device is busy\n");
-        const FormatPlan plan = allowedPlan(MountKind::FuseFat, QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM"));
+        const FormatPlan plan = allowedPlan(
+            MountKind::FuseFat, QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM"));
         const FormatResult result = runFormat(plan, runner);
         EXPECT_EQ(result.outcome, c.outcome) << c.name;
         EXPECT_EQ(result.mounted, c.mounted) << c.name;
         EXPECT_EQ(runner.programs(), QStringList(c.programs)) << c.name;
-        EXPECT_TRUE(result.detail.contains(QLatin1String(c.detailMentions))) << c.name << ": "
-                                                                             << result.detail.toStdString();
+        EXPECT_TRUE(result.detail.contains(QLatin1String(c.detailMentions)))
+            << c.name << ": " << result.detail.toStdString();
     }
 }
 
@@ -120,7 +130,8 @@ TEST(CardFormatBackendTest, ARefusedPlanRunsNothing)
 {
     ScriptedRunner runner;
     scriptAllTools(runner);
-    FormatPlan plan = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 32, QStringLiteral("X"));
+    FormatPlan plan
+        = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 32, QStringLiteral("X"));
     plan.refusal = FormatRefusal::NotRemovable;
     plan.reason = describeRefusal(plan.refusal);
     EXPECT_EQ(runFormat(plan, runner).outcome, FormatResult::Outcome::NotStarted);
@@ -133,10 +144,13 @@ TEST(CardFormatBackendTest, UDisksUnmountsFormatsWithTheLabelAndReportsTheNewMou
 {
     ScriptedRunner runner;
     runner.script(QStringLiteral("gdbus"), [](const QStringList& args) {
-        const bool mount = args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount"));
-        return CommandResult { true, 0, mount ? QByteArray("('/media/user/DASHCAM1',)\n") : QByteArray("()\n") };
+        const bool mount
+            = args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount"));
+        return CommandResult { true, 0,
+            mount ? QByteArray("('/media/user/DASHCAM1',)\n") : QByteArray("()\n") };
     });
-    FormatPlan plan = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 32, QStringLiteral("DASH'CAM"));
+    FormatPlan plan
+        = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 32, QStringLiteral("DASH'CAM"));
     plan.backend = FormatBackend::UDisks;
     const FormatResult result = runFormat(plan, runner);
     ASSERT_TRUE(result.succeeded()) << result.detail.toStdString();
@@ -150,7 +164,8 @@ TEST(CardFormatBackendTest, UDisksUnmountsFormatsWithTheLabelAndReportsTheNewMou
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(calls[i].arguments.value(0), QStringLiteral("call"));
         EXPECT_TRUE(calls[i].arguments.contains(QStringLiteral("--system")));
-        EXPECT_TRUE(calls[i].arguments.contains(QStringLiteral("/org/freedesktop/UDisks2/block_devices/sdb1")));
+        EXPECT_TRUE(calls[i].arguments.contains(
+            QStringLiteral("/org/freedesktop/UDisks2/block_devices/sdb1")));
         EXPECT_TRUE(calls[i].arguments.contains(methods[i])) << i;
     }
     // Type and label travel as two separate arguments; the quote is escaped for GVariant.
@@ -162,8 +177,10 @@ TEST(CardFormatBackendTest, UDisksMountFailureSaysTheCardIsUnmounted)
 {
     ScriptedRunner runner;
     runner.script(QStringLiteral("gdbus"), [](const QStringList& args) {
-        const bool mount = args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount"));
-        return CommandResult { true, mount ? 1 : 0, mount ? QByteArray("Not authorized") : QByteArray("()") };
+        const bool mount
+            = args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount"));
+        return CommandResult { true, mount ? 1 : 0,
+            mount ? QByteArray("Not authorized") : QByteArray("()") };
     });
     FormatPlan plan = allowedPlan(MountKind::Kernel, QStringLiteral("exfat"), 0, QString());
     plan.backend = FormatBackend::UDisks;

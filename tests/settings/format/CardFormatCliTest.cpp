@@ -61,7 +61,8 @@ ToolRun runCliWithInput(const QStringList& args, const QByteArray& input)
 
 bool enterPrivateMountNamespace()
 {
-    return unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return unshare(CLONE_NEWNS) == 0
+        && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
 // "ID_FS_TYPE", "ID_FS_VERSION", "ID_FS_LABEL" of a device as blkid probes it.
@@ -101,8 +102,8 @@ public:
             return;
         image.close();
         QDir().mkpath(m_mountPoint);
-        const ToolRun attach = runTool(QStringLiteral("losetup"),
-            { QStringLiteral("-f"), QStringLiteral("--show"), m_image });
+        const ToolRun attach = runTool(
+            QStringLiteral("losetup"), { QStringLiteral("-f"), QStringLiteral("--show"), m_image });
         const QString device = QString::fromUtf8(attach.output).trimmed();
         if (attach.exitCode != 0 || !device.startsWith(QLatin1String("/dev/loop")))
             return;
@@ -135,8 +136,10 @@ public:
     // The loop device really is backed by this test's image (never a disk).
     QString backingFile() const
     {
-        QFile file(QStringLiteral("/sys/class/block/%1/loop/backing_file").arg(QFileInfo(m_device).fileName()));
-        return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).trimmed() : QString();
+        QFile file(QStringLiteral("/sys/class/block/%1/loop/backing_file")
+                       .arg(QFileInfo(m_device).fileName()));
+        return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).trimmed()
+                                              : QString();
     }
 
 private:
@@ -149,21 +152,23 @@ private:
 void fillCard(const QString& root)
 {
     TestFiles::write(root + QStringLiteral("/SETTING/setup.cfg"), QByteArray(512, '\x01'));
-    TestFiles::write(root + QStringLiteral("/evt_rec/20240315_081502_F.avi"), QByteArray(300 * 1024, 'v'));
+    TestFiles::write(
+        root + QStringLiteral("/evt_rec/20240315_081502_F.avi"), QByteArray(300 * 1024, 'v'));
     TestFiles::write(root + QStringLiteral("/Set_touch_cal.txt"), {});
 }
 
 // What the card holds, leaving out the entry fusefat shows for the volume label.
 QStringList cardEntries(const QString& root, const QString& label)
 {
-    QStringList entries = QDir(root).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    QStringList entries
+        = QDir(root).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     entries.removeAll(label);
     return entries;
 }
 
 struct FileSystemCase {
     const char* name;
-    QStringList mkfs;  // program and arguments before the device
+    QStringList mkfs; // program and arguments before the device
     QStringList mount; // program and arguments before device and folder
     QString mountType;
 };
@@ -187,7 +192,8 @@ TEST_P(CardFormatLoopTest, FormatsTheCardAndMountsItAgainWithTypeAndLabelKept)
     ASSERT_EQ(runTool(c.mkfs[0], c.mkfs.mid(1) << card.device()).exitCode, 0);
     const QMap<QString, QString> before = probe(card.device());
     ASSERT_EQ(before.value(QStringLiteral("ID_FS_LABEL")), QStringLiteral("DASHCAM"));
-    ASSERT_EQ(runTool(c.mount[0], c.mount.mid(1) << card.device() << card.mountPoint()).exitCode, 0);
+    ASSERT_EQ(
+        runTool(c.mount[0], c.mount.mid(1) << card.device() << card.mountPoint()).exitCode, 0);
     ASSERT_TRUE(mountAt(card.mountPoint()).has_value());
     fillCard(card.mountPoint());
 
@@ -198,8 +204,9 @@ TEST_P(CardFormatLoopTest, FormatsTheCardAndMountsItAgainWithTypeAndLabelKept)
     EXPECT_TRUE(declined.output.contains("Format it? [y/N]")) << declined.output.constData();
     EXPECT_TRUE(QFile::exists(card.mountPoint() + QStringLiteral("/SETTING/setup.cfg")));
 
-    const ToolRun formatted = runCliWithInput(
-        { QStringLiteral("card"), QStringLiteral("format"), card.mountPoint(), QStringLiteral("--yes") }, {});
+    const ToolRun formatted = runCliWithInput({ QStringLiteral("card"), QStringLiteral("format"),
+                                                  card.mountPoint(), QStringLiteral("--yes") },
+        {});
     EXPECT_EQ(formatted.exitCode, 0) << formatted.output.constData();
 
     const auto mount = mountAt(card.mountPoint());
@@ -226,7 +233,9 @@ INSTANTIATE_TEST_SUITE_P(FileSystems, CardFormatLoopTest,
         FileSystemCase { "exfat",
             { QStringLiteral("mkfs.exfat"), QStringLiteral("-L"), QStringLiteral("DASHCAM") },
             { QStringLiteral("mount.exfat-fuse") }, QStringLiteral("fuseblk") }),
-    [](const ::testing::TestParamInfo<FileSystemCase>& info) { return std::string(info.param.name); });
+    [](const ::testing::TestParamInfo<FileSystemCase>& info) {
+        return std::string(info.param.name);
+    });
 
 TEST(CardFormatCliTest, APlainFolderOnTheSystemDiskIsRefusedWithNothingTouched)
 {
@@ -237,12 +246,14 @@ TEST(CardFormatCliTest, APlainFolderOnTheSystemDiskIsRefusedWithNothingTouched)
         { QStringLiteral("card"), QStringLiteral("format"), card, QStringLiteral("--yes") }, {});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_TRUE(refused.output.contains("will not format")) << refused.output.constData();
-    EXPECT_TRUE(refused.output.contains("not the root of a mounted volume")) << refused.output.constData();
+    EXPECT_TRUE(refused.output.contains("not the root of a mounted volume"))
+        << refused.output.constData();
     EXPECT_EQ(TestFiles::read(card + QStringLiteral("/SETTING/setup.cfg")), QByteArray("record"));
 
     // The system's own root is a volume, but not a card.
-    const ToolRun root = runCliWithInput({ QStringLiteral("card"), QStringLiteral("format"), QStringLiteral("/"),
-                                         QStringLiteral("--yes") }, {});
+    const ToolRun root = runCliWithInput({ QStringLiteral("card"), QStringLiteral("format"),
+                                             QStringLiteral("/"), QStringLiteral("--yes") },
+        {});
     EXPECT_EQ(root.exitCode, 1);
     EXPECT_TRUE(root.output.contains("will not format /:")) << root.output.constData();
 
@@ -266,13 +277,14 @@ TEST(CardFormatCliTest, TouchResetWritesTheEmptyMarkerOnlyWhenConfirmed)
     EXPECT_EQ(QFileInfo(marker).size(), 0);
 
     QFile::remove(marker);
-    const TestFiles::CliResult yes = TestFiles::runCli(
-        { QStringLiteral("card"), QStringLiteral("touch-reset"), card.path(), QStringLiteral("--yes") });
+    const TestFiles::CliResult yes = TestFiles::runCli({ QStringLiteral("card"),
+        QStringLiteral("touch-reset"), card.path(), QStringLiteral("--yes") });
     EXPECT_EQ(yes.exitCode, 0);
     EXPECT_TRUE(QFileInfo(marker).exists());
     EXPECT_EQ(QFileInfo(marker).size(), 0);
 
-    const TestFiles::CliResult missing = TestFiles::runCli({ QStringLiteral("card"),
-        QStringLiteral("touch-reset"), card.filePath(QStringLiteral("nowhere")), QStringLiteral("--yes") });
+    const TestFiles::CliResult missing
+        = TestFiles::runCli({ QStringLiteral("card"), QStringLiteral("touch-reset"),
+            card.filePath(QStringLiteral("nowhere")), QStringLiteral("--yes") });
     EXPECT_EQ(missing.exitCode, 1);
 }

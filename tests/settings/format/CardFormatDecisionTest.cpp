@@ -24,9 +24,12 @@ void addSystemDisk(FakeCardSystem& machine)
     machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda1"), 8, 1);
     machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda2"), 8, 2);
     machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda3"), 8, 3);
-    machine.addMount(8, 2, QStringLiteral("/"), QStringLiteral("ext4"), QStringLiteral("/dev/sda2"));
-    machine.addMount(8, 1, QStringLiteral("/boot"), QStringLiteral("vfat"), QStringLiteral("/dev/sda1"));
-    machine.addMount(8, 3, QStringLiteral("/home"), QStringLiteral("ext4"), QStringLiteral("/dev/sda3"));
+    machine.addMount(
+        8, 2, QStringLiteral("/"), QStringLiteral("ext4"), QStringLiteral("/dev/sda2"));
+    machine.addMount(
+        8, 1, QStringLiteral("/boot"), QStringLiteral("vfat"), QStringLiteral("/dev/sda1"));
+    machine.addMount(
+        8, 3, QStringLiteral("/home"), QStringLiteral("ext4"), QStringLiteral("/dev/sda3"));
 }
 
 // A card reader on USB with the card's partition sdb1, mounted by the kernel.
@@ -38,7 +41,8 @@ QString addUsbCard(FakeCardSystem& machine, ScriptedRunner& runner, const QStrin
     const QString point = machine.folder(QStringLiteral("media/user/") + folderName);
     machine.addMount(8, 17, point, type, QStringLiteral("/dev/sdb1"),
         QStringLiteral("rw,uid=1000,gid=1000,fmask=0022,dmask=0022,codepage=437,utf8"));
-    runner.blkid(QStringLiteral("sdb1"), type, label, type == QLatin1String("vfat") ? QStringLiteral("FAT32") : QString());
+    runner.blkid(QStringLiteral("sdb1"), type, label,
+        type == QLatin1String("vfat") ? QStringLiteral("FAT32") : QString());
     return point;
 }
 
@@ -72,8 +76,11 @@ const FormatBackend kCli = FormatBackend::CommandLine;
 
 const Case kCases[] = {
     { "sd card in a usb reader",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM")); },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM"), kCli } },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+        },
+        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
+            QStringLiteral("DASHCAM"), kCli } },
     { "built-in sd reader reports removable 0",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             m.addDisk({ QStringLiteral("mmcblk0"), 179, 0, FakeCardSystem::Bus::SdReader, false });
@@ -81,23 +88,29 @@ const Case kCases[] = {
             const QString point = m.folder(QStringLiteral("media/user/CAM 2"));
             m.addMount(179, 1, point, QStringLiteral("exfat"), QStringLiteral("/dev/mmcblk0p1"));
             r.blkid(QStringLiteral("mmcblk0p1"), QStringLiteral("exfat"), QStringLiteral("CAM 2"));
-            return point; },
-        { FormatRefusal::None, QStringLiteral("mmcblk0p1"), QStringLiteral("exfat"), 0, QStringLiteral("CAM 2"), kCli } },
+            return point;
+        },
+        { FormatRefusal::None, QStringLiteral("mmcblk0p1"), QStringLiteral("exfat"), 0,
+            QStringLiteral("CAM 2"), kCli } },
     { "usb stick that calls itself fixed",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             m.addDisk({ QStringLiteral("sdc"), 8, 32, FakeCardSystem::Bus::Usb, false });
             const QString point = m.folder(QStringLiteral("media/user/STICK"));
             m.addMount(8, 32, point, QStringLiteral("vfat"), QStringLiteral("/dev/sdc"));
-            r.blkid(QStringLiteral("sdc"), QStringLiteral("vfat"), QStringLiteral("STICK"), QStringLiteral("FAT16"));
-            return point; },
-        { FormatRefusal::None, QStringLiteral("sdc"), QStringLiteral("vfat"), 16, QStringLiteral("STICK"), kCli } },
+            r.blkid(QStringLiteral("sdc"), QStringLiteral("vfat"), QStringLiteral("STICK"),
+                QStringLiteral("FAT16"));
+            return point;
+        },
+        { FormatRefusal::None, QStringLiteral("sdc"), QStringLiteral("vfat"), 16,
+            QStringLiteral("STICK"), kCli } },
     { "fixed sata disk",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             m.addDisk({ QStringLiteral("sdd"), 8, 48, FakeCardSystem::Bus::Sata, false });
             const QString point = m.folder(QStringLiteral("data"));
             m.addMount(8, 48, point, QStringLiteral("vfat"), QStringLiteral("/dev/sdd"));
             r.blkid(QStringLiteral("sdd"), QStringLiteral("vfat"), QStringLiteral("DATA"));
-            return point; },
+            return point;
+        },
         refused(FormatRefusal::NotRemovable) },
     { "loop device backed by an image file",
         [](FakeCardSystem& m, ScriptedRunner& r) {
@@ -106,18 +119,23 @@ const Case kCases[] = {
             EXPECT_TRUE(file.open(QIODevice::WriteOnly));
             m.addLoop(QStringLiteral("loop3"), 3, image);
             const QString point = m.folder(QStringLiteral("mnt/DASH CAM"));
-            m.addMount(0, 51, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"), QStringLiteral("rw,user_id=0"));
+            m.addMount(0, 51, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"),
+                QStringLiteral("rw,user_id=0"));
             m.addFuseDaemon(4242, QStringLiteral("fusefat"), 51, QStringLiteral("loop3"), point);
-            r.blkid(QStringLiteral("loop3"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"), QStringLiteral("FAT16"));
-            return point; },
-        { FormatRefusal::None, QStringLiteral("loop3"), QStringLiteral("vfat"), 16, QStringLiteral("DASHCAM"), kCli, MountKind::FuseFat } },
+            r.blkid(QStringLiteral("loop3"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"),
+                QStringLiteral("FAT16"));
+            return point;
+        },
+        { FormatRefusal::None, QStringLiteral("loop3"), QStringLiteral("vfat"), 16,
+            QStringLiteral("DASHCAM"), kCli, MountKind::FuseFat } },
     { "loop device whose image was deleted",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             m.addLoop(QStringLiteral("loop4"), 4, QStringLiteral("/tmp/gone.img (deleted)"));
             const QString point = m.folder(QStringLiteral("mnt/gone"));
             m.addMount(7, 4, point, QStringLiteral("vfat"), QStringLiteral("/dev/loop4"));
             r.blkid(QStringLiteral("loop4"), QStringLiteral("vfat"), QStringLiteral("GONE"));
-            return point; },
+            return point;
+        },
         refused(FormatRefusal::NotRemovable) },
     { "loop device over another disk",
         [](FakeCardSystem& m, ScriptedRunner& r) {
@@ -125,7 +143,8 @@ const Case kCases[] = {
             const QString point = m.folder(QStringLiteral("mnt/disk"));
             m.addMount(7, 5, point, QStringLiteral("vfat"), QStringLiteral("/dev/loop5"));
             r.blkid(QStringLiteral("loop5"), QStringLiteral("vfat"), QStringLiteral("X"));
-            return point; },
+            return point;
+        },
         refused(FormatRefusal::NotRemovable) },
     { "exfat-fuse names its device in the mount table",
         [](FakeCardSystem& m, ScriptedRunner& r) {
@@ -134,95 +153,134 @@ const Case kCases[] = {
             EXPECT_TRUE(file.open(QIODevice::WriteOnly));
             m.addLoop(QStringLiteral("loop6"), 6, image);
             const QString point = m.folder(QStringLiteral("mnt/EX CARD"));
-            m.addMount(7, 6, point, QStringLiteral("fuseblk"), QStringLiteral("/dev/loop6"), QStringLiteral("rw,user_id=0,allow_other"));
-            m.addFuseDaemon(4343, QStringLiteral("mount.exfat-fuse"), 77, QStringLiteral("loop6"), point);
+            m.addMount(7, 6, point, QStringLiteral("fuseblk"), QStringLiteral("/dev/loop6"),
+                QStringLiteral("rw,user_id=0,allow_other"));
+            m.addFuseDaemon(
+                4343, QStringLiteral("mount.exfat-fuse"), 77, QStringLiteral("loop6"), point);
             r.blkid(QStringLiteral("loop6"), QStringLiteral("exfat"), QStringLiteral("EX CARD"));
-            return point; },
-        { FormatRefusal::None, QStringLiteral("loop6"), QStringLiteral("exfat"), 0, QStringLiteral("EX CARD"), kCli, MountKind::FuseExfat } },
+            return point;
+        },
+        { FormatRefusal::None, QStringLiteral("loop6"), QStringLiteral("exfat"), 0,
+            QStringLiteral("EX CARD"), kCli, MountKind::FuseExfat } },
     { "fuse daemon of an older kernel found by its command line",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             m.addDisk({ QStringLiteral("sde"), 8, 64, FakeCardSystem::Bus::Usb, true });
             const QString point = m.folder(QStringLiteral("mnt/old"));
             m.addMount(0, 60, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"));
-            m.addFuseDaemon(4444, QStringLiteral("fusefat"), 0, QStringLiteral("sde"), point, false);
+            m.addFuseDaemon(
+                4444, QStringLiteral("fusefat"), 0, QStringLiteral("sde"), point, false);
             r.blkid(QStringLiteral("sde"), QStringLiteral("vfat"), QStringLiteral("OLD"));
-            return point; },
-        { FormatRefusal::None, QStringLiteral("sde"), QStringLiteral("vfat"), 32, QStringLiteral("OLD"), kCli, MountKind::FuseFat } },
+            return point;
+        },
+        { FormatRefusal::None, QStringLiteral("sde"), QStringLiteral("vfat"), 32,
+            QStringLiteral("OLD"), kCli, MountKind::FuseFat } },
     { "fuse mount whose program can't be found",
         [](FakeCardSystem& m, ScriptedRunner&) {
             const QString point = m.folder(QStringLiteral("mnt/orphan"));
             m.addMount(0, 61, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"));
-            return point; },
+            return point;
+        },
         refused(FormatRefusal::NoBlockDevice) },
     { "removable disk that holds the system (a live stick)",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             m.addDisk({ QStringLiteral("sdf"), 8, 80, FakeCardSystem::Bus::Usb, true });
             m.addPartition(QStringLiteral("sdf"), QStringLiteral("sdf1"), 8, 81);
             m.addPartition(QStringLiteral("sdf"), QStringLiteral("sdf2"), 8, 82);
-            m.addMount(8, 81, QStringLiteral("/usr"), QStringLiteral("ext4"), QStringLiteral("/dev/sdf1"));
+            m.addMount(
+                8, 81, QStringLiteral("/usr"), QStringLiteral("ext4"), QStringLiteral("/dev/sdf1"));
             const QString point = m.folder(QStringLiteral("media/user/LIVE"));
             m.addMount(8, 82, point, QStringLiteral("vfat"), QStringLiteral("/dev/sdf2"));
             r.blkid(QStringLiteral("sdf2"), QStringLiteral("vfat"), QStringLiteral("LIVE"));
-            return point; },
+            return point;
+        },
         refused(FormatRefusal::SystemVolume) },
     { "label Untitled",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("Untitled"), QStringLiteral("Untitled")); },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(m, r, QStringLiteral("Untitled"), QStringLiteral("Untitled"));
+        },
         refused(FormatRefusal::UntitledVolume) },
     { "label Untitled 2",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("CARD"), QStringLiteral("Untitled 2")); },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(m, r, QStringLiteral("CARD"), QStringLiteral("Untitled 2"));
+        },
         refused(FormatRefusal::UntitledVolume) },
     { "no label, folder Untitled 3",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("Untitled 3"), QString()); },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(m, r, QStringLiteral("Untitled 3"), QString());
+        },
         refused(FormatRefusal::UntitledVolume) },
     { "a label that merely contains Untitled",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("MyUntitled"), QStringLiteral("MyUntitled")); },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32, QStringLiteral("MyUntitled"), kCli } },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(m, r, QStringLiteral("MyUntitled"), QStringLiteral("MyUntitled"));
+        },
+        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
+            QStringLiteral("MyUntitled"), kCli } },
     { "a subfolder of the card",
         [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM")) + QStringLiteral("/SETTING"); },
+            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"))
+                + QStringLiteral("/SETTING");
+        },
         refused(FormatRefusal::NotAMountPoint) },
     { "a bind mount of a card's subfolder",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
             const QString bind = m.folder(QStringLiteral("bound"));
-            m.addMount(8, 17, bind, QStringLiteral("vfat"), QStringLiteral("/dev/sdb1"), QStringLiteral("rw"), QStringLiteral("/DCIM"));
-            return bind; },
+            m.addMount(8, 17, bind, QStringLiteral("vfat"), QStringLiteral("/dev/sdb1"),
+                QStringLiteral("rw"), QStringLiteral("/DCIM"));
+            return bind;
+        },
         refused(FormatRefusal::NotAMountPoint) },
     { "card mounted at two places",
         [](FakeCardSystem& m, ScriptedRunner& r) {
-            const QString point = addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-            m.addMount(8, 17, m.folder(QStringLiteral("again")), QStringLiteral("vfat"), QStringLiteral("/dev/sdb1"));
-            return point; },
+            const QString point
+                = addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+            m.addMount(8, 17, m.folder(QStringLiteral("again")), QStringLiteral("vfat"),
+                QStringLiteral("/dev/sdb1"));
+            return point;
+        },
         refused(FormatRefusal::MountedElsewhere) },
     { "memory file system",
         [](FakeCardSystem& m, ScriptedRunner&) {
             const QString point = m.folder(QStringLiteral("ram"));
             m.addMount(0, 30, point, QStringLiteral("tmpfs"), QStringLiteral("tmpfs"));
-            return point; },
+            return point;
+        },
         refused(FormatRefusal::NoBlockDevice) },
     { "ntfs on a card",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("WIN"), QStringLiteral("WIN"), QStringLiteral("ntfs")); },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(
+                m, r, QStringLiteral("WIN"), QStringLiteral("WIN"), QStringLiteral("ntfs"));
+        },
         refused(FormatRefusal::UnsupportedFileSystem) },
     { "desktop user without the system bus",
-        [](FakeCardSystem& m, ScriptedRunner& r) { return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM")); },
+        [](FakeCardSystem& m, ScriptedRunner& r) {
+            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+        },
         refused(FormatRefusal::NoPermission), false, false },
     { "desktop user with UDisks2",
         [](FakeCardSystem& m, ScriptedRunner& r) {
             r.script(QStringLiteral("gdbus"), [](const QStringList& args) {
-                const bool known = args.contains(QStringLiteral("/org/freedesktop/UDisks2/block_devices/sdb1"));
+                const bool known
+                    = args.contains(QStringLiteral("/org/freedesktop/UDisks2/block_devices/sdb1"));
                 return CommandResult { true, known ? 0 : 1,
-                    known ? QByteArray("interface org.freedesktop.UDisks2.Filesystem {\n}") : QByteArray() };
+                    known ? QByteArray("interface org.freedesktop.UDisks2.Filesystem {\n}")
+                          : QByteArray() };
             });
-            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM")); },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM"), FormatBackend::UDisks },
+            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+        },
+        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
+            QStringLiteral("DASHCAM"), FormatBackend::UDisks },
         false, true },
     { "blkid not allowed: label from udev's links, type from the mount",
         [](FakeCardSystem& m, ScriptedRunner& r) {
-            const QString point = addUsbCard(m, r, QStringLiteral("MY CARD"), QStringLiteral("MY CARD"));
+            const QString point
+                = addUsbCard(m, r, QStringLiteral("MY CARD"), QStringLiteral("MY CARD"));
             r.fail(QStringLiteral("blkid"), 2);
             m.addLabelLink(QStringLiteral("MY\\x20CARD"), QStringLiteral("sdb1"));
-            return point; },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32, QStringLiteral("MY CARD"), kCli } },
+            return point;
+        },
+        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
+            QStringLiteral("MY CARD"), kCli } },
 };
 
 class CardFormatDecisionTest : public ::testing::TestWithParam<Case> { };
@@ -236,14 +294,16 @@ TEST_P(CardFormatDecisionTest, DecidesFromMountTableAndSysfs)
     ScriptedRunner runner;
     addSystemDisk(machine);
     const QString folder = c.setup(machine, runner);
-    const FormatPlan plan = CardFormatInspector(machine.system(c.isRoot, c.systemBus), runner).inspect(folder);
+    const FormatPlan plan
+        = CardFormatInspector(machine.system(c.isRoot, c.systemBus), runner).inspect(folder);
 
     EXPECT_EQ(plan.refusal, c.expect.refusal) << plan.reason.toStdString();
     EXPECT_FALSE(plan.reason.isEmpty());
     // Deciding never changes anything: only blkid and gdbus introspect are run.
     for (const ScriptedRunner::Call& call : runner.calls()) {
         EXPECT_TRUE(call.program == QLatin1String("blkid")
-            || (call.program == QLatin1String("gdbus") && call.arguments.value(0) == QLatin1String("introspect")))
+            || (call.program == QLatin1String("gdbus")
+                && call.arguments.value(0) == QLatin1String("introspect")))
             << call.program.toStdString();
     }
     if (c.expect.refusal != FormatRefusal::None) {
@@ -274,7 +334,8 @@ TEST(CardFormatDecisionTest, FixedDisksAreNeverAskedAboutTheirLabel)
     ScriptedRunner runner;
     addSystemDisk(machine);
     runner.blkid(QStringLiteral("sda2"), QStringLiteral("ext4"), QStringLiteral("root"));
-    const FormatPlan plan = CardFormatInspector(machine.system(), runner).inspect(QStringLiteral("/"));
+    const FormatPlan plan
+        = CardFormatInspector(machine.system(), runner).inspect(QStringLiteral("/"));
     EXPECT_EQ(plan.refusal, FormatRefusal::NotRemovable);
     EXPECT_TRUE(runner.calls().isEmpty());
 }
@@ -284,10 +345,12 @@ TEST(CardFormatDecisionTest, TheMountPointOfAProtectedFolderIsRefusedEvenOnACard
     FakeCardSystem machine;
     ScriptedRunner runner;
     addSystemDisk(machine);
-    const QString point = addUsbCard(machine, runner, QStringLiteral("CACHE"), QStringLiteral("CACHE"));
+    const QString point
+        = addUsbCard(machine, runner, QStringLiteral("CACHE"), QStringLiteral("CACHE"));
     CardFormatSystem system = machine.system();
     system.protectedPaths << point + QStringLiteral("/tavro-cache");
-    EXPECT_EQ(CardFormatInspector(system, runner).inspect(point).refusal, FormatRefusal::SystemVolume);
+    EXPECT_EQ(
+        CardFormatInspector(system, runner).inspect(point).refusal, FormatRefusal::SystemVolume);
 }
 
 TEST(CardFormatDecisionTest, AFolderDeclaredAsACardOnAFixedDiskIsStillRefused)
@@ -328,7 +391,8 @@ TEST(CardFormatDecisionTest, TheFormatterLooksAgainAndLeavesAnotherCardAlone)
     FakeCardSystem machine;
     auto runner = std::make_shared<ScriptedRunner>();
     addSystemDisk(machine);
-    const QString point = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+    const QString point
+        = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
     for (const char* tool : { "umount", "mkfs.vfat", "mount" })
         runner->succeed(QString::fromLatin1(tool));
     const CardFormatter formatter(machine.system(), runner);
@@ -336,14 +400,16 @@ TEST(CardFormatDecisionTest, TheFormatterLooksAgainAndLeavesAnotherCardAlone)
     ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
 
     // Another card went in at the same folder while the question was up.
-    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("OTHER"), QStringLiteral("FAT32"));
+    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("OTHER"),
+        QStringLiteral("FAT32"));
     const FormatResult changed = formatter.formatNow(plan);
     EXPECT_EQ(changed.outcome, FormatResult::Outcome::Failed);
     EXPECT_TRUE(changed.mounted);
     EXPECT_FALSE(runner->programs().contains(QStringLiteral("umount")));
 
     // The same card is formatted.
-    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"), QStringLiteral("FAT32"));
+    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"),
+        QStringLiteral("FAT32"));
     EXPECT_TRUE(formatter.formatNow(plan).succeeded());
     EXPECT_TRUE(runner->programs().contains(QStringLiteral("mkfs.vfat")));
 }

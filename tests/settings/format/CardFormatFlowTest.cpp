@@ -30,8 +30,8 @@ public:
         answer.cardRoot = cardRoot;
         QTimer::singleShot(0, context, [answer, done] { done(answer); });
     }
-    void format(const FormatPlan&, QObject* context,
-        std::function<void(const FormatResult&)> done) override
+    void format(
+        const FormatPlan&, QObject* context, std::function<void(const FormatResult&)> done) override
     {
         ++formats;
         QTimer::singleShot(20, context, [r = result, done] { done(r); });
@@ -110,7 +110,8 @@ TEST(CardFormatFlowTest, YesShowsProgressThenTheResultWithTheButtonEnabled)
         { "left unmounted", FormatResult::Outcome::Failed, false, CardSheetKeys::kFormatFailed,
             CardSheetKeys::kCardLeftUnmounted },
         // A tool that can't start leaves the progress text standing.
-        { "could not start", FormatResult::Outcome::NotStarted, true, CardSheetKeys::kFormatting, {} },
+        { "could not start", FormatResult::Outcome::NotStarted, true, CardSheetKeys::kFormatting,
+            {} },
     };
     for (const Case& c : cases) {
         ScriptedEngine engine;

@@ -52,17 +52,19 @@ FakeCardSystem::FakeCardSystem()
     QDir().mkpath(m_dir.path() + QStringLiteral("/proc"));
 }
 
-void FakeCardSystem::linkDevice(const QString& name, const QString& folder, quint32 major, quint32 minor)
+void FakeCardSystem::linkDevice(
+    const QString& name, const QString& folder, quint32 major, quint32 minor)
 {
-    writeFile(folder + QStringLiteral("/dev"), QStringLiteral("%1:%2\n").arg(major).arg(minor).toUtf8());
+    writeFile(
+        folder + QStringLiteral("/dev"), QStringLiteral("%1:%2\n").arg(major).arg(minor).toUtf8());
     symlink(folder, sys() + QStringLiteral("/class/block/") + name);
     symlink(folder, sys() + QStringLiteral("/dev/block/%1:%2").arg(major).arg(minor));
 }
 
 void FakeCardSystem::addDisk(const Disk& disk)
 {
-    const QString folder
-        = sys() + QStringLiteral("/devices/") + busPath(disk.bus) + QStringLiteral("/block/") + disk.name;
+    const QString folder = sys() + QStringLiteral("/devices/") + busPath(disk.bus)
+        + QStringLiteral("/block/") + disk.name;
     writeFile(folder + QStringLiteral("/removable"), disk.removable ? "1\n" : "0\n");
     if (disk.bus == Bus::SdReader)
         writeFile(folder + QStringLiteral("/device/type"), "SD\n");
@@ -70,7 +72,8 @@ void FakeCardSystem::addDisk(const Disk& disk)
     m_diskFolders.insert(disk.name, folder);
 }
 
-void FakeCardSystem::addPartition(const QString& disk, const QString& name, quint32 major, quint32 minor)
+void FakeCardSystem::addPartition(
+    const QString& disk, const QString& name, quint32 major, quint32 minor)
 {
     const QString folder = m_diskFolders.value(disk) + u'/' + name;
     writeFile(folder + QStringLiteral("/partition"), "1\n");
@@ -97,12 +100,13 @@ void FakeCardSystem::addMount(quint32 major, quint32 minor, const QString& mount
     QFile file(m_dir.path() + QStringLiteral("/mountinfo"));
     ASSERT_TRUE(file.open(QIODevice::Append));
     const int id = ++m_mountId;
-    file.write(QStringLiteral("%1 1 %2:%3 %4 %5 rw,nosuid,nodev,relatime shared:%1 - %6 %7 %8\n")
-                   .arg(id)
-                   .arg(major)
-                   .arg(minor)
-                   .arg(escapeMountPath(root), escapeMountPath(mountPoint), fsType, source, superOptions)
-                   .toUtf8());
+    file.write(
+        QStringLiteral("%1 1 %2:%3 %4 %5 rw,nosuid,nodev,relatime shared:%1 - %6 %7 %8\n")
+            .arg(id)
+            .arg(major)
+            .arg(minor)
+            .arg(escapeMountPath(root), escapeMountPath(mountPoint), fsType, source, superOptions)
+            .toUtf8());
 }
 
 void FakeCardSystem::addFuseDaemon(qint64 pid, const QString& program, quint32 connection,
@@ -117,8 +121,8 @@ void FakeCardSystem::addFuseDaemon(qint64 pid, const QString& program, quint32 c
         fdinfo += "fuse_connection:\t" + QByteArray::number(connection) + '\n';
     writeFile(process + QStringLiteral("/fdinfo/4"), fdinfo);
     writeFile(process + QStringLiteral("/fdinfo/3"), "pos:\t0\nflags:\t0100002\n");
-    QByteArray cmdline = "/usr/bin/" + program.toUtf8() + '\0' + "-o" + '\0' + "rw+" + '\0' + "/dev/"
-        + device.toUtf8() + '\0' + mountPoint.toUtf8() + '\0';
+    QByteArray cmdline = "/usr/bin/" + program.toUtf8() + '\0' + "-o" + '\0' + "rw+" + '\0'
+        + "/dev/" + device.toUtf8() + '\0' + mountPoint.toUtf8() + '\0';
     writeFile(process + QStringLiteral("/cmdline"), cmdline);
     writeFile(process + QStringLiteral("/environ"), "PWD=/\0");
     writeFile(process + QStringLiteral("/stat"),
@@ -171,7 +175,8 @@ void ScriptedRunner::blkid(
         QString safe = label;
         QString encoded = label;
         lines += "ID_FS_LABEL=" + safe.replace(u' ', u'_').toUtf8() + '\n';
-        lines += "ID_FS_LABEL_ENC=" + encoded.replace(u' ', QStringLiteral("\\x20")).toUtf8() + '\n';
+        lines
+            += "ID_FS_LABEL_ENC=" + encoded.replace(u' ', QStringLiteral("\\x20")).toUtf8() + '\n';
     }
     lines += "ID_FS_UUID=1234-ABCD\n";
     if (!version.isEmpty())

@@ -9,8 +9,10 @@ namespace {
 const QByteArray kTable
     = "22 1 8:2 / / rw,relatime shared:1 - ext4 /dev/sda2 rw,errors=remount-ro\n"
       "40 22 8:17 / /media/user/DASH\\040CAM rw,nosuid,nodev shared:30 master:1 - vfat /dev/sdb1 "
-      "rw,uid=1000,gid=1000,fmask=0022,dmask=0022,codepage=437,iocharset=ascii,shortname=mixed,utf8\n"
-      "41 22 0:45 / /tmp/a\\134b\\011c rw,nosuid,nodev,relatime - fuse.fusefat fusefat rw,user_id=0\n"
+      "rw,uid=1000,gid=1000,fmask=0022,dmask=0022,codepage=437,iocharset=ascii,shortname=mixed,"
+      "utf8\n"
+      "41 22 0:45 / /tmp/a\\134b\\011c rw,nosuid,nodev,relatime - fuse.fusefat fusefat "
+      "rw,user_id=0\n"
       "42 40 0:46 / /media/user/DASH\\040CAM rw - tmpfs tmpfs rw\n";
 
 } // namespace
@@ -44,9 +46,9 @@ TEST(MountTableTest, PathsBelongToTheLongestMountAndTheOneOnTop)
     };
     const Case cases[] = {
         { "/home/user", 22 },
-        { "/media/user/DASH CAM", 42 },        // the tmpfs mounted over the card
+        { "/media/user/DASH CAM", 42 }, // the tmpfs mounted over the card
         { "/media/user/DASH CAM/SETTING", 42 },
-        { "/media/user/DASH CAMERA", 22 },     // a longer name is not below the card
+        { "/media/user/DASH CAMERA", 22 }, // a longer name is not below the card
         { "/tmp/a\\b\tc/x", 41 },
     };
     for (const Case& c : cases) {
@@ -61,12 +63,12 @@ TEST(MountTableTest, SkipsMalformedLinesAndKeepsTheRest)
 {
     const QByteArray hostile = "\n"
                                "garbage\n"
-                               "1 2 3 4 5 6 - \n"                      // no type after the separator
-                               "x 1 8:1 / /a rw - ext4 /dev/x rw\n"    // id not a number
-                               "7 1 8:z / /b rw - ext4 /dev/x rw\n"    // minor not a number
+                               "1 2 3 4 5 6 - \n" // no type after the separator
+                               "x 1 8:1 / /a rw - ext4 /dev/x rw\n" // id not a number
+                               "7 1 8:z / /b rw - ext4 /dev/x rw\n" // minor not a number
                                "8 1 8:1 / relative rw - ext4 /dev/x rw\n"
-                               "9 1 8:1 / /ok\\04 rw - vfat\n"         // truncated escape, no source
-                               "10 1 8:1 / /c rw\n"                    // no separator
+                               "9 1 8:1 / /ok\\04 rw - vfat\n" // truncated escape, no source
+                               "10 1 8:1 / /c rw\n" // no separator
                                "11 1 8:3 / /d rw a b c d - ext4 /dev/y rw\n";
     const QList<MountEntry> mounts = MountTable::parse(hostile);
     ASSERT_EQ(mounts.size(), 2);
