@@ -149,26 +149,11 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     plan.mountPoint = folder;
     plan.mountType = mount->fsType;
 
-    const BlockDevices devices(m_system.sysRoot);
-    const bool anonymousFuse = mount->isFuse() && mount->fsType != QLatin1String("fuseblk");
-    if (anonymousFuse) {
-        if (const auto daemon = findFuseDaemon(m_system.procRoot, mount->minor, folder, devices)) {
-            plan.deviceName = daemon->deviceName;
-            plan.fuseDaemonPid = daemon->pid;
-        }
-    } else {
-        plan.deviceName = devices.nameForNumber(mount->major, mount->minor);
-        if (mount->isFuse() && !plan.deviceName.isEmpty()) {
-            if (const auto daemon
-                = findFuseDaemonOfDevice(m_system.procRoot, plan.deviceName, devices)) {
-                plan.fuseDaemonPid = daemon->pid;
-            }
-        }
-    }
+    locateDevice(*mount, plan);
     if (plan.deviceName.isEmpty())
         return refuse(plan, FormatRefusal::NoBlockDevice, mount->fsType);
 
-    const FormatRefusal deviceRefusal = checkDevice(plan.deviceName, folder);
+    const FormatRefusal deviceRefusal = checkDevice(plan.deviceName, folder, mounts);
     if (deviceRefusal != FormatRefusal::None)
         return refuse(plan, deviceRefusal, plan.devicePath());
 
@@ -180,6 +165,7 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     if (plan.volumeName.startsWith(QLatin1String("Untitled")))
         return refuse(plan, FormatRefusal::UntitledVolume, plan.volumeName);
 
+    const BlockDevices devices(m_system.sysRoot);
     for (const MountEntry& other : mounts) {
         const bool sameEntry = other.mountId == mount->mountId;
         if (!sameEntry && !other.isFuse()
@@ -189,15 +175,44 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     if (plan.fileSystem != QLatin1String("vfat") && plan.fileSystem != QLatin1String("exfat"))
         return refuse(plan, FormatRefusal::UnsupportedFileSystem, identity.type);
 
-    if (!mount->isFuse()) {
-        plan.mountKind = MountKind::Kernel;
-        plan.mountOptions = keptMountOptions(*mount);
-    } else if (plan.fileSystem == QLatin1String("vfat")) {
-        plan.mountKind = MountKind::FuseFat;
-    } else {
-        plan.mountKind = MountKind::FuseExfat;
-    }
+    chooseBackend(*mount, plan);
+    if (plan.backend == FormatBackend::None)
+        return refuse(plan, FormatRefusal::NoPermission);
 
+    plan.refusal = FormatRefusal::None;
+    plan.reason = describeRefusal(FormatRefusal::None);
+    return plan;
+}
+
+// The block device under the mount: from its number for kernel and "fuseblk"
+// mounts, from the FUSE program's open files for other FUSE mounts.
+void CardFormatInspector::locateDevice(const MountEntry& mount, FormatPlan& plan) const
+{
+    const BlockDevices devices(m_system.sysRoot);
+    if (mount.isFuse() && mount.fsType != QLatin1String("fuseblk")) {
+        if (const auto daemon
+            = findFuseDaemon(m_system.procRoot, mount.minor, plan.mountPoint, devices)) {
+            plan.deviceName = daemon->deviceName;
+            plan.fuseDaemonPid = daemon->pid;
+        }
+        return;
+    }
+    plan.deviceName = devices.nameForNumber(mount.major, mount.minor);
+    if (mount.isFuse() && !plan.deviceName.isEmpty()) {
+        if (const auto daemon = findFuseDaemonOfDevice(m_system.procRoot, plan.deviceName, devices))
+            plan.fuseDaemonPid = daemon->pid;
+    }
+}
+
+void CardFormatInspector::chooseBackend(const MountEntry& mount, FormatPlan& plan) const
+{
+    if (!mount.isFuse()) {
+        plan.mountKind = MountKind::Kernel;
+        plan.mountOptions = keptMountOptions(mount);
+    } else {
+        plan.mountKind
+            = plan.fileSystem == QLatin1String("vfat") ? MountKind::FuseFat : MountKind::FuseExfat;
+    }
     if (plan.mountKind == MountKind::Kernel) {
         if (m_system.systemBus && udisksKnows(plan.deviceName))
             plan.backend = FormatBackend::UDisks;
@@ -209,16 +224,10 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
         // unmount it, format it and mount it again.
         plan.backend = FormatBackend::CommandLine;
     }
-    if (plan.backend == FormatBackend::None)
-        return refuse(plan, FormatRefusal::NoPermission);
-
-    plan.refusal = FormatRefusal::None;
-    plan.reason = describeRefusal(FormatRefusal::None);
-    return plan;
 }
 
 FormatRefusal CardFormatInspector::checkDevice(
-    const QString& deviceName, const QString& mountPoint) const
+    const QString& deviceName, const QString& mountPoint, const QList<MountEntry>& mounts) const
 {
     const BlockDevices devices(m_system.sysRoot);
     if (deviceName.startsWith(QLatin1String("loop"))) {
@@ -232,7 +241,6 @@ FormatRefusal CardFormatInspector::checkDevice(
         return FormatRefusal::NotRemovable;
     }
 
-    const QList<MountEntry> mounts = MountTable::read(m_system.mountInfoPath);
     const QString disk = devices.diskOf(deviceName);
     for (const QString& path : m_system.protectedPaths) {
         const std::optional<MountEntry> holder

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "format/CardFormatPlan.h"
+#include "format/MountTable.h"
 
 #include <QString>
 #include <QStringList>
@@ -42,7 +43,10 @@ private:
         QString label;
     };
 
-    FormatRefusal checkDevice(const QString& deviceName, const QString& mountPoint) const;
+    void locateDevice(const MountEntry& mount, FormatPlan& plan) const;
+    void chooseBackend(const MountEntry& mount, FormatPlan& plan) const;
+    FormatRefusal checkDevice(const QString& deviceName, const QString& mountPoint,
+        const QList<MountEntry>& mounts) const;
     Identity identify(const QString& deviceName, const QString& mountType) const;
     Identity identifyByLabelLinks(const QString& deviceName) const;
     bool udisksKnows(const QString& deviceName) const;
