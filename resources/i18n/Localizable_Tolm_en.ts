@@ -729,6 +729,13 @@ Choose (Yes) to reset or (No) to cancel.</translation>
         <translation>The touch screen calibration has been reset.</translation>
     </message>
     <message>
+        <source>메모리 카드가 분리된 상태입니다.&#xd;
+메모리 카드를 뺐다가 다시 넣어 주십시오.</source>
+        <extracomment>Memory-card format and touch calibration: Added under the format failure when the card could not be mounted again</extracomment>
+        <translation>The memory card is no longer mounted.&#xd;
+Take the card out and insert it again.</translation>
+    </message>
+    <message>
         <source>Wenna : 메모리 파티션</source>
         <extracomment>Kel-family editor (model Wenna): Section title</extracomment>
         <translation>Memory Partition</translation>

@@ -729,6 +729,13 @@ Choisissez (Oui) pour réinitialiser ou (Non) pour annuler.</translation>
         <translation>L&apos;étalonnage de l&apos;écran tactile a été réinitialisé.</translation>
     </message>
     <message>
+        <source>메모리 카드가 분리된 상태입니다.&#xd;
+메모리 카드를 뺐다가 다시 넣어 주십시오.</source>
+        <extracomment>Memory-card format and touch calibration: Added under the format failure when the card could not be mounted again</extracomment>
+        <translation>La carte mémoire n&apos;est plus montée.&#xd;
+Retirez la carte puis insérez-la de nouveau.</translation>
+    </message>
+    <message>
         <source>Wenna : 메모리 파티션</source>
         <extracomment>Kel-family editor (model Wenna): Section title</extracomment>
         <translation>Partition de la mémoire</translation>

@@ -729,6 +729,13 @@ Draveloを終了してから、もう一度フォーマットしてください�
         <translation>タッチ画面の補正の初期化が完了しました。</translation>
     </message>
     <message>
+        <source>메모리 카드가 분리된 상태입니다.&#xd;
+메모리 카드를 뺐다가 다시 넣어 주십시오.</source>
+        <extracomment>Memory-card format and touch calibration: Added under the format failure when the card could not be mounted again</extracomment>
+        <translation>メモリーカードがマウントされていません。&#xd;
+カードを取り出して、もう一度挿入してください。</translation>
+    </message>
+    <message>
         <source>Wenna : 메모리 파티션</source>
         <extracomment>Kel-family editor (model Wenna): Section title</extracomment>
         <translation>メモリー配分</translation>

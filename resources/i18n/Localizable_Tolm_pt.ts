@@ -729,6 +729,13 @@ Escolha (Sim) para redefinir ou (Não) para cancelar.</translation>
         <translation>A calibração da tela sensível ao toque foi redefinida.</translation>
     </message>
     <message>
+        <source>메모리 카드가 분리된 상태입니다.&#xd;
+메모리 카드를 뺐다가 다시 넣어 주십시오.</source>
+        <extracomment>Memory-card format and touch calibration: Added under the format failure when the card could not be mounted again</extracomment>
+        <translation>O cartão de memória já não está montado.&#xd;
+Retire o cartão e insira-o novamente.</translation>
+    </message>
+    <message>
         <source>Wenna : 메모리 파티션</source>
         <extracomment>Kel-family editor (model Wenna): Section title</extracomment>
         <translation>Partição da memória</translation>

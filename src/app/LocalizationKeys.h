@@ -160,6 +160,7 @@
     X(kResetTouch, "초기화하기") \
     X(kResetTouchWarning, "주의 : 현재 설정된 화면 터치 정확도 값이 초기화 됩니다.\r\n초기화하려면 (예)를, 취소하려면 (아니오)를 선택 하십시오.") \
     X(kResetTouchDone, "화면 터치 정확도 초기화가 완료되었습니다.") \
+    X(kCardLeftUnmounted, "메모리 카드가 분리된 상태입니다.\r\n메모리 카드를 뺐다가 다시 넣어 주십시오.") \
     /* Kel-family editor (model Wenna) */ \
     X(kWennaMemoryPartition, "Wenna : 메모리 파티션") \
     X(kWennaContinuous, "Wenna : 상시") \

@@ -1,4 +1,5 @@
 #include "CardCliSupport.h"
+#include "CardFormatCommands.h"
 #include "CliCommands.h"
 
 #include "config/ModelCatalogue.h"
@@ -7,6 +8,10 @@
 // tavro card identify DIR: which camera wrote the card in DIR.
 int runCardCommand(const QStringList& args, CliIo& io)
 {
+    if (!args.isEmpty() && args[0] == QLatin1String("format"))
+        return runCardFormatCommand(args.mid(1), io);
+    if (!args.isEmpty() && args[0] == QLatin1String("touch-reset"))
+        return runCardTouchResetCommand(args.mid(1), io);
     const QString synopsis = QStringLiteral("card identify DIR");
     if (args.size() != 2 || args[0] != QLatin1String("identify"))
         return CardCli::usage(io, synopsis);

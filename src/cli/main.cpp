@@ -17,7 +17,8 @@ struct CommandEntry {
 constexpr std::array kCommands {
     CommandEntry { "telemetry", runTelemetryCommand,
         "telemetry [--loader auto|general|kel] [--format json|csv] FILE..." },
-    CommandEntry { "card", runCardCommand, "card identify DIR" },
+    CommandEntry { "card", runCardCommand,
+        "card identify DIR | card format DIR [--yes] | card touch-reset DIR [--yes]" },
     CommandEntry { "config", runConfigCommand, "config show|load|set|defaults DIR ..." },
     CommandEntry { "kel", runKelCommand, "kel show|set|clock DIR ..." },
     CommandEntry { "languages", runLanguagesCommand, "languages DIR" },

@@ -3,7 +3,11 @@
 #include "SettingsPages.h"
 #include "app/LocalizationKeys.h"
 #include "config/AlertSink.h"
+#include "config/TolmSettingManager.h"
+#include "format/CardOperationDialog.h"
 #include "page/SettingsPageWidget.h"
+
+#include <QPushButton>
 #include "window/ChoicePages.h"
 #include "web/WebSettingWindowController.h"
 #include "window/SettingWindow.h"
@@ -64,10 +68,29 @@ int ViewerSettingsPageOpener::showWebSettingWindow(
     QWidget* parent, const QString& settingDirPath, const CameraLanguageList& languages)
 {
     // The camera's own page runs in an application-modal window of its own;
-    // while one is open a second request does nothing.
+    // while one is open a second request does nothing. Its card format is the
+    // same sequence as the native page's.
+    WebSettingWindowController::setAskFormatHandler(
+        [](QWidget* window, const QString& folder) { askFormat(window, folder); });
     WebSettingWindowController::showWebSettingWindow(
         parent ? parent : m_mainWindow, settingDirPath, languages);
     return 0;
+}
+
+// The binary-record cameras' page carries the two card operations: reformat
+// the card and ask the camera to reset its touch calibration. Both run on the
+// card the settings were read from.
+void ViewerSettingsPageOpener::addCardOperations(SettingsPageWidget& page)
+{
+    const auto cardRoot = [] {
+        return TolmSettingManager::SharedTolmSettingManager()->settingDirPath();
+    };
+    QPushButton* format = page.addCardAction(LocalizationKeys::kFormatMemoryCard,
+        [&page, cardRoot] { askFormat(page.window(), cardRoot()); });
+    format->setObjectName(QStringLiteral("memoryCardFormatButton"));
+    QPushButton* touch = page.addCardAction(LocalizationKeys::kResetTouch,
+        [&page, cardRoot] { askTouchCalibrationReset(page.window(), cardRoot()); });
+    touch->setObjectName(QStringLiteral("initializeTouchButton"));
 }
 
 int ViewerSettingsPageOpener::showEditor(qint64 modelType)
@@ -87,5 +110,7 @@ int ViewerSettingsPageOpener::showEditor(qint64 modelType)
     auto* page = new SettingsPageWidget(std::move(model), layout);
     page->setObjectName(modelType == 6 ? QStringLiteral("KelSettingViewController")
                                        : QStringLiteral("TolmSettingViewController"));
+    if (modelType != 6)
+        addCardOperations(*page);
     return window.showModalWindow(page, false);
 }

@@ -2,6 +2,7 @@
 
 #include "app/session/SettingsRouter.h"
 
+class SettingsPageWidget;
 class ViewerLanguage;
 
 // The viewer's settings pages, each run modally in a SettingWindow over the
@@ -21,6 +22,7 @@ public:
 
 private:
     int showEditor(qint64 modelType);
+    static void addCardOperations(SettingsPageWidget& page);
 
     QWidget* m_mainWindow;
     ViewerLanguage* m_language;

@@ -226,6 +226,7 @@ void SettingsPageWidget::buildButtons()
     m_okButton->setDefault(false);
     row->addWidget(m_resetButton);
     row->addStretch(1);
+    m_buttonRow = row;
     row->addWidget(m_cancelButton);
     row->addWidget(m_okButton);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
@@ -276,6 +277,16 @@ void SettingsPageWidget::refreshFromModel()
         m_graph->setBars(m_model->partitionGraph());
 }
 
+QPushButton* SettingsPageWidget::addCardAction(const char* titleKey, std::function<void()> action)
+{
+    auto* button = new QPushButton(localized(titleKey), this);
+    // After Reset and the card actions already there, before the stretch.
+    m_buttonRow->insertWidget(int(m_cardActions.size()) + 1, button);
+    m_cardActions.append({ button, titleKey });
+    connect(button, &QPushButton::clicked, this, [action = std::move(action)] { action(); });
+    return button;
+}
+
 void SettingsPageWidget::applyLanguageSettings()
 {
     for (qsizetype i = 0; i < m_sections.size(); ++i) {
@@ -298,6 +309,8 @@ void SettingsPageWidget::applyLanguageSettings()
     if (m_graph)
         m_graph->applyLanguageSettings();
     m_resetButton->setText(localized(LocalizationKeys::kResetSettings));
+    for (const auto& [button, key] : std::as_const(m_cardActions))
+        button->setText(localized(key));
     m_cancelButton->setText(localized(LocalizationKeys::kCancel));
     m_okButton->setText(QStringLiteral("OK"));
 }

@@ -5,12 +5,14 @@
 #include <QHash>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class PartitionGraphView;
 class QCheckBox;
 class QDateTimeEdit;
 class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QTabWidget;
@@ -65,6 +67,11 @@ public:
     // Redraws every control from the model.
     void refreshFromModel();
 
+    // A button beside Reset for an operation on the card itself (format,
+    // touch-calibration reset), titled by a localisation key; the page only
+    // draws it and calls `action` when it is clicked.
+    QPushButton* addCardAction(const char* titleKey, std::function<void()> action);
+
     // The widgets, for the window's tests.
     SettingControlRow* row(const QString& controlName) const;
     QStringList sectionKeys() const { return m_sections; }
@@ -105,4 +112,6 @@ private:
     QPushButton* m_okButton = nullptr;
     QPushButton* m_cancelButton = nullptr;
     QPushButton* m_resetButton = nullptr;
+    QHBoxLayout* m_buttonRow = nullptr;
+    QList<QPair<QPushButton*, const char*>> m_cardActions;
 };

@@ -24,6 +24,8 @@
 #include "kel/KelSettingViewController.h"
 #include "page/SettingControlRow.h"
 #include "page/SettingsPageWidget.h"
+#include "app/TavroLanguages.h"
+#include "format/CardSheetDialog.h"
 #include "web/WebSettingWindow.h"
 #include "web/WebSettingWindowController.h"
 #include "window/ChoicePages.h"
@@ -188,15 +190,28 @@ TEST_F(SettingsButtonTest, WebAndNativeCamerasOpenTheirEditors)
             QTRY_VERIFY(WebSettingWindowController::instance() == nullptr);
         } else {
             QString pageFamily;
+            QString refusal;
             EditorTestSupport::whenModal([&](QWidget* modal) {
                 ASSERT_NE(modal, nullptr);
                 auto* page = modal->findChild<SettingsPageWidget*>();
                 ASSERT_NE(page, nullptr);
                 pageFamily = page->model().family();
+                ASSERT_NE(page->findChild<QPushButton*>(QStringLiteral("initializeTouchButton")), nullptr);
+                // The card folder lies on the machine's fixed disk: the format
+                // is refused before anything runs.
+                auto* format = page->findChild<QPushButton*>(QStringLiteral("memoryCardFormatButton"));
+                ASSERT_NE(format, nullptr);
+                format->click();
+                CardSheetDialog* sheet = nullptr;
+                QTRY_VERIFY_WITH_TIMEOUT((sheet = modal->findChild<CardSheetDialog*>()) && sheet->isVisible(), 10000);
+                refusal = sheet->informativeText();
+                sheet->buttons().first()->click();
                 QTest::keyClick(modal, Qt::Key_Escape);
             });
             pressSettingsButton();
             EXPECT_EQ(pageFamily, QStringLiteral("Tolm"));
+            EXPECT_EQ(refusal, TavroLanguages::SharedTavroLanguages().localized(
+                                   QString::fromUtf8(LocalizationKeys::kCannotFormat)));
         }
         EXPECT_EQ(m_alerts.sink().requests().size(), alertsBefore) << c.modelType;
         EXPECT_EQ(TolmSettingManager::SharedTolmSettingManager()->modelType(), c.modelType);

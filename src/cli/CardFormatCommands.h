@@ -1,0 +1,7 @@
+#pragma once
+
+#include "CliCommands.h"
+
+// tavro card format DIR [--yes] and tavro card touch-reset DIR [--yes].
+int runCardFormatCommand(const QStringList& args, CliIo& io);
+int runCardTouchResetCommand(const QStringList& args, CliIo& io);

@@ -1,0 +1,3 @@
+#include "format/FormatLog.h"
+
+Q_LOGGING_CATEGORY(lcFormat, "tavro.format", QtWarningMsg)
