@@ -28,6 +28,18 @@ QByteArray clipBytes(int type, int size = 300)
     return bytes;
 }
 
+// ffmpeg writes each output under a hidden ".NAME.partial.EXT" beside it,
+// renamed once it succeeded: the runs with the names they end up under.
+QList<Args> finalNames(QList<Args> runs)
+{
+    static const QRegularExpression kPartial(QStringLiteral("/\\.([^/]*)\\.partial\\.([^./]*)$"));
+    for (Args& run : runs) {
+        EXPECT_TRUE(kPartial.match(run.last()).hasMatch()) << qPrintable(run.last());
+        run.last().replace(kPartial, QStringLiteral("/\\1.\\2"));
+    }
+    return runs;
+}
+
 class ClipConverterTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -54,7 +66,7 @@ protected:
         for (const QUrl& url : *result)
             paths << url.toLocalFile();
         EXPECT_EQ(paths, files) << qPrintable(clip);
-        EXPECT_EQ(m_runner.conversions(), runs) << qPrintable(clip);
+        EXPECT_EQ(finalNames(m_runner.conversions()), runs) << qPrintable(clip);
         for (const auto& call : m_runner.calls())
             EXPECT_EQ(call.program, QStringLiteral("/usr/bin/ffmpeg-under-test"));
         for (const QString& file : files)
@@ -143,10 +155,10 @@ TEST_F(ClipConverterTest, Mp4PairGivesBothCamerasAndTheirSubtitles)
     const QString f = cache("clip_F_300", "clip_F_f.mov");
     const QString r = cache("clip_F_300", "clip_F_r.mov");
     expectConversion(front,
-        { { "-i", front, "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", f },
-            { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_f.srt") },
-            { "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", r },
-            { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_r.srt") } },
+        { { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_f.srt") },
+            { "-i", front, "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", f },
+            { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_F_300", "clip_F_r.srt") },
+            { "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", r } },
         { f, r });
     EXPECT_EQ(TestFiles::read(r), RecordingProcessRunner::outputBytes(rear));
     EXPECT_EQ(TestFiles::read(cache("clip_F_300", "clip_F_r.srt")),
@@ -158,12 +170,12 @@ TEST_F(ClipConverterTest, Mp4PairGivesBothCamerasAndTheirSubtitles)
     const QString rf = cache("clip_R_400", "clip_R_f.mov");
     const QString rr = cache("clip_R_400", "clip_R_r.mov");
     expectConversion(rear,
-        { { "-v", "10", "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
-              rf },
-            { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_f.srt") },
+        { { "-i", rear, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_f.srt") },
+            { "-v", "10", "-i", rear, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
+                rf },
+            { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_r.srt") },
             { "-v", "10", "-i", front, "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
-                rr },
-            { "-i", front, "-vn", "-an", "-c:s", "text", cache("clip_R_400", "clip_R_r.srt") } },
+                rr } },
         { rf, rr });
     EXPECT_EQ(TestFiles::read(rf), RecordingProcessRunner::outputBytes(rear));
 }
@@ -174,13 +186,13 @@ TEST_F(ClipConverterTest, Mp4PartnerLookups)
     const QString bc = m_card->add("cont_rec/clip_F_BC.mp4", clipBytes(0));
     const QString bcRear = m_card->add("cont_rec/clip_R_BC.mp4", clipBytes(0));
     expectConversion(bc,
-        { { "-i", bc, "-vcodec", "copy", "-acodec", "copy", "-y",
-              cache("clip_F_BC_300", "clip_F_BC_f.mov") },
-            { "-i", bc, "-vn", "-an", "-c:s", "text", cache("clip_F_BC_300", "clip_F_BC_f.srt") },
-            { "-i", bcRear, "-vcodec", "copy", "-acodec", "copy", "-y",
-                cache("clip_F_BC_300", "clip_F_BC_r.mov") },
+        { { "-i", bc, "-vn", "-an", "-c:s", "text", cache("clip_F_BC_300", "clip_F_BC_f.srt") },
+            { "-i", bc, "-vcodec", "copy", "-acodec", "copy", "-y",
+                cache("clip_F_BC_300", "clip_F_BC_f.mov") },
             { "-i", bcRear, "-vn", "-an", "-c:s", "text",
-                cache("clip_F_BC_300", "clip_F_BC_r.srt") } },
+                cache("clip_F_BC_300", "clip_F_BC_r.srt") },
+            { "-i", bcRear, "-vcodec", "copy", "-acodec", "copy", "-y",
+                cache("clip_F_BC_300", "clip_F_BC_r.mov") } },
         { cache("clip_F_BC_300", "clip_F_BC_f.mov"), cache("clip_F_BC_300", "clip_F_BC_r.mov") });
 
     // A front clip without its rear file, and a clip with no marker at all.
@@ -190,9 +202,8 @@ TEST_F(ClipConverterTest, Mp4PartnerLookups)
         const QString base = QFileInfo(clip).completeBaseName();
         const QString f = cache(base + "_300", base + "_f.mov");
         expectConversion(clip,
-            { { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", f },
-                { "-i", clip, "-vn", "-an", "-c:s", "text",
-                    cache(base + "_300", base + "_f.srt") } },
+            { { "-i", clip, "-vn", "-an", "-c:s", "text", cache(base + "_300", base + "_f.srt") },
+                { "-i", clip, "-vcodec", "copy", "-acodec", "copy", "-y", f } },
             { f });
         // The front output is reused; the missing rear file is looked for again.
         expectConversion(clip, {}, { f });
@@ -254,12 +265,12 @@ TEST_F(ClipConverterTest, RejectedClipsGiveWhatFfmpegProduced)
 
 TEST_F(ClipConverterTest, ExistingOutputIsTrustedAsItIs)
 {
-    // An output left behind (for example by a run that was cut short) is
-    // reused as it stands, without running ffmpeg again.
+    // An output in the cache is a complete one (ffmpeg's runs are put in
+    // place only when they succeed): it is reused without running ffmpeg.
     const QString clip = m_card->add("cont_rec/cut.avi", clipBytes(0));
     m_runner.setStreams(clip, 2, 0);
-    TestFiles::write(cache("cut_300", "cut_f.mov"), "partial");
-    TestFiles::write(cache("cut_300", "cut_r.mov"), "partial");
+    TestFiles::write(cache("cut_300", "cut_f.mov"), "complete");
+    TestFiles::write(cache("cut_300", "cut_r.mov"), "complete");
     m_runner.clear();
     const auto result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clip));
     ASSERT_TRUE(result.has_value());
