@@ -79,70 +79,53 @@ protected:
     std::unique_ptr<ClipConverter> m_converter;
 };
 
-TEST_F(ClipConverterTest, TwoCameraAviGivesFrontAndRearStreams)
+// The value that follows an option in a run, or "" when the option is absent.
+QString optionValue(const Args& run, const char* option)
 {
-    struct Case {
-        const char* name;
-        int type;
-        int audio;
-        Args tag;
-    };
-    const Case cases[] {
-        { "h264_audio", 0, 1, {} },
-        { "h264_mute", 0, 0, {} },
-        { "avc1_audio", 1, 2, { "-vtag", "avc1" } },
-        { "hvc1_mute", 2, 0, { "-vtag", "hvc1" } },
-        { "mjpg_audio", 3, 1, { "-vtag", "avc1" } },
-    };
-    for (const Case& c : cases) {
-        const QString name = QString::fromUtf8(c.name);
-        const QString clip = m_card->add("evt_rec/" + name + ".avi", clipBytes(c.type));
-        m_runner.setStreams(clip, 2, c.audio);
-        const QString folder = name + "_300";
-        const QString front = cache(folder, name + "_f.mov");
-        const QString rear = cache(folder, name + "_r.mov");
-        const Args audioMap = c.audio ? Args { "-map", "0:2" } : Args {};
-        const Args common { "-c", "copy", "-y", "-v", "10", "-vcodec", "copy", "-acodec", "copy" };
-        expectConversion(clip,
-            { Args { "-i", clip, "-map", "0:0" } + audioMap + common + c.tag + Args { front },
-                Args { "-i", clip, "-map", "0:1" } + audioMap + common + c.tag + Args { rear } },
-            { front, rear });
-        // The second time the cache answers: no ffmpeg run at all.
-        expectConversion(clip, {}, { front, rear });
-        EXPECT_TRUE(m_runner.calls().isEmpty()) << c.name;
-    }
+    const qsizetype at = run.indexOf(QString::fromLatin1(option));
+    return at >= 0 && at + 1 < run.size() ? run.at(at + 1) : QString();
 }
 
-TEST_F(ClipConverterTest, OneCameraAviUsesTheListOfItsCodecType)
+TEST_F(ClipConverterTest, AviClipsAreRemuxedPerCameraWithTheTagOfTheirCodec)
 {
-    struct Case {
-        const char* name;
-        int type;
-        Args arguments; // with IN and OUT for the clip and the output
-    };
-    const Case cases[] {
-        { "t0", 0, { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "OUT" } },
-        { "t1", 1,
-            { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
-                "OUT" } },
-        { "t2", 2,
-            { "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-y", "-vtag", "hvc1", "OUT" } },
-        { "t3", 3,
-            { "-v", "10", "-i", "IN", "-vcodec", "copy", "-acodec", "copy", "-vtag", "avc1", "-y",
-                "OUT" } },
-    };
-    for (const Case& c : cases) {
-        const QString name = QString::fromUtf8(c.name);
-        const QString clip = m_card->add("cont_rec/" + name + ".AVI", clipBytes(c.type));
-        m_runner.setStreams(clip, 1, 1);
-        const QString front = cache(name + "_300", name + "_f.mov");
-        Args expected = c.arguments;
-        expected.replaceInStrings(QRegularExpression("^IN$"), clip);
-        expected.replaceInStrings(QRegularExpression("^OUT$"), front);
-        expectConversion(clip, { expected }, { front });
-        // Cached: only the stream report runs again, no conversion.
-        expectConversion(clip, {}, { front });
-        EXPECT_EQ(m_runner.calls().size(), 1) << c.name;
+    // Properties of the runs rather than their full lists: each camera's
+    // stream is mapped (the sound with it when there is sound), streams are
+    // copied, the codec tag follows the codec type (none for H264, hvc1 for
+    // HEVC, avc1 otherwise) and the output is the camera's cache file.
+    const char* const tags[] = { "", "avc1", "hvc1", "avc1" };
+    for (const int cameras : { 1, 2 }) {
+        for (int type = 0; type < 4; ++type) {
+            for (const int audio : { 0, 1 }) {
+                const QString name = QStringLiteral("c%1_t%2_a%3").arg(cameras).arg(type).arg(audio);
+                SCOPED_TRACE(name.toStdString());
+                const QString clip = m_card->add("evt_rec/" + name + ".avi", clipBytes(type));
+                m_runner.setStreams(clip, cameras, audio);
+                m_runner.clear();
+                const auto result = m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clip));
+                ASSERT_TRUE(result.has_value());
+                const QList<Args> runs = finalNames(m_runner.conversions());
+                ASSERT_EQ(runs.size(), cameras);
+                ASSERT_EQ(result->size(), cameras);
+                for (int camera = 0; camera < cameras; ++camera) {
+                    const Args& run = runs.at(camera);
+                    const QString output = result->at(camera).toLocalFile();
+                    EXPECT_EQ(run.last(), output);
+                    EXPECT_TRUE(output.endsWith(camera == 0 ? "_f.mov" : "_r.mov"));
+                    EXPECT_EQ(TestFiles::read(output), RecordingProcessRunner::outputBytes(clip));
+                    EXPECT_EQ(optionValue(run, "-i"), clip);
+                    EXPECT_EQ(optionValue(run, "-vcodec"), QStringLiteral("copy"));
+                    EXPECT_EQ(optionValue(run, "-vtag"), QString::fromLatin1(tags[type]));
+                    if (cameras == 2) {
+                        EXPECT_EQ(optionValue(run, "-map"), QStringLiteral("0:%1").arg(camera));
+                        EXPECT_EQ(run.contains("0:2"), audio == 1);
+                    }
+                }
+                // The second time the cache answers: no conversion runs.
+                m_runner.clear();
+                EXPECT_EQ(m_converter->checkAndConvertVideo(QUrl::fromLocalFile(clip)), result);
+                EXPECT_TRUE(m_runner.conversions().isEmpty());
+            }
+        }
     }
 }
 

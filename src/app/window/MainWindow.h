@@ -15,6 +15,7 @@ class QAction;
 class QActionGroup;
 class QMenu;
 class QPrinter;
+class QProgressDialog;
 class TelemetryPanel;
 class TransportBar;
 class VideoArea;
@@ -123,5 +124,7 @@ private:
     bool m_mapHiddenOnFullScreen = true;
     bool m_wasMaximized = false;
     bool m_busy = false;
+    // Shown while a clip takes long to prepare; its Cancel drops the clip.
+    QProgressDialog* m_preparingDialog = nullptr;
     bool m_canRemoveOrSave = false;
 };
