@@ -35,8 +35,8 @@ void MapRequestGuard::setTileUrl(const QString& tileTemplate)
         at = match.capturedEnd();
     }
     pattern += QRegularExpression::escape(authority.mid(at));
-    m_tileHost = QRegularExpression(QRegularExpression::anchoredPattern(pattern),
-        QRegularExpression::CaseInsensitiveOption);
+    m_tileHost = QRegularExpression(
+        QRegularExpression::anchoredPattern(pattern), QRegularExpression::CaseInsensitiveOption);
 }
 
 bool MapRequestGuard::allows(const QUrl& url) const

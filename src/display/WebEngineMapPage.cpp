@@ -63,7 +63,8 @@ void WebEngineMapPage::load(const QUrl& url)
         return;
     m_loaded = false;
     // The tile server is the one the page is told to use.
-    const QString tiles = QUrlQuery(url).queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded);
+    const QString tiles
+        = QUrlQuery(url).queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded);
     m_guard->setTileUrl(tiles.isEmpty() ? QString::fromLatin1(MapScripts::kDefaultTileUrl) : tiles);
     m_view->load(url);
 }

@@ -4,8 +4,8 @@
 #include "library/ClipListScan.h"
 #include "library/ClipNaming.h"
 
-#include <QFile>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 

@@ -41,8 +41,8 @@ ProcessRunner::Result QtProcessRunner::execute(const QString& program, const QSt
     }
     process.waitForFinished(-1);
     result.output += process.readAll();
-    result.succeeded = !killed && process.exitStatus() == QProcess::NormalExit
-        && process.exitCode() == 0;
+    result.succeeded
+        = !killed && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     qCDebug(lcLibrary) << program << arguments << "exited with" << process.exitCode();
     return result;
 }

@@ -44,8 +44,8 @@ TEST_F(TavroLanguagesTest, KeysTurnIntoTheTextOfTheChosenLanguage)
         texts.insert(lookup(key));
     }
     EXPECT_EQ(texts.size(), ViewerSettings::supportedLanguages().size());
-    expectLookup({ QStringLiteral("en") }, QString::fromUtf8(LocalizationKeys::kYes),
-        QStringLiteral("Yes"));
+    expectLookup(
+        { QStringLiteral("en") }, QString::fromUtf8(LocalizationKeys::kYes), QStringLiteral("Yes"));
 }
 
 TEST_F(TavroLanguagesTest, OnlyTheFirstLookupLanguageCounts)

@@ -37,9 +37,15 @@ TEST(CameraLanguagesTest, AnnouncementsNumberEveryPieceIncludingEmptyOnes)
         { "", {} },
         // No line terminator of any kind is part of the codes.
         { "# Language ISO Code: en\rfr\n", {} },
-        { "# Language ISO Code: en\xC2\x85" "fr", {} }, // NEL
-        { "# Language ISO Code: en\xE2\x80\xA8" "fr", {} }, // LINE SEPARATOR
-        { "# Language ISO Code: en\xE2\x80\xA9" "fr", {} }, // PARAGRAPH SEPARATOR
+        { "# Language ISO Code: en\xC2\x85"
+          "fr",
+            {} }, // NEL
+        { "# Language ISO Code: en\xE2\x80\xA8"
+          "fr",
+            {} }, // LINE SEPARATOR
+        { "# Language ISO Code: en\xE2\x80\xA9"
+          "fr",
+            {} }, // PARAGRAPH SEPARATOR
         { "# Language ISO Code:\xFF\xFE en",
             pairs({ { 0, QString::fromUtf8("\xFF\xFE").toUtf8().constData() }, { 1, "en" } }) },
     };
@@ -76,8 +82,8 @@ TEST(CameraLanguagesTest, NamesOfLanguageCodes)
     EXPECT_EQ(QSet<QString>(codes.cbegin(), codes.cend()).size(), codes.size());
     for (const QString& code : codes)
         EXPECT_NE(languageTitleByExpandingCode(code), code) << qPrintable(code);
-    const std::pair<const char*, const char*> aliases[] = {
-        { "iw", "he" }, { "in", "id" }, { "ji", "yi" } };
+    const std::pair<const char*, const char*> aliases[]
+        = { { "iw", "he" }, { "in", "id" }, { "ji", "yi" } };
     for (const auto& [old, current] : aliases)
         EXPECT_EQ(languageTitleByExpandingCode(QString::fromLatin1(old)),
             languageTitleByExpandingCode(QString::fromLatin1(current)));

@@ -46,8 +46,8 @@ TEST(SetupRecordLayoutTest, EveryModelsRecordIsTheSumOfItsFieldWidths)
     }
     // Worked examples: an unknown card reads the oldest record; the Dravi
     // (type 3) grew ten fields with firmware 17.
-    const std::tuple<qint64, qint32, int, int> examples[] = {
-        { -1, 0, 60, 432 }, { 3, 16, 68, 464 }, { 3, 17, 78, 504 } };
+    const std::tuple<qint64, qint32, int, int> examples[]
+        = { { -1, 0, 60, 432 }, { 3, 16, 68, 464 }, { 3, 17, 78, 504 } };
     for (const auto& [type, firmware, count, length] : examples) {
         TolmSettingManager manager;
         manager.setModelType(type);

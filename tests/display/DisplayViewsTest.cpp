@@ -175,7 +175,8 @@ TEST_F(SpeedMeterViewTest, ImagesShowTheReadoutInEitherUnit)
 {
     // The digits, the gauge and the unit label are the readout's (whose
     // conversion the logic tests check), in the unit the user chose.
-    const auto digit = [](int d) { return d == SpeedReadout::kNoDigit ? QString() : QString::number(d); };
+    const auto digit
+        = [](int d) { return d == SpeedReadout::kNoDigit ? QString() : QString::number(d); };
     for (const int unit : { SpeedUnit::kKmph, SpeedUnit::kMph }) {
         useUnit(unit);
         for (const int kmh : { 0, 8, 9, 55, 100, 105, 161, 1024 }) {

@@ -242,9 +242,9 @@ TEST_F(MapPageTest, PageIsFencedIn)
     page.load(MapScripts::pageUrl(QString::fromLatin1(kUnreachableTiles)));
     page.runJavaScript(QStringLiteral("initialize()"));
     ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
-    ASSERT_TRUE(waitForState(
-        m_view, [](const QJsonObject& s) { return s[QStringLiteral("initialized")].toBool(); }))
-        << "the page runs under its own policy";
+    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) {
+        return s[QStringLiteral("initialized")].toBool();
+    })) << "the page runs under its own policy";
     // No local file, no frame that goes anywhere, a policy in the page.
     EXPECT_FALSE(m_view.page()->settings()->testAttribute(
         QWebEngineSettings::LocalContentCanAccessFileUrls));

@@ -206,7 +206,8 @@ TEST_F(ClipConverterFfmpegTest, AnInterruptedConversionEndsAtOnceAndLeavesNothin
     const auto again = converter.checkAndConvertVideo(QUrl::fromLocalFile(clip));
     ASSERT_TRUE(again.has_value());
     ASSERT_EQ(again->size(), 1);
-    EXPECT_EQ(FfmpegClipBuilder::streams(again->at(0).toLocalFile()), QStringList { "video 64x48" });
+    EXPECT_EQ(
+        FfmpegClipBuilder::streams(again->at(0).toLocalFile()), QStringList { "video 64x48" });
     EXPECT_TRUE(QFileInfo(cache + "/drive 'quoted' %d -x_F_f.srt").size() > 0);
     EXPECT_EQ(filesIn(cache).filter(".partial.").size(), 0);
 }

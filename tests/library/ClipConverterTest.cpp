@@ -96,7 +96,8 @@ TEST_F(ClipConverterTest, AviClipsAreRemuxedPerCameraWithTheTagOfTheirCodec)
     for (const int cameras : { 1, 2 }) {
         for (int type = 0; type < 4; ++type) {
             for (const int audio : { 0, 1 }) {
-                const QString name = QStringLiteral("c%1_t%2_a%3").arg(cameras).arg(type).arg(audio);
+                const QString name
+                    = QStringLiteral("c%1_t%2_a%3").arg(cameras).arg(type).arg(audio);
                 SCOPED_TRACE(name.toStdString());
                 const QString clip = m_card->add("evt_rec/" + name + ".avi", clipBytes(type));
                 m_runner.setStreams(clip, cameras, audio);

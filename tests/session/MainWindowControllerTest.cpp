@@ -3,8 +3,8 @@
 // and copies, stills and prints of the clip in the large view.
 #include "CardBuilder.h"
 #include "CardTreeBuilder.h"
-#include "FfmpegClipBuilder.h"
 #include "FakeVolumeSource.h"
+#include "FfmpegClipBuilder.h"
 #include "RecordingAlertSink.h"
 #include "RecordingProcessRunner.h"
 #include "RecordingSessionView.h"
@@ -206,7 +206,8 @@ TEST_F(MainWindowControllerTest, OnlyACardComingOrGoingTouchesTheListAndThePlayi
     mount(share);
     untouched("share mounted");
     const QByteArray overlay = "51 22 0:51 / /var/lib/containers/o rw - overlay overlay rw\n";
-    volumes->add(QStringLiteral("/var/lib/containers/o"), true, false, {}, QStringLiteral("overlay"));
+    volumes->add(
+        QStringLiteral("/var/lib/containers/o"), true, false, {}, QStringLiteral("overlay"));
     mount(overlay);
     untouched("container mounted");
     const QByteArray bind = "52 22 8:17 / /srv/card-bind rw - vfat /dev/sdb1 rw\n";
@@ -279,7 +280,8 @@ TEST_F(MainWindowControllerTest, SaveACopyOfTheClipInTheLargeView)
     // A copy that cannot be written says so, and the old file stays.
     EXPECT_FALSE(m_controller->saveFileButtonTouched(m_dir.filePath("no-such-folder/copy.mp4")));
     ASSERT_EQ(m_alerts.requests().size(), 1);
-    EXPECT_EQ(m_alerts.requests().at(0).messageKey, QString::fromUtf8(LocalizationKeys::kSaveFailed));
+    EXPECT_EQ(
+        m_alerts.requests().at(0).messageKey, QString::fromUtf8(LocalizationKeys::kSaveFailed));
     // In the background: the event loop goes on, the outcome comes back.
     QSignalSpy saved(m_controller.get(), &MainWindowController::fileSaved);
     const QString later = m_dir.filePath(QStringLiteral("later.mp4"));
@@ -401,7 +403,8 @@ TEST(MainWindowControllerSlowClipTest, PreparationRunsAsideCanBeCancelledAndEnds
     QTimer ticker;
     QObject::connect(&ticker, &QTimer::timeout, [&] { ++ticks; });
     ticker.start(20);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return view.events.contains(QStringLiteral("busy")); }, 2000));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return view.events.contains(QStringLiteral("busy")); }, 2000));
     EXPECT_GE(ticks, 10);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !cacheFiles().isEmpty(); }, 15000));
 

@@ -45,8 +45,8 @@ TEST(TruncatedMapping, EveryParserOverAFileCutUnderTheMappingSurvivesAndSaysSo)
     const AviChunkParser chunks;
     const KelChunkParser kel;
     const TolmSubtitleParser subtitle;
-    for (const TelemetryParser* parser : std::initializer_list<const TelemetryParser*> {
-             &raw, &tail, &chunks, &kel, &subtitle }) {
+    for (const TelemetryParser* parser :
+        std::initializer_list<const TelemetryParser*> { &raw, &tail, &chunks, &kel, &subtitle }) {
         writeClip(QStringLiteral("cut.avi"), bytes);
         ClipFileBytes file(path);
         ASSERT_TRUE(file.isOpen());

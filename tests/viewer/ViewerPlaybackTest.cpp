@@ -369,7 +369,8 @@ TEST_F(ViewerPlaybackTest, SpeedFollowsASeekBackAsSoonAsThePlayerIsThere)
     EXPECT_TRUE(matches()) << "speed " << meter->speed() << " at " << big->currentTime()
                            << " s; before the seek " << speedBefore << ", sample 40 "
                            << data.getGpsSpeed(40);
-    EXPECT_TRUE(window.transportBar()->playTimeTextField->text().startsWith(QStringLiteral("00:04")))
+    EXPECT_TRUE(
+        window.transportBar()->playTimeTextField->text().startsWith(QStringLiteral("00:04")))
         << window.transportBar()->playTimeTextField->text().toStdString();
 }
 

@@ -55,7 +55,8 @@ TEST(ViewerQuitTest, ASignalDuringAConversionEndsFfmpegAndLeavesNoPartialFile)
     // ffmpeg reading at the clip's own pace, noting its process id.
     const QString pids = dir.filePath(QStringLiteral("ffmpeg.pids"));
     const QString slow = dir.filePath(QStringLiteral("slow-ffmpeg"));
-    TestFiles::write(slow, "#!/bin/sh\necho $$ >> '" + pids.toUtf8() + "'\nexec ffmpeg -re \"$@\"\n");
+    TestFiles::write(
+        slow, "#!/bin/sh\necho $$ >> '" + pids.toUtf8() + "'\nexec ffmpeg -re \"$@\"\n");
     QFile::setPermissions(slow, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
     for (const int signal : { SIGTERM, SIGINT, SIGHUP }) {
@@ -66,12 +67,13 @@ TEST(ViewerQuitTest, ASignalDuringAConversionEndsFfmpegAndLeavesNoPartialFile)
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("TAVRO_FFMPEG"), slow);
         environment.insert(QStringLiteral("XDG_CACHE_HOME"), cacheHome);
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), dir.filePath(QStringLiteral("config")));
+        environment.insert(
+            QStringLiteral("XDG_CONFIG_HOME"), dir.filePath(QStringLiteral("config")));
         viewer.setProcessEnvironment(environment);
         viewer.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         viewer.start(QStringLiteral(TAVRO_VIEWER_PATH),
-            { QStringLiteral("--no-splash"), QStringLiteral("--card"), card, QStringLiteral("--play"),
-                QStringLiteral("0") });
+            { QStringLiteral("--no-splash"), QStringLiteral("--card"), card,
+                QStringLiteral("--play"), QStringLiteral("0") });
         ASSERT_TRUE(viewer.waitForStarted(10000));
         // Converting: ffmpeg runs and writes into the cache.
         ASSERT_TRUE(QTest::qWaitFor(
