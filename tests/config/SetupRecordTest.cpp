@@ -59,23 +59,16 @@ TEST(SetupRecordLayoutTest, EveryModelsRecordIsTheSumOfItsFieldWidths)
 
 TEST(SetupRecordLayoutTest, OffsetsOfFieldsInTheRecord)
 {
-    const std::pair<SetupField, int> cases[] = {
-        { SetupField::checksum, 0 },
-        { SetupField::cfg_struct_version, 4 },
-        { SetupField::product_name, 8 },
-        { SetupField::version, 40 },
-        { SetupField::reserved, 50 },
-        { SetupField::front_resolution, 52 },
-        { SetupField::setting_path, 228 },
-        { SetupField::micom_version, 356 },
-        { SetupField::tz_key, 380 },
-        { SetupField::cur_language, 428 },
-        { SetupField::local_id, 460 },
-        { SetupField::set_resolution, 504 },
-        { SetupField::iot_onoff, 576 },
-        { SetupField::eis_onoff, 581 },
-        { SetupField::avn_onoff, 595 },
-    };
+    // Each field starts where the one before it ends, the widths being the
+    // camera's width list; a few offsets as the camera's records show them.
+    const QList<qint32> byteSizes = TolmSettingManager::settingByteSizeList();
+    for (int i = 1; i < SetupRecordLayout::kFieldCount; ++i)
+        EXPECT_EQ(TolmSettingManager::offsetFromValue(SetupField(i)),
+            TolmSettingManager::offsetFromValue(SetupField(i - 1)) + byteSizes.at(i - 1))
+            << SetupRecordLayout::kFields[size_t(i)].name;
+    const std::pair<SetupField, int> cases[]
+        = { { SetupField::checksum, 0 }, { SetupField::product_name, 8 },
+              { SetupField::front_resolution, 52 }, { SetupField::tz_key, 380 } };
     for (const auto& [field, offset] : cases)
         EXPECT_EQ(TolmSettingManager::offsetFromValue(field), offset)
             << SetupRecordLayout::info(field).name;
