@@ -210,7 +210,8 @@ TEST_F(ClipLibraryTest, MissingOrUnreadableFoldersGiveNoClips)
 
 TEST_F(ClipLibraryTest, HostileFoldersListRegularFilesInsideTheFolderOnce)
 {
-    m_card->addAll({ "cont_rec/a.mp4", "evt_rec/e.mp4", "deep/L16/deep.mp4" });
+    m_card->addAll({ "cont_rec/a.mp4", "evt_rec/e.mp4", "deep/L16/deep.mp4",
+        "manual_rec/-odd 'name' \"x\" %d\nline.mp4" });
     QTemporaryDir outside;
     ASSERT_TRUE(QDir().mkpath(outside.filePath("clips")));
     QFile(outside.filePath("clips/outside.mp4")).open(QIODevice::WriteOnly);
@@ -243,7 +244,9 @@ TEST_F(ClipLibraryTest, HostileFoldersListRegularFilesInsideTheFolderOnce)
 
     m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
     QStringList rows = rowsOf(0);
-    ASSERT_EQ(rows.size(), 4) << qPrintable(rows.join(", "));
+    ASSERT_EQ(rows.size(), 5) << qPrintable(rows.join(", "));
+    // Quotes, blanks, "%", a leading "-" and a newline are a name like any other.
+    EXPECT_TRUE(rows.contains("manual_rec/-odd 'name' \"x\" %d\nline.mp4"));
     EXPECT_EQ(rows.filter("deep.mp4").size(), 1);
     EXPECT_TRUE(rows.contains("cont_rec/a.mp4"));
     EXPECT_TRUE(rows.contains("evt_rec/e.mp4"));
