@@ -49,6 +49,11 @@
         <translation>Please check the memory card.</translation>
     </message>
     <message>
+        <source>저장하지 못했습니다.</source>
+        <extracomment>Save a copy of a clip or a still: the file could not be written</extracomment>
+        <translation>The file could not be saved.</translation>
+    </message>
+    <message>
         <source>지원하지 않는 형식으로 인코딩된 동영상입니다.</source>
         <extracomment>Memory-card and clip alerts: Alert text: the clip cannot be played or converted</extracomment>
         <translation>This video is encoded in a format that is not supported.</translation>
@@ -690,6 +695,11 @@ Choose (Yes) to format or (No) to cancel.</translation>
         <extracomment>Memory-card format and touch calibration: Format progress</extracomment>
         <translation>Formatting the memory card.&#xd;
 Please wait.</translation>
+    </message>
+    <message>
+        <source>동영상을 준비하고 있습니다.</source>
+        <extracomment>Playback: a clip is being converted (shown with a Cancel button)</extracomment>
+        <translation>Preparing the clip…</translation>
     </message>
     <message>
         <source>메모리 카드 포맷이 완료 되었습니다.</source>

@@ -49,6 +49,11 @@
         <translation>Veuillez vérifier la carte mémoire.</translation>
     </message>
     <message>
+        <source>저장하지 못했습니다.</source>
+        <extracomment>Save a copy of a clip or a still: the file could not be written</extracomment>
+        <translation>Impossible d&apos;enregistrer le fichier.</translation>
+    </message>
+    <message>
         <source>지원하지 않는 형식으로 인코딩된 동영상입니다.</source>
         <extracomment>Memory-card and clip alerts: Alert text: the clip cannot be played or converted</extracomment>
         <translation>Cette vidéo est encodée dans un format non pris en charge.</translation>
@@ -690,6 +695,11 @@ Choisissez (Oui) pour formater ou (Non) pour annuler.</translation>
         <extracomment>Memory-card format and touch calibration: Format progress</extracomment>
         <translation>Formatage de la carte mémoire en cours.&#xd;
 Veuillez patienter.</translation>
+    </message>
+    <message>
+        <source>동영상을 준비하고 있습니다.</source>
+        <extracomment>Playback: a clip is being converted (shown with a Cancel button)</extracomment>
+        <translation>Préparation de la vidéo…</translation>
     </message>
     <message>
         <source>메모리 카드 포맷이 완료 되었습니다.</source>

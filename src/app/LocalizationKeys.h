@@ -23,6 +23,7 @@
     /* Memory-card and clip alerts */ \
     X(kMemoryCardError, "메모리카드 오류") \
     X(kCheckMemoryCard, "메모리카드를 확인하여 주시기 바랍니다.") \
+    X(kSaveFailed, "저장하지 못했습니다.") \
     X(kUnsupportedVideo, "지원하지 않는 형식으로 인코딩된 동영상입니다.") \
     /* Clip list */ \
     X(kFilterAll, "파일_전체") \
@@ -155,6 +156,7 @@
     X(kCannotFormat, "메모리 카드를 포멧할 수 없습니다.") \
     X(kFormatWarning, "주의 : 포맷 시 메모리 카드의 모든 데이터가 삭제됩니다. \r\n포맷하려면 (예)를, 취소하려면 (아니오)를 선택 하십시오.") \
     X(kFormatting, "포맷 중 입니다.\r\n잠시만 기다려 주십시오.") \
+    X(kPreparingClip, "동영상을 준비하고 있습니다.") \
     X(kFormatDone, "메모리 카드 포맷이 완료 되었습니다.") \
     X(kFormatFailed, "메모리 카드를 포멧할 수 없습니다.\r\n\r\nDravlo에서 동영상을 재생 중이거나 GPS 데이터를 수집중인 경우\r\nDravelo를 종료하고 다시 포맷하십시오.\r\n메모리카드를 사용하고 있는 디스크 유틸리티나 다른 프로그램을 종료하고\r\n메모리카드의 내용을 표시하고 있는 창이 없는지 확인한 다음 다시 포맷하십시오.") \
     X(kResetTouch, "초기화하기") \

@@ -141,6 +141,11 @@ int runAction(const ConfigOptions& options, TolmSettingManager& manager, CliIo& 
         SetupValues values;
         SetupRecordCodec::decode(bytes, manager.getSettingVariableCount(), values);
         manager.setValues(values);
+    } else if (manager.modelType() < 0 && !options.modelType) {
+        // Writing a record in a guessed layout would damage the card.
+        io.err << "tavro: the camera model of " << options.dir
+               << " is unknown; give --model-type to " << options.action << " its settings\n";
+        return CliExit::kFailure;
     } else if (options.action == QLatin1String("load")) {
         manager.loadData();
     } else if (options.action == QLatin1String("set")) {

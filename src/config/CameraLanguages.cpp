@@ -199,8 +199,10 @@ namespace CameraLanguages {
 
 CameraLanguageList parseVerDat(const QByteArray& bytes)
 {
+    // "." of the camera's pattern stops at every line terminator (CR, LF,
+    // NEL, LS, PS), not only at LF: a bare CR among the codes ends the match.
     static const QRegularExpression kAnnouncement(
-        QStringLiteral("#\\s+Language ISO Code:(.+?)\\s*$"),
+        QStringLiteral("#\\s+Language ISO Code:([^\\r\\n\\x{85}\\x{2028}\\x{2029}]+?)\\s*$"),
         QRegularExpression::UseUnicodePropertiesOption);
     static const QRegularExpression kBlank(
         QStringLiteral("\\s"), QRegularExpression::UseUnicodePropertiesOption);

@@ -27,7 +27,10 @@ MapWebPage::MapWebPage(QWebEngineProfile* profile, QObject* parent)
 
 bool MapWebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
-    if (!isMainFrame || isOwnPage(url))
+    // Sub-frames never navigate anywhere; the page itself stays on its own.
+    if (!isMainFrame)
+        return false;
+    if (isOwnPage(url))
         return true;
     if (type == NavigationTypeLinkClicked && isWebLink(url))
         QDesktopServices::openUrl(url);

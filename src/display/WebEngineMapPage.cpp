@@ -2,11 +2,14 @@
 
 #include "TavroVersion.h"
 #include "display/DisplayLogging.h"
+#include "display/MapRequestGuard.h"
+#include "display/MapScripts.h"
 #include "display/MapWebPage.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
+#include <QUrlQuery>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
@@ -42,9 +45,13 @@ WebEngineMapPage::WebEngineMapPage(QWebEngineView* view)
     , m_view(view)
 {
     auto* page = new MapWebPage(sharedProfile(), view);
-    // The page lives in the viewer's resources and fetches tiles from the web.
+    // The page lives in the viewer's resources and fetches tiles from the
+    // web: from the tile server only, and never a local file.
     page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
     page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
+    m_guard = new MapRequestGuard(page);
+    page->setUrlRequestInterceptor(m_guard);
     view->setPage(page);
     view->setContextMenuPolicy(Qt::NoContextMenu);
     connect(view, &QWebEngineView::loadFinished, this, &WebEngineMapPage::onLoadFinished);
@@ -55,6 +62,10 @@ void WebEngineMapPage::load(const QUrl& url)
     if (m_view.isNull())
         return;
     m_loaded = false;
+    // The tile server is the one the page is told to use.
+    const QString tiles
+        = QUrlQuery(url).queryItemValue(QStringLiteral("tiles"), QUrl::FullyDecoded);
+    m_guard->setTileUrl(tiles.isEmpty() ? QString::fromLatin1(MapScripts::kDefaultTileUrl) : tiles);
     m_view->load(url);
 }
 

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QWebEngineView>
 
+class MapRequestGuard;
 class QWebEngineProfile;
 
 // The map page in a QWebEngineView. Scripts sent while the page is loading
@@ -33,6 +34,7 @@ private:
     void onLoadFinished(bool ok);
 
     QPointer<QWebEngineView> m_view;
+    MapRequestGuard* m_guard = nullptr; // owned by the page
     bool m_loaded = false;
     QStringList m_pending;
 };

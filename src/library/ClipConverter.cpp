@@ -3,10 +3,14 @@
 #include "library/ClipNaming.h"
 #include "library/FfmpegArguments.h"
 #include "library/LibraryLogging.h"
+#include "library/ProcessRunner.h"
 #include "library/Utils.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+
+#include <cstdio>
 
 namespace {
 
@@ -29,6 +33,16 @@ ClipConverter::ClipConverter(ProcessRunner& runner, QString workingDirectory)
 ClipConverter::ClipConverter()
     : ClipConverter(Utils::defaultProcessRunner())
 {
+}
+
+void ClipConverter::cancel() const
+{
+    m_runner->cancel();
+}
+
+void ClipConverter::resetCancel() const
+{
+    m_runner->resetCancel();
 }
 
 QString ClipConverter::workingDirectory() const
@@ -86,18 +100,13 @@ void ClipConverter::convertAvi(const QString& clip, const Outputs& outputs) cons
         // Front and rear camera are two video streams of one file.
         const int type = Utils::GetAviType(clip);
         const bool withAudio = Utils::GetAudioStreamCountFromVideoPath(clip, *m_runner) >= 1;
-        Utils::ConvertAviToMovWithArguments(
-            FfmpegArguments::dualStreamArguments(
-                clip, QStringLiteral("0:0"), withAudio, type, outputs.front),
-            *m_runner);
-        Utils::ConvertAviToMovWithArguments(
-            FfmpegArguments::dualStreamArguments(
-                clip, QStringLiteral("0:1"), withAudio, type, outputs.rear),
-            *m_runner);
+        runIntoPlace(FfmpegArguments::dualStreamArguments(
+            clip, QStringLiteral("0:0"), withAudio, type, outputs.front));
+        runIntoPlace(FfmpegArguments::dualStreamArguments(
+            clip, QStringLiteral("0:1"), withAudio, type, outputs.rear));
     } else if (videoStreams == 1 && !QFileInfo::exists(outputs.front)) {
-        Utils::ConvertAviToMovWithArguments(
-            FfmpegArguments::singleStreamArguments(clip, Utils::GetAviType(clip), outputs.front),
-            *m_runner);
+        runIntoPlace(
+            FfmpegArguments::singleStreamArguments(clip, Utils::GetAviType(clip), outputs.front));
     }
 }
 
@@ -121,8 +130,28 @@ void ClipConverter::convertMp4(const QUrl& clipUrl, const Outputs& outputs) cons
 
 void ClipConverter::convertOneCamera(const QString& input, int aviType, const QString& output) const
 {
-    Utils::ConvertAviToMovWithArguments(
-        FfmpegArguments::singleStreamArguments(input, aviType, output), *m_runner);
-    Utils::ExtractMP4ToSrtWithArguments(
-        FfmpegArguments::subtitleArguments(input, withSrtExtension(output)), *m_runner);
+    // The subtitles first: a movie in the cache always has its telemetry beside it.
+    runIntoPlace(FfmpegArguments::subtitleArguments(input, withSrtExtension(output)));
+    runIntoPlace(FfmpegArguments::singleStreamArguments(input, aviType, output));
+}
+
+bool ClipConverter::runIntoPlace(QStringList arguments) const
+{
+    // ffmpeg writes under a hidden name of the same kind (ffmpeg picks the
+    // format by the extension); only a run that ends with status 0 puts it in
+    // place, so an output in the cache is always a complete one.
+    const QString output = arguments.last();
+    const QFileInfo info(output);
+    const QString partial = info.path() + QStringLiteral("/.") + info.completeBaseName()
+        + QStringLiteral(".partial.") + info.suffix();
+    arguments.last() = partial;
+    QFile::remove(partial);
+    const ProcessRunner::Result result = m_runner->execute(Utils::GetFFMPEGPath(), arguments);
+    if (result.succeeded && QFileInfo(partial).isFile()
+        && ::rename(QFile::encodeName(partial).constData(), QFile::encodeName(output).constData())
+            == 0)
+        return true;
+    qCDebug(lcLibrary) << "ffmpeg did not finish" << output;
+    QFile::remove(partial);
+    return false;
 }

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <optional>
@@ -15,8 +16,9 @@ class ProcessRunner;
 //
 // Outputs are cached in "<working folder>/temp_video/<name>_<size in bytes>/";
 // a clip whose outputs exist is not converted again, and a clip whose size
-// changed gets a new folder. The cache trusts any existing output: a file left
-// by an interrupted or failed ffmpeg run is reused as it is.
+// changed gets a new folder. ffmpeg writes each output under a temporary name
+// that is renamed into place only when it exits with status 0, so an output in
+// the cache is always complete: an interrupted or failed run leaves nothing.
 //
 // checkAndConvertVideo() depends only on its argument, the file system and
 // the runner, so it may run on a worker thread (one conversion at a time per
@@ -37,6 +39,11 @@ public:
     // working folder.
     QString cacheFolderPath(const QString& clipPath) const;
 
+    // Ends a conversion running on another thread (ffmpeg is killed, its
+    // output dropped) and refuses new ones until resetCancel().
+    void cancel() const;
+    void resetCancel() const;
+
 private:
     struct Outputs {
         QString front;
@@ -47,6 +54,9 @@ private:
     void convertAvi(const QString& clip, const Outputs& outputs) const;
     void convertMp4(const QUrl& clipUrl, const Outputs& outputs) const;
     void convertOneCamera(const QString& input, int aviType, const QString& output) const;
+    // Runs ffmpeg with `arguments`, whose last one is the output; true when
+    // the output is in place.
+    bool runIntoPlace(QStringList arguments) const;
 
     ProcessRunner* m_runner;
     QString m_workingDirectory;

@@ -4,8 +4,10 @@
 #include "library/ClipListScan.h"
 #include "library/ClipNaming.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <vector>
@@ -74,9 +76,7 @@ void ClipLibrary::refreshVideoFileList()
     setSelectedDirText(folder);
     if (!folder.isEmpty()) {
         // Clips at the top level, then each card folder with its subfolders.
-        appendClips(ClipListScan::scan(folder, false));
-        for (const QLatin1StringView name : ClipFolders::kCardFolders)
-            appendClips(ClipListScan::scan(folder + u'/' + name, true));
+        appendClips(ClipListScan::scanCard(folder));
     }
     applyVideoFileFilter();
     reloadRows();
@@ -183,13 +183,28 @@ void ClipLibrary::setSelectedRow(int row)
     emit rowSelected(m_selectedRow);
 }
 
+bool ClipLibrary::moveClipToTrash(const QString& path)
+{
+    // The desktop trash where the volume has one (or can have one); only a
+    // file that cannot go there (no trash on that volume) is deleted outright.
+    const QFileInfo info(path);
+    if (!info.exists() && !info.isSymLink())
+        return false;
+    // Without the user's data folder Qt would put its trash folders in the
+    // current folder; the folder the desktop's trash lives in is made first.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    if (QFile::moveToTrash(path))
+        return true;
+    return QFile::remove(path);
+}
+
 bool ClipLibrary::removeFileButtonTouched()
 {
     const int index = m_selectedRow;
     if (index < 0 || index >= numberOfRows())
         return false;
     const QUrl url = m_filteredVideoFileList.at(index);
-    if (!QFile::remove(url.toLocalFile()))
+    if (!moveClipToTrash(url.toLocalFile()))
         return false;
     m_filteredVideoFileList.removeAll(url);
     m_allVideoFileList.removeAll(url);

@@ -72,9 +72,13 @@ public:
     int selectedRow() const { return m_selectedRow; }
     void setSelectedRow(int row);
 
-    // Deletes the selected clip's file at once (no confirmation); on success it
-    // leaves both lists. A failure changes nothing. The partner is kept.
+    // Moves the selected clip's file to the desktop trash at once (no
+    // confirmation; deleted outright only where no trash is possible); on
+    // success it leaves both lists. A failure changes nothing. The partner is kept.
     bool removeFileButtonTouched();
+    // Moves a clip to the desktop trash, or deletes it where the volume
+    // allows no trash; false when the file is still there (or was not).
+    static bool moveClipToTrash(const QString& path);
 
     // The clip shown in the large view for the row: the row itself, or its
     // .mp4 partner next to it when the cameras are swapped.

@@ -10,39 +10,53 @@ namespace {
 
 class Scanner {
 public:
-    explicit Scanner(bool recursive)
-        : m_recursive(recursive)
+    // Links never lead outside `root`.
+    explicit Scanner(const QString& root)
+        : m_root(QFileInfo(root).canonicalFilePath())
     {
     }
 
-    void scanFolder(const QString& folder)
+    void scanFolder(const QString& folder, bool recursive)
     {
         const QString canonical = QFileInfo(folder).canonicalFilePath();
-        if (canonical.isEmpty() || m_open.contains(canonical))
+        // Each real folder once: link cycles and fans of links cost nothing.
+        if (canonical.isEmpty() || !isInside(canonical) || m_visited.contains(canonical))
             return;
-        m_open.insert(canonical);
+        m_visited.insert(canonical);
         // Without QDir::Hidden and QDir::System, hidden entries and special
-        // files (pipes, sockets, broken links) are left out.
+        // files (pipes, sockets, devices, broken links) are left out.
         QDirIterator it(folder, QDir::AllEntries | QDir::NoDotAndDotDot);
         while (it.hasNext()) {
             it.next();
             const QFileInfo info = it.fileInfo();
+            if (info.isSymLink() && !isInside(info.canonicalFilePath()))
+                continue;
             if (info.isDir()) {
-                if (m_recursive)
-                    scanFolder(info.filePath());
-            } else if (info.exists() && ClipFolders::isClipExtension(info.suffix().toLower())) {
+                if (recursive)
+                    scanFolder(info.filePath(), true);
+            } else if (info.isFile() && ClipFolders::isClipExtension(info.suffix().toLower())) {
+                // isFile() holds for regular files (or links to them) only.
                 QString path = info.filePath();
                 m_clips.append({ QUrl::fromLocalFile(path), std::move(path), info.fileName() });
             }
         }
-        m_open.remove(canonical);
     }
 
     QList<ClipListScan::Entry> takeClips() { return std::move(m_clips); }
 
 private:
-    bool m_recursive;
-    QSet<QString> m_open; // folders being listed, to stop at link cycles
+    bool isInside(const QString& canonical) const
+    {
+        if (canonical.isEmpty() || m_root.isEmpty())
+            return false;
+        if (m_root == QLatin1String("/"))
+            return true;
+        return canonical == m_root
+            || (canonical.startsWith(m_root) && canonical.at(m_root.size()) == u'/');
+    }
+
+    QString m_root;
+    QSet<QString> m_visited; // canonical folders already listed
     QList<ClipListScan::Entry> m_clips;
 };
 
@@ -54,8 +68,21 @@ QList<Entry> scan(const QString& folder, bool recursive)
 {
     if (folder.isEmpty())
         return {};
-    Scanner scanner(recursive);
-    scanner.scanFolder(folder);
+    Scanner scanner(folder);
+    scanner.scanFolder(folder, recursive);
+    return scanner.takeClips();
+}
+
+QList<Entry> scanCard(const QString& folder)
+{
+    if (folder.isEmpty())
+        return {};
+    Scanner scanner(folder);
+    // The top level is listed (and so never entered again through a link
+    // from below), then each card folder with its subfolders.
+    scanner.scanFolder(folder, false);
+    for (const QLatin1StringView name : ClipFolders::kCardFolders)
+        scanner.scanFolder(folder + u'/' + name, true);
     return scanner.takeClips();
 }
 

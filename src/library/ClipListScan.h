@@ -17,8 +17,16 @@ struct Entry {
 // Clips (extension "avi", "mp4" or "mov" in any case) directly in the folder,
 // with the clips of every subfolder spliced in at the subfolder's place when
 // `recursive` is set. Entries come in the file system's own order; hidden
-// entries, special files and unreadable folders contribute nothing. A folder
-// reached again through a symbolic link is not entered twice.
+// entries and unreadable folders contribute nothing. Only regular files are
+// clips: pipes, sockets and devices are never listed (nor opened). Symbolic
+// links are followed only where they stay inside the folder, and no real
+// folder is listed twice, however many links lead to it.
 QList<Entry> scan(const QString& folder, bool recursive);
+
+// The clips of a card (or any chosen folder): those at its top level, then
+// those of each card folder ("cont_rec", ... "Saved_Videos") with its
+// subfolders, under the same rules, confined to `folder`; a real folder that
+// several of them lead to is listed once.
+QList<Entry> scanCard(const QString& folder);
 
 } // namespace ClipListScan

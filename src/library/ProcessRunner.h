@@ -17,4 +17,21 @@ public:
     // merged into one stream, waits until the program exits and returns all
     // it wrote. A program that cannot be started yields an empty result.
     virtual QByteArray run(const QString& program, const QStringList& arguments) = 0;
+
+    struct Result {
+        QByteArray output;
+        // The program ran to its end by itself and said so with status 0.
+        bool succeeded = false;
+    };
+    // The same, telling whether the program exited normally with status 0. A
+    // runner that cannot tell (a stand-in) takes every run as a success.
+    virtual Result execute(const QString& program, const QStringList& arguments)
+    {
+        return { run(program, arguments), true };
+    }
+
+    // May be called from any thread: ends the child that is running (its
+    // run fails) and makes later runs fail at once until resetCancel().
+    virtual void cancel() { }
+    virtual void resetCancel() { }
 };

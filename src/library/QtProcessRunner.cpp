@@ -10,6 +10,11 @@ constexpr int kPollMs = 100; // how often a waiting run looks for cancel()
 
 QByteArray QtProcessRunner::run(const QString& program, const QStringList& arguments)
 {
+    return execute(program, arguments).output;
+}
+
+ProcessRunner::Result QtProcessRunner::execute(const QString& program, const QStringList& arguments)
+{
     if (program.isEmpty() || m_cancelled)
         return {};
     // The QProcess lives on this stack frame: if anything unwinds, its
@@ -22,18 +27,22 @@ QByteArray QtProcessRunner::run(const QString& program, const QStringList& argum
         qCDebug(lcLibrary) << "cannot start" << program << process.errorString();
         return {};
     }
-    QByteArray output;
+    Result result;
+    bool killed = false;
     // Read while it runs so a chatty child never blocks on a full pipe.
     while (process.state() != QProcess::NotRunning) {
         if (m_cancelled) {
             process.kill();
+            killed = true;
             break;
         }
         process.waitForReadyRead(kPollMs);
-        output += process.readAll();
+        result.output += process.readAll();
     }
     process.waitForFinished(-1);
-    output += process.readAll();
+    result.output += process.readAll();
+    result.succeeded
+        = !killed && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     qCDebug(lcLibrary) << program << arguments << "exited with" << process.exitCode();
-    return output;
+    return result;
 }

@@ -11,13 +11,15 @@
 class QtProcessRunner final : public ProcessRunner {
 public:
     QByteArray run(const QString& program, const QStringList& arguments) override;
+    // A cancelled run, a crash or a kill is no success.
+    Result execute(const QString& program, const QStringList& arguments) override;
 
     // May be called from any thread: kills the child that is running (its
     // run() returns what was read so far) and makes later runs return empty
     // at once until resetCancel(). For a viewer that quits while a worker
     // thread is converting.
-    void cancel() { m_cancelled = true; }
-    void resetCancel() { m_cancelled = false; }
+    void cancel() override { m_cancelled = true; }
+    void resetCancel() override { m_cancelled = false; }
 
 private:
     std::atomic<bool> m_cancelled { false };

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMutex>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -189,6 +190,12 @@ void RemoveDirectory(const QString& path)
     // An empty path would name the current folder.
     if (path.isEmpty())
         return;
+    // A link in place of the folder is removed itself, never what it leads to
+    // (links further down are removed, not followed, by removeRecursively).
+    if (QFileInfo(path).isSymLink()) {
+        QFile::remove(path);
+        return;
+    }
     QDir(path).removeRecursively();
 }
 

@@ -17,6 +17,7 @@
 namespace {
 
 constexpr quint64 kTrackListReply = 1000;
+constexpr quint64 kLandedTimeReply = 1001;
 constexpr int kReverseStepMs = 100;
 constexpr int kShutdownGraceMs = 5000;
 
@@ -214,6 +215,11 @@ void MpvPlayer::handleEvent(const mpv_event& event)
         break;
     case MPV_EVENT_GET_PROPERTY_REPLY: {
         const auto* property = static_cast<mpv_event_property*>(event.data);
+        if (event.reply_userdata == kLandedTimeReply) {
+            const bool known = event.error >= 0 && property->format == MPV_FORMAT_DOUBLE;
+            reportLandedPosition(known ? *static_cast<double*>(property->data) : m_timePos);
+            break;
+        }
         if (event.reply_userdata != kTrackListReply)
             break;
         if (event.error >= 0 && property->format == MPV_FORMAT_NODE)
@@ -228,6 +234,9 @@ void MpvPlayer::handleEvent(const mpv_event& event)
         m_reportNextTime = true;
         if (m_fileLoaded)
             m_restarted = true;
+        // Where the seek landed: asked now, answered once mpv is there.
+        if (m_positionWait == PositionWait::Restart)
+            mpv_get_property_async(m_mpv, kLandedTimeReply, MpvName::kTimePos, MPV_FORMAT_DOUBLE);
         checkReady();
         break;
     case MPV_EVENT_END_FILE:
@@ -310,6 +319,12 @@ void MpvPlayer::dispatchProperty(quint64 index, const mpv_event_property& proper
 void MpvPlayer::onTimePos(const mpv_event_property& property)
 {
     m_timePos = *static_cast<double*>(property.data);
+    if (m_positionWait == PositionWait::Restart)
+        return; // possibly still the old position: the restart tells
+    if (m_positionWait == PositionWait::Change) {
+        reportLandedPosition(m_timePos);
+        return;
+    }
     const long long slot = PlayerRules::timeObserverSlot(m_timePos);
     if (slot == m_lastTimeSlot && !m_reportNextTime)
         return;
@@ -386,6 +401,7 @@ void MpvPlayer::setDouble(const char* name, double value)
 void MpvPlayer::load(const QString& path)
 {
     m_path = path;
+    m_positionWait = PositionWait::None;
     const QByteArray file = path.toUtf8();
     command({ MpvName::kLoadFile, file.constData() });
 }
@@ -445,6 +461,30 @@ void MpvPlayer::reverseTick()
     command({ MpvName::kSeek, step.constData(), MpvName::kSeekRelativeExact });
     m_seekPending = true;
     m_reportNextTime = true;
+    awaitPosition(PositionWait::Restart);
+}
+
+void MpvPlayer::awaitPosition(PositionWait wait)
+{
+    // A step forward asked while a seek is under way lands after it.
+    if (wait == PositionWait::Change && m_positionWait == PositionWait::Restart)
+        return;
+    m_positionWait = wait;
+}
+
+void MpvPlayer::reportLandedPosition(double seconds)
+{
+    if (m_positionWait == PositionWait::None)
+        return;
+    m_positionWait = PositionWait::None;
+    m_timePos = seconds;
+    m_lastTimeSlot = PlayerRules::timeObserverSlot(seconds);
+    m_reportNextTime = false;
+    if (!m_fileLoaded)
+        return;
+    ++m_dispatching;
+    emit timeChanged(seconds);
+    --m_dispatching;
 }
 
 void MpvPlayer::seekExact(double seconds)
@@ -453,18 +493,21 @@ void MpvPlayer::seekExact(double seconds)
     command({ MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact });
     m_seekPending = true;
     m_reportNextTime = true;
+    awaitPosition(PositionWait::Restart);
 }
 
 void MpvPlayer::stepForward()
 {
     command({ MpvName::kFrameStep });
     m_reportNextTime = true;
+    awaitPosition(PositionWait::Change);
 }
 
 void MpvPlayer::stepBackward()
 {
     command({ MpvName::kFrameBackStep });
     m_reportNextTime = true;
+    awaitPosition(PositionWait::Restart);
 }
 
 void MpvPlayer::setVolume(float volume)

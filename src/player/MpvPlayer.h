@@ -143,6 +143,13 @@ private:
     long long m_lastTimeSlot = -1;
     bool m_reportNextTime = false;
     bool m_seekPending = false;
+    // After a seek or a step the position is reported once it is the new one:
+    // a seek (and a step back, which mpv seeks) when playback restarts there,
+    // a step forward at the next position mpv reports.
+    enum class PositionWait { None, Restart, Change };
+    PositionWait m_positionWait = PositionWait::None;
+    void awaitPosition(PositionWait wait);
+    void reportLandedPosition(double seconds);
     QTimer m_reverseTimer;
 
     qint64 m_framesRendered = 0;

@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QString>
 
+#include <functional>
+
 class TavroAVViewDelegate;
 
 // What the playback session needs from a player: the operations, the status
@@ -63,6 +65,12 @@ public:
 
     // One frame of the loaded file (see TavroAVView::snapshot); null without media.
     virtual QImage snapshot() = 0;
+    // The same still as work that may run on any thread (decoding the frame
+    // takes a while): what to grab is settled now, the grabbing when called.
+    virtual std::function<QImage()> snapshotJob()
+    {
+        return [image = snapshot()] { return image; };
+    }
 
     // Exchanges the loaded media of this view and other, which must be of the
     // same kind: nothing reloads, nothing pauses; statuses, rates and the

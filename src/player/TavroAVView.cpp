@@ -294,20 +294,29 @@ void TavroAVView::setVideoTrack(int track)
 
 QImage TavroAVView::snapshot()
 {
+    return snapshotJob()();
+}
+
+std::function<QImage()> TavroAVView::snapshotJob()
+{
     if (!m_player || m_player->path().isEmpty())
-        return {};
+        return [] { return QImage(); };
     if (m_player->tracksKnown() && !m_player->hasVideo() && m_player->videoSize().isEmpty()) {
-        QImage black(kNoVideoSnapshotSize, QImage::Format_RGB32);
-        black.fill(Qt::black);
-        return black;
+        return [] {
+            QImage black(kNoVideoSnapshotSize, QImage::Format_RGB32);
+            black.fill(Qt::black);
+            return black;
+        };
     }
     const double at = PlayerRules::snapshotTime(duration());
-    QImage frame = FrameGrabber::grab(m_player->path(), at, m_player->videoTrack());
     const QSize size
         = m_player->videoSize().isEmpty() ? kNoVideoSnapshotSize : m_player->videoSize();
-    if (frame.isNull() || frame.size() == size)
-        return frame;
-    return frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return [path = m_player->path(), at, track = m_player->videoTrack(), size] {
+        QImage frame = FrameGrabber::grab(path, at, track);
+        if (frame.isNull() || frame.size() == size)
+            return frame;
+        return frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
 }
 
 void TavroAVView::swapPlayerItemWith(PlayerView& otherView)

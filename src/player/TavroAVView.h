@@ -64,6 +64,7 @@ public:
     // stream; black at 1920x1080 for a file without video; null with nothing
     // loaded or when the frame cannot be decoded.
     QImage snapshot() override;
+    std::function<QImage()> snapshotJob() override;
     void swapPlayerItemWith(PlayerView& other) override;
 
     // Frames drawn into the window, and mpv's own drop counters.

@@ -18,7 +18,11 @@ public:
     // forward, -2/-4/... rewind).
     virtual void tavroAVViewDidUpdateRate(PlayerView* view, float rate) = 0;
     // Every tenth of a second of media time while a file is loaded, and after
-    // every jump of the position (seek, frame step).
+    // every jump of the position (seek, frame step) once the player has the
+    // new position: a seek or a step is answered later, from the event loop,
+    // never inside the call, and until then currentTime() may still read the
+    // old position. The first report after a seek or step carries the
+    // position it landed on.
     virtual void tavroAVViewDidUpdateTime(PlayerView* view, double seconds) = 0;
     // The media played to its end.
     virtual void tavroAVViewDidPlayToEndTime(PlayerView* view) = 0;

@@ -24,7 +24,11 @@ int parseFile(const TelemetryParser& parser, const QString& path, TavroClipData&
         record.setGpsDataCount(0);
         return 0;
     }
-    return parser.parse(file.bytes(), record);
+    const int count = parser.parse(file.bytes(), record);
+    if (file.isIntact())
+        return count;
+    record.setGpsDataCount(0); // the file shrank under the parser
+    return 0;
 }
 
 } // namespace
@@ -49,6 +53,7 @@ void TavroClipData::loadVideoFileCilpDataFromFilePath(const QString& path)
     const QByteArrayView bytes = file.bytes(); // empty when the file cannot be opened
     if (QFileInfo(path).suffix() == QLatin1String("srt")) {
         m_clipDataCount = TolmSubtitleParser().parse(bytes, *this);
+        dropIfCut(file);
         qCDebug(lcTelemetry) << "subtitle" << path << m_clipDataCount;
         return;
     }
@@ -59,9 +64,10 @@ void TavroClipData::loadVideoFileCilpDataFromFilePath(const QString& path)
         { static_cast<const TelemetryParser*>(&raw), static_cast<const TelemetryParser*>(&tail),
             static_cast<const TelemetryParser*>(&chunks) }) {
         m_clipDataCount = parser->parse(bytes, *this);
-        if (m_clipDataCount != 0)
+        if (!file.isIntact() || m_clipDataCount != 0)
             break;
     }
+    dropIfCut(file);
     qCDebug(lcTelemetry) << "clip" << path << m_clipDataCount << m_gpsDataCount;
 }
 
@@ -70,7 +76,18 @@ void TavroClipData::loadVideoFileCilpDataFromFilePath_Kel(const QString& path)
     clearLeadingBytes();
     const ClipFileBytes file(path);
     m_clipDataCount = KelChunkParser().parse(file.bytes(), *this);
+    dropIfCut(file);
     qCDebug(lcTelemetry) << "Kel clip" << path << m_clipDataCount << m_gpsDataCount;
+}
+
+void TavroClipData::dropIfCut(const ClipFileBytes& file)
+{
+    // A card pulled out (or a file cut short) while it was read: what the
+    // parsers made of the zeros that stood in for the lost bytes is not kept.
+    if (file.isIntact())
+        return;
+    m_clipDataCount = 0;
+    m_gpsDataCount = 0;
 }
 
 bool TavroClipData::inRange(int index) const

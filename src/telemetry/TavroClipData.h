@@ -67,6 +67,7 @@ public:
 private:
     bool inRange(int index) const;
     void clearLeadingBytes();
+    void dropIfCut(const ClipFileBytes& file);
 
     std::array<int16_t, kCapacity> m_gx {};
     std::array<int16_t, kCapacity> m_gy {};

@@ -5,6 +5,7 @@
 #include "TestFiles.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -114,6 +115,35 @@ TEST(ConfigCliTest, ConfigLoadSetAndDefaultsWriteTheCard)
     EXPECT_EQ(fields[QStringLiteral("tz_key")].toString(), QStringLiteral("GMT Standard Time"));
     EXPECT_EQ(fields[QStringLiteral("version")], QJsonValue(QJsonValue::Null));
     EXPECT_EQ(blank.read(QStringLiteral("setup.cfg")).size(), 464);
+}
+
+TEST(ConfigCliTest, AnUnknownModelIsNeverWrittenWithoutModelType)
+{
+    // A record no model claims, and a card without any: nothing is written
+    // in a guessed layout.
+    CardBuilder odd;
+    const QByteArray oddRecord(300, '\x5a');
+    odd.setupCfg(oddRecord);
+    CardBuilder blank;
+    for (const QString& action : { QStringLiteral("load"), QStringLiteral("defaults") }) {
+        for (CardBuilder* card : { &odd, &blank }) {
+            const auto refused = run({ QStringLiteral("config"), action, card->root() });
+            EXPECT_EQ(refused.exitCode, 1) << qPrintable(action);
+            EXPECT_TRUE(refused.out.isEmpty());
+            EXPECT_TRUE(refused.err.contains("--model-type")) << refused.err.constData();
+        }
+    }
+    const auto set = run({ QStringLiteral("config"), QStringLiteral("set"), odd.root(),
+        QStringLiteral("front_resolution=2") });
+    EXPECT_EQ(set.exitCode, 1);
+    EXPECT_EQ(odd.read(QStringLiteral("setup.cfg")), oddRecord);
+    EXPECT_FALSE(QFileInfo::exists(blank.root() + QStringLiteral("/SETTING/setup.cfg")));
+
+    // Told the model, it goes ahead.
+    const auto told = run({ QStringLiteral("config"), QStringLiteral("load"), odd.root(),
+        QStringLiteral("--model-type"), QStringLiteral("1") });
+    EXPECT_EQ(told.exitCode, 0) << told.err.constData();
+    EXPECT_NE(odd.read(QStringLiteral("setup.cfg")), oddRecord);
 }
 
 TEST(ConfigCliTest, KelCommandsEditTheLineFile)

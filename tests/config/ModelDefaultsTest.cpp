@@ -1,5 +1,6 @@
-// Factory values of the five oldest models, the Dravi UK variant and what a
-// defaults run leaves alone.
+// Factory values of the oldest models (as properties: they cover the record
+// and survive a write and a read), the Dravi UK variant and what a defaults
+// run leaves alone.
 #include "CardBuilder.h"
 #include "RecordingAlertSink.h"
 
@@ -63,53 +64,46 @@ void expectDefaults(
 
 } // namespace
 
-TEST(ModelDefaultsTest, EachOldModelHasItsFactoryValues)
+TEST(ModelDefaultsTest, OldModelsDefaultEveryFieldOfTheirRecordAndReadThemBack)
 {
-    using F = SetupField;
-    expectDefaults(0, -1, 59,
-        {
-            { F::checksum, 432, nullptr },
-            { F::cfg_struct_version, 0x10005, nullptr },
-            { F::product_name, 0, "Ruva" },
-            { F::serial_number, 0, nullptr },
-            { F::version, 0, nullptr },
-            { F::front_resolution, 2, nullptr },
-            { F::acceleration_sensor, 7, nullptr },
-            { F::tz_key, 0, "Parcific Standard Time" },
-            { F::setting_path, 0, "SETTING/Ruva_Setting.exe" },
-            { F::parking_front_motion_region, 4095, nullptr },
-            { F::gmt_offset, -480, nullptr },
-            { F::lcd_off_timer, 0, nullptr },
-        });
-    expectDefaults(1, -1, 59,
-        {
-            { F::product_name, 0, "Tolm" },
-            { F::rear_resolution, 2, nullptr },
-            { F::enable_driving_guide, 1, nullptr },
-            { F::parking_motion_sensitivity, 3, nullptr },
-            { F::tz_key, 0, "Pacific Standard Time" },
-        });
-    expectDefaults(2, -1, 59,
-        {
-            { F::product_name, 0, "Pesk" },
-            { F::front_framerate, 5, nullptr },
-            { F::enable_av_out, 1, nullptr },
-            { F::lcd_brightness, 5, nullptr },
-            { F::lcd_off_timer, 300000, nullptr },
-        });
-    expectDefaults(5, -1, 78,
-        {
-            { F::checksum, 508, nullptr },
-            { F::cfg_struct_version, 0x10013, nullptr },
-            { F::rear_quality, 1, nullptr },
-            { F::driving_guide_version, 0x0D030D00, nullptr },
-            { F::daylight_offset, 0, nullptr },
-            { F::measurement_unit, 1, nullptr },
-            { F::local_id, 1, nullptr },
-            { F::ldws_onoff, 1, nullptr },
-            { F::set_resolution, 0, nullptr },
-            { F::micom_version, 0, nullptr },
-        });
+    for (const qint64 type : { 0, 1, 2, 5 }) {
+        SCOPED_TRACE(testing::Message() << "type " << type);
+        TolmSettingManager manager = sentinelManager(type);
+        const int count = manager.getSettingVariableCount();
+        manager.loadDefaultValue();
+        // Every field of the model's record gets a value, none beyond it.
+        for (int i = 0; i < SetupRecordLayout::kFieldCount; ++i) {
+            const auto field = SetupField(i);
+            const bool kept = SetupRecordLayout::kFields[size_t(i)].kind == SetupFieldKind::Text
+                ? manager.textValue(field) == kSentinelText
+                : manager.intValue(field) == kSentinel;
+            EXPECT_EQ(kept, i >= count) << "field " << i;
+        }
+        // The record announces its own length; the old models name themselves.
+        EXPECT_EQ(manager.intValue(SetupField::checksum), manager.getSaveDataSize());
+        if (type != 5) {
+            EXPECT_EQ(manager.textValue(SetupField::product_name),
+                TolmSettingManager::modelNameList().at(type));
+        }
+
+        // Written to a card and read back, the same values return.
+        CardBuilder card;
+        ScopedAlertRecorder alerts;
+        manager.setSettingDirPath(card.root());
+        ASSERT_TRUE(manager.saveData());
+        TolmSettingManager reread;
+        reread.setSettingDirPath(card.root());
+        reread.setModelType(type);
+        reread.loadData();
+        for (int i = 0; i < count; ++i) {
+            const auto field = SetupField(i);
+            if (SetupRecordLayout::kFields[size_t(i)].kind == SetupFieldKind::Text) {
+                EXPECT_EQ(reread.textValue(field), manager.textValue(field)) << "field " << i;
+            } else {
+                EXPECT_EQ(reread.intValue(field), manager.intValue(field)) << "field " << i;
+            }
+        }
+    }
 }
 
 TEST(ModelDefaultsTest, DraviAndItsUkVariant)

@@ -6,96 +6,69 @@
 #include "config/SetupRecordCodec.h"
 #include "config/TolmSettingManager.h"
 
+#include <QMap>
 #include <QRandomGenerator>
+
+#include <tuple>
 
 #include <gtest/gtest.h>
 
-namespace {
-
-struct CountCase {
-    qint64 modelType;
-    qint32 firmware;
-    int fieldCount;
-    int recordSize;
-};
-
-void expectCount(const CountCase& c)
+TEST(SetupRecordLayoutTest, EveryModelsRecordIsTheSumOfItsFieldWidths)
 {
-    TolmSettingManager manager;
-    manager.setModelType(c.modelType);
-    manager.setFirmwareVersionInt(c.firmware);
-    EXPECT_EQ(manager.getSettingVariableCount(), c.fieldCount)
-        << "type " << c.modelType << " fw " << c.firmware;
-    EXPECT_EQ(manager.getSaveDataSize(), c.recordSize)
-        << "type " << c.modelType << " fw " << c.firmware;
-}
-
-} // namespace
-
-TEST(SetupRecordLayoutTest, EveryModelHasItsFieldCountAndRecordLength)
-{
-    const CountCase cases[] = {
-        { -1, 0, 60, 432 },
-        { 0, 0, 60, 432 },
-        { 1, 0, 60, 432 },
-        { 2, 0, 60, 432 },
-        { 3, 16, 68, 464 },
-        { 3, 17, 78, 504 },
-        { 4, 16, 68, 464 },
-        { 4, 99, 78, 504 },
-        { 5, 0, 79, 508 },
-        { 6, 0, 60, 432 },
-        { 7, 0, 81, 516 },
-        { 8, 0, 81, 516 },
-        { 9, 0, 81, 516 },
-        { 10, 0, 81, 516 },
-        { 11, 0, 81, 516 },
-        { 12, 0, 81, 516 },
-        { 13, 0, 93, 564 },
-        { 14, 0, 81, 516 },
-        { 15, 0, 81, 516 },
-        { 16, 0, 92, 560 },
-        { 17, 0, 99, 579 },
-        { 18, 0, 81, 516 },
-        { 19, 0, 93, 564 },
-        { 20, 0, 93, 564 },
-        { 21, 0, 96, 576 },
-        { 22, 0, 96, 576 },
-        { 23, 0, 102, 582 },
-        { 24, 0, 113, 593 },
-        { 25, 0, 113, 593 },
-        { 26, 0, 116, 596 },
-        { 27, 0, 60, 432 },
-        { 28, 0, 60, 432 },
-        { 29, 0, 60, 432 },
-        { 5, 20, 79, 508 },
-    };
-    for (const CountCase& c : cases)
-        expectCount(c);
-    EXPECT_EQ(TolmSettingManager::modelNameList().size(), 29);
-    EXPECT_EQ(TolmSettingManager::modelNameList()[4], QStringLiteral("Dravi UK"));
-    EXPECT_EQ(TolmSettingManager::modelNameList()[26], QStringLiteral("DVR-Trevo"));
+    // Properties of every model (and firmware), not the table itself: the
+    // record holds exactly the widths of its fields, a record with more fields
+    // is longer, and a record of that length survives a decode and encode.
+    QMap<int, int> lengthOfCount;
+    for (qint64 type = -1; type <= 29; ++type) {
+        for (const qint32 firmware : { 0, 16, 17, 99 }) {
+            TolmSettingManager manager;
+            manager.setModelType(type);
+            manager.setFirmwareVersionInt(firmware);
+            const int count = manager.getSettingVariableCount();
+            const int length = manager.getSaveDataSize();
+            SCOPED_TRACE(testing::Message() << "type " << type << " fw " << firmware);
+            ASSERT_GE(count, 60);
+            ASSERT_LE(count, SetupRecordLayout::kFieldCount);
+            EXPECT_EQ(length, SetupRecordLayout::recordSize(count));
+            EXPECT_EQ(length,
+                SetupRecordLayout::offsetOfIndex(count - 1)
+                    + SetupRecordLayout::kFields[std::size_t(count - 1)].width);
+            lengthOfCount.insert(count, length);
+            SetupValues values;
+            SetupRecordCodec::decode(QByteArray(length, '\x11'), count, values);
+            EXPECT_EQ(SetupRecordCodec::encode(values, count).size(), length);
+        }
+    }
+    int previous = 0;
+    for (const int length : std::as_const(lengthOfCount)) {
+        EXPECT_GT(length, previous);
+        previous = length;
+    }
+    // Worked examples: an unknown card reads the oldest record; the Dravi
+    // (type 3) grew ten fields with firmware 17.
+    const std::tuple<qint64, qint32, int, int> examples[]
+        = { { -1, 0, 60, 432 }, { 3, 16, 68, 464 }, { 3, 17, 78, 504 } };
+    for (const auto& [type, firmware, count, length] : examples) {
+        TolmSettingManager manager;
+        manager.setModelType(type);
+        manager.setFirmwareVersionInt(firmware);
+        EXPECT_EQ(manager.getSettingVariableCount(), count);
+        EXPECT_EQ(manager.getSaveDataSize(), length);
+    }
 }
 
 TEST(SetupRecordLayoutTest, OffsetsOfFieldsInTheRecord)
 {
-    const std::pair<SetupField, int> cases[] = {
-        { SetupField::checksum, 0 },
-        { SetupField::cfg_struct_version, 4 },
-        { SetupField::product_name, 8 },
-        { SetupField::version, 40 },
-        { SetupField::reserved, 50 },
-        { SetupField::front_resolution, 52 },
-        { SetupField::setting_path, 228 },
-        { SetupField::micom_version, 356 },
-        { SetupField::tz_key, 380 },
-        { SetupField::cur_language, 428 },
-        { SetupField::local_id, 460 },
-        { SetupField::set_resolution, 504 },
-        { SetupField::iot_onoff, 576 },
-        { SetupField::eis_onoff, 581 },
-        { SetupField::avn_onoff, 595 },
-    };
+    // Each field starts where the one before it ends, the widths being the
+    // camera's width list; a few offsets as the camera's records show them.
+    const QList<qint32> byteSizes = TolmSettingManager::settingByteSizeList();
+    for (int i = 1; i < SetupRecordLayout::kFieldCount; ++i)
+        EXPECT_EQ(TolmSettingManager::offsetFromValue(SetupField(i)),
+            TolmSettingManager::offsetFromValue(SetupField(i - 1)) + byteSizes.at(i - 1))
+            << SetupRecordLayout::kFields[size_t(i)].name;
+    const std::pair<SetupField, int> cases[]
+        = { { SetupField::checksum, 0 }, { SetupField::product_name, 8 },
+              { SetupField::front_resolution, 52 }, { SetupField::tz_key, 380 } };
     for (const auto& [field, offset] : cases)
         EXPECT_EQ(TolmSettingManager::offsetFromValue(field), offset)
             << SetupRecordLayout::info(field).name;

@@ -4,6 +4,7 @@
 #include "RecordingMapPage.h"
 #include "display/GravityGraphPoints.h"
 #include "display/MapController.h"
+#include "display/MapRequestGuard.h"
 #include "display/MapScripts.h"
 #include "display/SpeedReadout.h"
 
@@ -162,10 +163,7 @@ TEST(SpeedReadoutTest, MilesPerHour)
     };
     for (const SpeedCase& c : cases)
         expectReadout(c);
-}
-
-TEST(SpeedReadoutTest, MilesRoundHalfAwayFromZero)
-{
+    // Rounded half away from zero, negative speeds too.
     EXPECT_EQ(SpeedReadout::shownSpeed(9, 1), 6);
     EXPECT_EQ(SpeedReadout::shownSpeed(1, 1), 1); // 0.62
     EXPECT_EQ(SpeedReadout::shownSpeed(-9, 1), -6);
@@ -260,6 +258,40 @@ TEST(MapScriptsTest, OfflineTextTravelsAsOneScriptString)
 }
 
 // ---------------------------------------------------------------- controller
+
+TEST(MapRequestGuardTest, OnlyThePageItselfAndTheTileServerAreReached)
+{
+    MapRequestGuard guard;
+    guard.setTileUrl(QString::fromLatin1(MapScripts::kDefaultTileUrl));
+    MapRequestGuard mirrors;
+    mirrors.setTileUrl(QStringLiteral("http://{s}.tiles.example.org:8080/{z}/{x}/{y}.png"));
+    const struct {
+        const MapRequestGuard& guard;
+        const char* url;
+        bool allowed;
+    } cases[] = {
+        { guard, "qrc:/map/mapview.html", true },
+        { guard, "qrc:/map/leaflet/leaflet.js", true },
+        { guard, "data:image/png;base64,AAAA", true },
+        { guard, "https://tile.openstreetmap.org/3/4/2.png", true },
+        { guard, "https://TILE.openstreetmap.org/3/4/2.png", true },
+        { guard, "http://tile.openstreetmap.org/3/4/2.png", false }, // another scheme
+        { guard, "https://tile.openstreetmap.org.evil.example/3/4/2.png", false },
+        { guard, "https://evil.example/?tile.openstreetmap.org", false },
+        { guard, "file:///etc/passwd", false },
+        { guard, "ws://tile.openstreetmap.org/", false },
+        { mirrors, "http://a.tiles.example.org:8080/1/2/3.png", true },
+        { mirrors, "http://b.tiles.example.org:8080/1/2/3.png", true },
+        { mirrors, "http://a.b.tiles.example.org:8080/1/2/3.png", false },
+        { mirrors, "http://a.tiles.example.org/1/2/3.png", false }, // another port
+        { mirrors, "https://tile.openstreetmap.org/3/4/2.png", false },
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.guard.allows(QUrl(QString::fromLatin1(c.url))), c.allowed) << c.url;
+    MapRequestGuard none;
+    EXPECT_FALSE(none.allows(QUrl(QStringLiteral("https://tile.openstreetmap.org/1/1/1.png"))));
+    EXPECT_TRUE(none.allows(QUrl(QStringLiteral("qrc:/map/mapview.html"))));
+}
 
 TEST(MapControllerTest, SendsTheCallsInOrder)
 {

@@ -3,6 +3,7 @@
 #include "ClipDataBuilder.h"
 #include "display/GravityGraphView.h"
 #include "display/SpeedMeterView.h"
+#include "display/SpeedReadout.h"
 #include "display/SpeedUnit.h"
 
 #include <QDir>
@@ -164,52 +165,32 @@ protected:
 
     static void useUnit(int unit) { QSettings().setValue(SpeedUnit::kSpeedUnitKey, unit); }
 
-    struct Shown {
-        const char* number100;
-        const char* number10;
-        const char* number1;
-        int gauge;
-    };
-
-    void expectShown(int kmh, const Shown& shown, bool mph)
-    {
-        m_view.setSpeed(kmh);
-        const std::string what = std::to_string(kmh) + (mph ? " km/h as mph" : " km/h");
-        EXPECT_EQ(m_view.speed(), kmh) << what;
-        EXPECT_EQ(m_view.number100().toStdString(), shown.number100) << what;
-        EXPECT_EQ(m_view.number10().toStdString(), shown.number10) << what;
-        EXPECT_EQ(m_view.number1().toStdString(), shown.number1) << what;
-        EXPECT_EQ(m_view.visibleGaugeCount(), shown.gauge) << what;
-        for (int k = 1; k <= SpeedMeterView::kGaugeCount; ++k)
-            EXPECT_EQ(m_view.isGaugeVisible(k), k <= shown.gauge) << what << " segment " << k;
-        EXPECT_EQ(m_view.isSpeedUnitImageVisible(), mph) << what;
-    }
-
     QTemporaryDir m_dir;
     SpeedMeterView m_view;
 };
 
 } // namespace
 
-TEST_F(SpeedMeterViewTest, ImagesInKilometresPerHour)
+TEST_F(SpeedMeterViewTest, ImagesShowTheReadoutInEitherUnit)
 {
-    expectShown(8, { "", "", "", 0 }, false);
-    expectShown(9, { "", "", "9", 0 }, false);
-    expectShown(55, { "", "5", "5", 5 }, false);
-    expectShown(100, { "1", "0", "0", 10 }, false);
-    expectShown(105, { "1", "0", "5", 10 }, false);
-    expectShown(1024, { "", "2", "4", 24 }, false);
-}
-
-TEST_F(SpeedMeterViewTest, ImagesInMilesPerHour)
-{
-    useUnit(SpeedUnit::kMph);
-    expectShown(8, { "", "", "", 0 }, true);
-    expectShown(9, { "", "", "6", 0 }, true);
-    expectShown(55, { "", "3", "4", 3 }, true);
-    expectShown(100, { "", "6", "2", 6 }, true);
-    expectShown(105, { "", "6", "5", 6 }, true);
-    expectShown(1024, { "6", "3", "6", 24 }, true);
+    // The digits, the gauge and the unit label are the readout's (whose
+    // conversion the logic tests check), in the unit the user chose.
+    const auto digit
+        = [](int d) { return d == SpeedReadout::kNoDigit ? QString() : QString::number(d); };
+    for (const int unit : { SpeedUnit::kKmph, SpeedUnit::kMph }) {
+        useUnit(unit);
+        for (const int kmh : { 0, 8, 9, 55, 100, 105, 161, 1024 }) {
+            const SpeedReadout readout = SpeedReadout::forSpeed(kmh, unit);
+            m_view.setSpeed(kmh);
+            const std::string what = std::to_string(kmh) + " km/h, unit " + std::to_string(unit);
+            EXPECT_EQ(m_view.speed(), kmh) << what;
+            EXPECT_EQ(m_view.number100(), digit(readout.number100)) << what;
+            EXPECT_EQ(m_view.number10(), digit(readout.number10)) << what;
+            EXPECT_EQ(m_view.number1(), digit(readout.number1)) << what;
+            EXPECT_EQ(m_view.visibleGaugeCount(), readout.gaugeSegments) << what;
+            EXPECT_EQ(m_view.isSpeedUnitImageVisible(), unit == SpeedUnit::kMph) << what;
+        }
+    }
 }
 
 TEST_F(SpeedMeterViewTest, GaugeLightsOneSegmentPerTenUnits)

@@ -13,6 +13,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QWebEnginePage>
+#include <QWebEngineSettings>
 #include <QWebEngineView>
 
 #include <gtest/gtest.h>
@@ -215,4 +216,48 @@ TEST_F(MapPageTest, PageKeepsScriptsUntilLoadedAndStaysOnTheMap)
     EXPECT_EQ(m_view.url(), mapUrl);
     ASSERT_TRUE(waitForState(
         m_view, [](const QJsonObject& s) { return s[QStringLiteral("initialized")].toBool(); }));
+}
+
+namespace {
+
+QString evaluate(QWebEngineView& view, const QString& script)
+{
+    auto result = std::make_shared<QString>();
+    auto done = std::make_shared<bool>(false);
+    view.page()->runJavaScript(script, [result, done](const QVariant& value) {
+        *result = value.toString();
+        *done = true;
+    });
+    if (!QTest::qWaitFor([done] { return *done; }, kScriptTimeoutMs))
+        return QStringLiteral("(no answer)");
+    return *result;
+}
+
+} // namespace
+
+TEST_F(MapPageTest, PageIsFencedIn)
+{
+    WebEngineMapPage page(&m_view);
+    QSignalSpy loaded(&m_view, &QWebEngineView::loadFinished);
+    page.load(MapScripts::pageUrl(QString::fromLatin1(kUnreachableTiles)));
+    page.runJavaScript(QStringLiteral("initialize()"));
+    ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
+    ASSERT_TRUE(waitForState(m_view, [](const QJsonObject& s) {
+        return s[QStringLiteral("initialized")].toBool();
+    })) << "the page runs under its own policy";
+    // No local file, no frame that goes anywhere, a policy in the page.
+    EXPECT_FALSE(m_view.page()->settings()->testAttribute(
+        QWebEngineSettings::LocalContentCanAccessFileUrls));
+    EXPECT_TRUE(evaluate(m_view,
+        QStringLiteral("document.querySelector('meta[http-equiv=\"Content-Security-Policy\"]')"
+                       ".content"))
+                    .contains(QStringLiteral("default-src 'none'")));
+    evaluate(m_view,
+        QStringLiteral("var f = document.createElement('iframe'); f.id = 'probe';"
+                       " f.src = 'qrc:/map/mapview.html'; document.body.appendChild(f); 1"));
+    QTest::qWait(500);
+    EXPECT_NE(evaluate(m_view,
+                  QStringLiteral("(function(){ try { return document.getElementById('probe')"
+                                 ".contentWindow.location.href; } catch (e) { return 'x'; } })()")),
+        QStringLiteral("qrc:/map/mapview.html"));
 }

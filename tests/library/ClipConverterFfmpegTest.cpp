@@ -9,11 +9,18 @@
 #include "library/QtProcessRunner.h"
 #include "library/Utils.h"
 
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <optional>
+#include <thread>
 
 namespace {
 
@@ -24,6 +31,11 @@ public:
     {
         ++m_runs;
         return m_real.run(program, arguments);
+    }
+    Result execute(const QString& program, const QStringList& arguments) override
+    {
+        ++m_runs;
+        return m_real.execute(program, arguments);
     }
     int runs() const { return m_runs; }
     void reset() { m_runs = 0; }
@@ -143,3 +155,59 @@ TEST_F(ClipConverterFfmpegTest, MissingFfmpegGivesNothing)
 }
 
 } // namespace
+
+namespace {
+
+// Every file in the folder, hidden ones included.
+QStringList filesIn(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+} // namespace
+
+TEST_F(ClipConverterFfmpegTest, AnInterruptedConversionEndsAtOnceAndLeavesNothingInTheCache)
+{
+    // ffmpeg reading its input at the clip's own pace: a run lasts as long as
+    // the clip, long enough to be interrupted.
+    const QString slow = m_dir.filePath("slow-ffmpeg");
+    TestFiles::write(slow, "#!/bin/sh\nexec ffmpeg -re \"$@\"\n");
+    QFile::setPermissions(slow, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString clip = m_card->path("cont_rec/drive 'quoted' %d -x_F.mp4");
+    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(clip, FfmpegClipBuilder::telemetrySrt(20, 0)))
+        << qPrintable(FfmpegClipBuilder::lastLog());
+    Utils::SetFFMPEGPath(slow);
+    QtProcessRunner runner;
+    ClipConverter converter(runner, m_dir.filePath("work"));
+    const QString cache = converter.cacheFolderPath(clip);
+
+    std::optional<QList<QUrl>> result;
+    std::thread worker([&] { result = converter.checkAndConvertVideo(QUrl::fromLocalFile(clip)); });
+    QElapsedTimer waited;
+    waited.start();
+    while (filesIn(cache).isEmpty() && waited.elapsed() < 15000)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    ASSERT_FALSE(filesIn(cache).isEmpty()) << "ffmpeg never started writing";
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+
+    // The viewer quits: ffmpeg ends within a second and leaves no file.
+    QElapsedTimer stopping;
+    stopping.start();
+    runner.cancel();
+    worker.join();
+    EXPECT_LT(stopping.elapsed(), 1000);
+    EXPECT_TRUE(filesIn(cache).isEmpty()) << qPrintable(filesIn(cache).join(u' '));
+    ASSERT_TRUE(result.has_value());
+    EXPECT_TRUE(result->isEmpty());
+
+    // Next time the clip converts in full (the odd name is no problem).
+    runner.resetCancel();
+    Utils::SetFFMPEGPath(QString());
+    const auto again = converter.checkAndConvertVideo(QUrl::fromLocalFile(clip));
+    ASSERT_TRUE(again.has_value());
+    ASSERT_EQ(again->size(), 1);
+    EXPECT_EQ(
+        FfmpegClipBuilder::streams(again->at(0).toLocalFile()), QStringList { "video 64x48" });
+    EXPECT_TRUE(QFileInfo(cache + "/drive 'quoted' %d -x_F_f.srt").size() > 0);
+    EXPECT_EQ(filesIn(cache).filter(".partial.").size(), 0);
+}

@@ -6,10 +6,17 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -201,6 +208,56 @@ TEST_F(ClipLibraryTest, MissingOrUnreadableFoldersGiveNoClips)
     EXPECT_EQ(rowsOf(0), (QStringList { "a.mp4", "cont_rec/locked/b.mp4", "evt_rec/c.mp4" }));
 }
 
+TEST_F(ClipLibraryTest, HostileFoldersListRegularFilesInsideTheFolderOnce)
+{
+    m_card->addAll({ "cont_rec/a.mp4", "evt_rec/e.mp4", "deep/L16/deep.mp4",
+        "manual_rec/-odd 'name' \"x\" %d\nline.mp4" });
+    QTemporaryDir outside;
+    ASSERT_TRUE(QDir().mkpath(outside.filePath("clips")));
+    QFile(outside.filePath("clips/outside.mp4")).open(QIODevice::WriteOnly);
+    // A pipe and a socket named like clips: never listed, never opened.
+    ASSERT_EQ(mkfifo(QFile::encodeName(m_card->path("cont_rec/pipe.mp4")).constData(), 0600), 0);
+    const int sock = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    const QByteArray socketPath = QFile::encodeName(m_card->path("cont_rec/socket.mp4"));
+    ASSERT_LT(size_t(socketPath.size()), sizeof(address.sun_path));
+    std::memcpy(address.sun_path, socketPath.constData(), size_t(socketPath.size()));
+    ASSERT_EQ(::bind(sock, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    // Links that lead out of the card: to the root of everything, to another
+    // folder, to a clip elsewhere.
+    ASSERT_TRUE(QFile::link("/", m_card->path("cont_rec/root")));
+    ASSERT_TRUE(QFile::link(outside.filePath("clips"), m_card->path("evt_rec/elsewhere")));
+    ASSERT_TRUE(QFile::link(outside.filePath("clips/outside.mp4"), m_card->path("evt_rec/x.mp4")));
+    // A fan of links: 16 levels of two links each to the next level, 2^16
+    // ways to reach the one clip at the bottom.
+    for (int level = 0; level < 16; ++level) {
+        const QString here = m_card->path(QStringLiteral("deep/L%1").arg(level));
+        const QString next = m_card->path(QStringLiteral("deep/L%1").arg(level + 1));
+        ASSERT_TRUE(QDir().mkpath(here));
+        ASSERT_TRUE(QFile::link(next, here + "/a"));
+        ASSERT_TRUE(QFile::link(next, here + "/b"));
+    }
+    ASSERT_TRUE(QFile::link(m_card->path("deep/L0"), m_card->path("cont_rec/fan")));
+    // A link to a clip inside the card is a clip like any other.
+    ASSERT_TRUE(QFile::link(m_card->path("cont_rec/a.mp4"), m_card->path("evt_rec/same.mp4")));
+
+    m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
+    QStringList rows = rowsOf(0);
+    ASSERT_EQ(rows.size(), 5) << qPrintable(rows.join(", "));
+    // Quotes, blanks, "%", a leading "-" and a newline are a name like any other.
+    EXPECT_TRUE(rows.contains("manual_rec/-odd 'name' \"x\" %d\nline.mp4"));
+    EXPECT_EQ(rows.filter("deep.mp4").size(), 1);
+    EXPECT_TRUE(rows.contains("cont_rec/a.mp4"));
+    EXPECT_TRUE(rows.contains("evt_rec/e.mp4"));
+    EXPECT_TRUE(rows.contains("evt_rec/same.mp4"));
+    // Scanning cont_rec alone, the fan leads out of the chosen folder.
+    EXPECT_EQ(relative(ClipLibrary::getVideoFilesInDirectoryUrl(
+                  QUrl::fromLocalFile(m_card->path("cont_rec")), true)),
+        QStringList { "cont_rec/a.mp4" });
+    ::close(sock);
+}
+
 TEST_F(ClipLibraryTest, FilterButtonsOfGroupASetTheIndex)
 {
     m_card->addAll({ "cont_rec/c.mp4", "evt_rec/e.mp4", "parking_rec/p.mp4" });
@@ -224,14 +281,25 @@ TEST_F(ClipLibraryTest, FilterButtonsOfGroupASetTheIndex)
     EXPECT_EQ(m_library.numberOfRows(), 3);
 }
 
-TEST_F(ClipLibraryTest, DeletingRemovesTheFileAndTheRowOnly)
+TEST_F(ClipLibraryTest, DeletingMovesTheFileToTheTrashAndDropsTheRowOnly)
 {
+    // The desktop trash (this test binary's own, under Qt's test mode).
+    const QString trash
+        = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Trash/files";
+    const auto trashed = [&trash](const QStringList& before) {
+        QStringList added = QDir(trash).entryList({ "e_?.mp4*" }, QDir::Files);
+        for (const QString& old : before)
+            added.removeOne(old);
+        return added;
+    };
+    const QStringList before = trashed({});
     const QString front = m_card->add("evt_rec/e_F.mp4");
     const QString rear = m_card->add("evt_rec/e_R.mp4");
     m_library.refreshVideoFileListWithURL(QUrl::fromLocalFile(m_card->root()));
     m_library.setSelectedRow(0);
     EXPECT_TRUE(m_library.removeFileButtonTouched());
     EXPECT_FALSE(QFile::exists(front));
+    ASSERT_EQ(trashed(before).size(), 1) << "nothing is lost: the clip is in the trash";
     EXPECT_TRUE(QFile::exists(rear)); // the partner stays
     EXPECT_EQ(relative(m_library.allVideoFileList()), (QStringList { "evt_rec/e_R.mp4" }));
     EXPECT_EQ(m_library.selectedRow(), 0);
@@ -249,6 +317,10 @@ TEST_F(ClipLibraryTest, DeletingRemovesTheFileAndTheRowOnly)
     EXPECT_FALSE(m_library.canRemoveOrSave());
     m_library.setSelectedRow(0);
     EXPECT_FALSE(m_library.removeFileButtonTouched());
+    for (const QString& name : trashed(before)) {
+        QFile::remove(trash + "/" + name);
+        QFile::remove(trash + "/../info/" + name + ".trashinfo");
+    }
 }
 
 TEST_F(ClipLibraryTest, BigVideoIsThePartnerNextToTheRowWhenSwapped)

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -178,6 +179,12 @@ TEST(UtilsTest, FileHelpers)
     const QString here = QDir::currentPath();
     Utils::RemoveDirectory(QString());
     EXPECT_TRUE(QDir(here).exists());
+    // A link standing in for the folder goes; what it leads to stays.
+    TestFiles::write(dir.filePath("precious/keep.txt"), "keep");
+    ASSERT_TRUE(QFile::link(dir.filePath("precious"), dir.filePath("work")));
+    Utils::RemoveDirectory(dir.filePath("work"));
+    EXPECT_FALSE(QFileInfo(dir.filePath("work")).isSymLink());
+    EXPECT_EQ(TestFiles::read(dir.filePath("precious/keep.txt")), QByteArray("keep"));
 
     const QString tool = dir.filePath("tool");
     TestFiles::write(tool, "#!/bin/sh\n");

@@ -73,8 +73,13 @@ TEST_F(ScriptedFixture, RatesSeeksAndTheEnd)
     EXPECT_FLOAT_EQ(view.rate(), 4.0f);
     view.rewind();
     EXPECT_FLOAT_EQ(view.rate(), -2.0f);
+    const qsizetype reports = log().times.size();
     view.setCurrentTime(2.7);
+    EXPECT_DOUBLE_EQ(view.currentTime(), 0.3) << "a seek lands later, as libmpv's does";
+    EXPECT_EQ(log().times.size(), reports);
+    QCoreApplication::processEvents();
     EXPECT_DOUBLE_EQ(view.currentTime(), 3.0);
+    EXPECT_EQ(log().times.last(), 3.0);
     view.play();
     view.advance(10.0);
     EXPECT_DOUBLE_EQ(view.currentTime(), 4.5);

@@ -136,8 +136,10 @@ TEST_F(SessionTest, StopReturnsToTheStartWithTheMapCovered)
     EXPECT_TRUE(m_session->isVideoPaused());
     EXPECT_FALSE(m_session->isVideoPlayTimerActive());
     EXPECT_FALSE(m_session->isPlayAnimationActive());
+    settle(); // the views land on the start later
     EXPECT_EQ(m_big.currentTime(), 0.0);
     EXPECT_EQ(m_small.currentTime(), 0.0);
+    EXPECT_TRUE(m_view.mapCovered) << "landing at the start keeps the stop's cover";
     EXPECT_EQ(m_big.rate(), 0.0f);
     EXPECT_EQ(m_view.seekValue, 0.0);
     EXPECT_EQ(m_view.playPauseImage, QStringLiteral("play_1"));

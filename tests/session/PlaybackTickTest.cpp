@@ -4,6 +4,8 @@
 
 #include "app/session/SessionTexts.h"
 
+#include <functional>
+
 namespace {
 
 class PlaybackTickTest : public SessionTest {
@@ -122,7 +124,7 @@ TEST_F(PlaybackTickTest, TimeText)
     }
 }
 
-TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondInBothViewsAndRefreshesAtTheNextTick)
+TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondAndTheDisplaysFollowOnceThePlayerIsThere)
 {
     playTelemetryClip(650);
     tickAt(30.05);
@@ -135,18 +137,61 @@ TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondInBothViewsAndRefreshesAtTh
     m_session->seekTimeSliderTouchedUp(12.7);
     EXPECT_EQ(m_big.calls(), QStringList { QStringLiteral("setCurrentTime 12.7") });
     EXPECT_EQ(m_small.calls(), QStringList { QStringLiteral("setCurrentTime 12.7") });
-    EXPECT_EQ(m_big.currentTime(), 13.0);
-    EXPECT_EQ(m_small.currentTime(), 13.0);
     EXPECT_FALSE(m_session->isVideoPaused()); // seeking does not pause
 
+    // The player answers later: a tick before that shows nothing stale.
+    EXPECT_EQ(m_big.currentTime(), 30.05);
     const int sensorUpdates = m_view.sensorUpdates;
-    const qsizetype mapMoves = m_view.mapMoves.size();
     m_session->playVideoTimerCallback();
-    EXPECT_EQ(m_view.sensorUpdates, sensorUpdates + 1);
-    EXPECT_EQ(m_view.mapMoves.size(), mapMoves + 1);
+    EXPECT_EQ(m_view.sensorUpdates, sensorUpdates);
+    EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:30/03:00"));
+
+    // As soon as it has landed, everything shows the new moment.
+    settle();
+    EXPECT_EQ(m_big.currentTime(), 13.0);
+    EXPECT_EQ(m_small.currentTime(), 13.0);
     EXPECT_EQ(m_view.sensorText(), readoutsOfSample(130));
+    EXPECT_EQ(m_view.speed, 130);
+    EXPECT_EQ(m_view.mapMoves.last().first, 37.013f);
     EXPECT_EQ(m_view.seekValue, 13.0);
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:13/03:00"));
+
+    // Playback goes on from there: the read-outs refresh 0.3 s later, not
+    // only once the old moment (30 s) is passed again.
+    EXPECT_FALSE(tickAt(13.2).sensorsRefreshed);
+    EXPECT_TRUE(tickAt(13.4).sensorsRefreshed);
+    EXPECT_EQ(m_view.sensorText(), readoutsOfSample(134));
+}
+
+TEST_F(PlaybackTickTest, FrameStepsAndPausedSeeksShowTheMomentTheyLandOn)
+{
+    playTelemetryClip(650);
+    tickAt(20.05);
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        double landed; // the player's position once it has answered
+    } steps[] = {
+        { "step back", [this] { m_session->rewindButtonTouched(); }, 19.95 },
+        { "step back again", [this] { m_session->rewindButtonTouched(); }, 19.85 },
+        { "step forward", [this] { m_session->fastForwardButtonTouched(); }, 19.95 },
+        { "key left", [this] { m_session->keyDown(Qt::Key_Left, {}); }, 19.85 },
+        { "paused seek", [this] { m_session->seekTimeSliderTouchedUp(7.2); }, 7.0 },
+        { "step after the seek", [this] { m_session->fastForwardButtonTouched(); }, 7.1 },
+    };
+    for (const auto& step : steps) {
+        const QString before = m_view.sensorText();
+        step.act();
+        EXPECT_TRUE(m_session->isVideoPaused()) << step.what;
+        EXPECT_EQ(m_view.sensorText(), before) << step.what << ": nothing stale is shown";
+        settle();
+        ASSERT_NEAR(m_big.currentTime(), step.landed, 1e-9) << step.what;
+        const int sample = int(step.landed * 10.0 + 1e-6);
+        EXPECT_EQ(m_view.sensorText(), readoutsOfSample(sample)) << step.what;
+        EXPECT_EQ(m_view.speed, sample % 200) << step.what;
+        EXPECT_EQ(m_view.playTimeText, SessionTexts::playTimeText(step.landed, kClipSeconds))
+            << step.what;
+    }
 }
 
 TEST_F(PlaybackTickTest, MapCoverAndPositions)

@@ -15,25 +15,12 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 
-// A scripted player whose media time can be pinned to any value (the
-// scripted one moves in tenths of a second); a seek releases the pin.
+// A scripted player whose media time can be put on any value (the scripted
+// one moves in tenths of a second).
 class TimedPlayerView final : public ScriptedPlayerView {
 public:
-    void pinTime(double seconds) { m_pinned = seconds; }
-    double currentTime() const override
-    {
-        return m_pinned ? *m_pinned : ScriptedPlayerView::currentTime();
-    }
-    void setCurrentTime(double seconds) override
-    {
-        m_pinned.reset();
-        ScriptedPlayerView::setCurrentTime(seconds);
-    }
-
-private:
-    std::optional<double> m_pinned;
+    void pinTime(double seconds) { setMediaTime(seconds); }
 };
 
 // A playback session over a card folder the test writes, a recording ffmpeg

@@ -7,8 +7,10 @@
 // cards), installed as the process-wide source while it lives.
 class FakeVolumeSource final : public VolumeSource {
 public:
-    FakeVolumeSource& add(
-        const QString& rootPath, bool isLocal, bool isRemovable, const QString& name = {});
+    FakeVolumeSource& add(const QString& rootPath, bool isLocal, bool isRemovable,
+        const QString& name = {}, const QString& device = {});
+    // The volume mounted at rootPath goes.
+    void remove(const QString& rootPath);
     QList<VolumeInfo> volumes() const override { return m_volumes; }
 
 private:

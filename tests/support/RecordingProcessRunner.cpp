@@ -41,6 +41,17 @@ QByteArray RecordingProcessRunner::run(const QString& program, const QStringList
     return {};
 }
 
+ProcessRunner::Result RecordingProcessRunner::execute(
+    const QString& program, const QStringList& arguments)
+{
+    const bool rejected = [&] {
+        QMutexLocker locker(&m_mutex);
+        return m_rejected.contains(inputOf(arguments));
+    }();
+    QByteArray output = run(program, arguments);
+    return { std::move(output), !rejected };
+}
+
 void RecordingProcessRunner::setStreams(const QString& input, int videoStreams, int audioStreams)
 {
     QMutexLocker locker(&m_mutex);

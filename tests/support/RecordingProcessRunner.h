@@ -20,6 +20,8 @@ public:
     };
 
     QByteArray run(const QString& program, const QStringList& arguments) override;
+    // A run reading a rejected input fails, as ffmpeg's would (status 1).
+    Result execute(const QString& program, const QStringList& arguments) override;
 
     // The report for `input` lists that many video and audio streams.
     void setStreams(const QString& input, int videoStreams, int audioStreams);

@@ -25,10 +25,12 @@
 #include "config/VolumeUtils.h"
 #include "display/SpeedMeterView.h"
 #include "library/ClipLibrary.h"
+#include "library/Utils.h"
 #include "player/TavroAVView.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -251,13 +253,17 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     answerSavePanel(stillPath, &panelTitle);
     QTest::mouseClick(transport->snapshotButton, Qt::LeftButton);
     EXPECT_EQ(panelTitle, QStringLiteral("Save"));
+    // The frame is decoded and written off the GUI thread.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !QImage(stillPath).isNull(); }, kWaitMs));
     const QImage still(stillPath);
     EXPECT_EQ(still.size(), QSize(240, 136)) << "the rear camera is in the large view";
     const QString copyPath = out.filePath(QStringLiteral("copy.mp4"));
     answerSavePanel(copyPath, &panelTitle);
     QTest::mouseClick(transport->saveFileButton, Qt::LeftButton);
-    EXPECT_EQ(QFileInfo(copyPath).size(),
-        QFileInfo(m_card.filePath(QStringLiteral("cont_rec/20240315_081502_R.mp4"))).size());
+    // The copy is made off the GUI thread.
+    const qint64 clipSize
+        = QFileInfo(m_card.filePath(QStringLiteral("cont_rec/20240315_081502_R.mp4"))).size();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFileInfo(copyPath).size() == clipSize; }, kWaitMs));
 
     // Space plays again; mute silences the large view and locks the slider.
     QTest::keyClick(&window, Qt::Key_Space);
@@ -319,6 +325,53 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     QTest::keyClick(list, Qt::Key_Left);
     EXPECT_TRUE(window.session().isVideoPaused());
     EXPECT_EQ(list->currentRow(), 0);
+}
+
+// The read-outs follow a seek back at once: the speedometer shows the speed
+// of the moment the player landed on, not the one it left.
+TEST_F(ViewerPlaybackTest, SpeedFollowsASeekBackAsSoonAsThePlayerIsThere)
+{
+    MainWindow window;
+    window.showMainWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.controller().videoFileListDoubleClicked(0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bothPlaying(window); }, kWaitMs));
+    TavroAVView* big = window.videoArea()->bigMovieView();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return big->currentTime() >= 1.5; }, kWaitMs));
+    // From the 9th second back to the 4th (the speeds of the two differ).
+    big->setCurrentTime(9.0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return big->currentTime() >= 9.0; }, kWaitMs));
+    QTest::qWait(400);
+    const TavroClipData& data = window.session().clipData();
+    SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
+    const int speedBefore = meter->speed();
+    ASSERT_NE(data.getGpsSpeed(40), speedBefore);
+
+    SeekSlider* seek = window.transportBar()->seekTimeSldierView;
+    seek->setSliderDown(true);
+    seek->setValue(4000);
+    seek->setSliderDown(false);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return big->currentTime() < 5.0; }, kWaitMs));
+    // Within 0.2 s of the player being there, the speed read-out is the one
+    // of a sample within 0.2 s of the player's time.
+    QElapsedTimer landed;
+    landed.start();
+    const auto matches = [&] {
+        const double t = big->currentTime();
+        for (int i = int((t - 0.2) * 10); i <= int((t + 0.2) * 10); ++i) {
+            if (data.getGpsSpeed(i) == meter->speed())
+                return true;
+        }
+        return false;
+    };
+    while (!matches() && landed.elapsed() < 200)
+        QTest::qWait(5);
+    EXPECT_TRUE(matches()) << "speed " << meter->speed() << " at " << big->currentTime()
+                           << " s; before the seek " << speedBefore << ", sample 40 "
+                           << data.getGpsSpeed(40);
+    EXPECT_TRUE(
+        window.transportBar()->playTimeTextField->text().startsWith(QStringLiteral("00:04")))
+        << window.transportBar()->playTimeTextField->text().toStdString();
 }
 
 } // namespace

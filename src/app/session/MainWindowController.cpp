@@ -8,6 +8,7 @@
 #include "config/AlertSink.h"
 #include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
 #include "config/VolumeWatcher.h"
 #include "display/SpeedUnit.h"
 #include "library/ClipConverter.h"
@@ -19,6 +20,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QThread>
 
 MainWindowController::MainWindowController(
     PlayerView& bigMovieView, PlayerView& smallMovieView, SessionView& view, QObject* parent)
@@ -39,6 +41,7 @@ MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView&
     }
     m_converter = std::make_unique<ClipConverter>(*runner, options.workingDirectory);
     AlertSink& alerts = options.alertSink ? *options.alertSink : AlertSink::shared();
+    m_alerts = &alerts;
     m_library = new ClipLibrary(this);
     m_session = new PlaybackSession(
         bigMovieView, smallMovieView, view, *m_library, *m_converter, alerts, this);
@@ -57,9 +60,14 @@ MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView&
 
 MainWindowController::~MainWindowController()
 {
-    // The session goes first: it detaches itself from the player views.
+    // The session goes first: it detaches itself from the player views (and
+    // ends a conversion still running).
     delete m_session;
     m_session = nullptr;
+    for (QThread* thread : std::as_const(m_savingThreads)) {
+        thread->wait();
+        delete thread;
+    }
 }
 
 void MainWindowController::showMainWindow()
@@ -76,29 +84,51 @@ void MainWindowController::showMainWindow()
 
 void MainWindowController::attachVolumeWatcher(VolumeWatcher& watcher)
 {
+    m_mounts.remember(Utils::volumeSource().volumes());
     connect(
         &watcher, &VolumeWatcher::volumeMounted, this, &MainWindowController::volumeMountHandler);
     connect(&watcher, &VolumeWatcher::volumeUnmounted, this,
         &MainWindowController::volumeUnmountHandler);
 }
 
-void MainWindowController::volumeMountHandler()
+void MainWindowController::volumeMountHandler(const QString& rootPath)
 {
-    updateModelInfo();
+    if (!m_mounts.isCardArrival(rootPath, Utils::volumeSource().volumes()))
+        return;
+    // A card arrived: its clips take the place of whatever was listed.
+    m_folderChosenByHand = false;
+    identifyCard(false);
 }
 
-void MainWindowController::volumeUnmountHandler()
+void MainWindowController::volumeUnmountHandler(const QString& rootPath)
 {
-    updateModelInfo();
+    const QString card = TolmSettingManager::SharedTolmSettingManager()->sdcard_url().toLocalFile();
+    if (!m_mounts.isCardRemoval(rootPath, Utils::volumeSource().volumes(), card))
+        return;
+    // The card went: a folder chosen by hand stays listed (unless it went too).
+    const QString shown = m_library->selectedVideoDirectoryUrl().toLocalFile();
+    if (m_folderChosenByHand && !CardMountFilter::isSameOrInside(shown, rootPath)) {
+        identifyCard(true);
+        return;
+    }
+    m_folderChosenByHand = false;
+    identifyCard(false);
 }
 
 void MainWindowController::updateModelInfo()
+{
+    m_folderChosenByHand = false;
+    identifyCard(false);
+}
+
+void MainWindowController::identifyCard(bool keepList)
 {
     TolmSettingManager* manager = TolmSettingManager::SharedTolmSettingManager();
     manager->loadVersionInfo();
     const qint64 type = manager->modelType();
     if (type < 0) {
-        m_library->clearVideoFileList();
+        if (!keepList)
+            m_library->clearVideoFileList();
         m_settingsButtonEnabled = false;
         m_modelName.clear();
     } else {
@@ -108,7 +138,8 @@ void MainWindowController::updateModelInfo()
             m_modelName = manager->modelName();
         else
             m_modelName = type < names.size() ? names[type] : QString();
-        m_library->refreshVideoFileListWithURL(manager->sdcard_url());
+        if (!keepList)
+            m_library->refreshVideoFileListWithURL(manager->sdcard_url());
         m_settingsButtonEnabled = true;
     }
     emit modelInfoChanged(modelText(), m_settingsButtonEnabled);
@@ -131,6 +162,7 @@ void MainWindowController::selectFolderButtonTouched(const QUrl& folderUrl)
 {
     if (folderUrl.isEmpty())
         return;
+    m_folderChosenByHand = true;
     m_library->refreshVideoFileListWithURL(folderUrl);
 }
 

@@ -1,13 +1,17 @@
 #pragma once
 
+#include "app/session/CardMountFilter.h"
+
 #include <QImage>
 #include <QObject>
 #include <QString>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 
 class AlertSink;
+class QThread;
 class ClipConverter;
 class ClipLibrary;
 class PlaybackSession;
@@ -56,8 +60,11 @@ public:
     // and the "all" filter.
     void showMainWindow();
 
-    // Re-identifies the card on every mount and unmount the watcher reports
-    // (also on TavroNotifier's volume notifications, which are always watched).
+    // Re-identifies the card when the watcher reports the arrival or removal
+    // of a card volume (also on TavroNotifier's volume notifications, which
+    // are always watched); other mount-table changes leave the clip list, the
+    // selection and the playing clip alone. A folder chosen by hand stays
+    // listed when a card goes.
     void attachVolumeWatcher(VolumeWatcher& watcher);
 
     // Identifies the card (TolmSettingManager::loadVersionInfo over the volume
@@ -90,25 +97,46 @@ public:
     // valid selection. Its file name is the name to propose.
     QUrl saveFileSourceUrl() const;
     // Copies that clip (the card's file, not a converted one) to the chosen
-    // path. A failure, such as an existing file, is silent: false.
+    // path, replacing a file the user agreed to overwrite in one step (a
+    // failed copy leaves it as it was). False on failure, with the alert
+    // "저장하지 못했습니다.".
     bool saveFileButtonTouched(const QString& destinationPath);
+    // The same on a worker thread: the window goes on while a large clip is
+    // copied; fileSaved tells the outcome (after the alert, on failure).
+    void saveFileInBackground(const QString& destinationPath);
+    bool isSaving() const { return !m_savingThreads.isEmpty(); }
+    // Writes the image as PNG atomically; safe on any thread.
+    static bool writePng(const QImage& image, const QString& path);
+    // Copies `source` over `destination` atomically; safe on any thread.
+    static bool copyFileAtomically(const QString& source, const QString& destination);
     // Pauses playback and proposes "<clip name>_<ms>.png" for a still of the
     // large view at its current time.
     QString snapshotButtonTouched();
     // Writes the large view's still as PNG, atomically; false on failure or
-    // without a picture.
+    // without a picture, with the alert "저장하지 못했습니다.".
     bool saveSnapshot(const QString& path);
+    // The same with the frame decoded and written on a worker thread;
+    // stillSaved tells the outcome (after the alert, on failure).
+    void saveSnapshotInBackground(const QString& path);
     // Pauses playback and returns the large view's still for the window to
     // print (landscape, fit to the page); null without a picture.
     QImage printButtonTouched();
 
 signals:
     void modelInfoChanged(const QString& modelText, bool settingsButtonEnabled);
+    void fileSaved(bool saved);
+    void stillSaved(bool saved);
     void applyLanguageSettingsRequested();
 
 private:
-    void volumeMountHandler();
-    void volumeUnmountHandler();
+    void volumeMountHandler(const QString& rootPath);
+    void volumeUnmountHandler(const QString& rootPath);
+    // Identifies the card; lists its clips (or empties the list) unless
+    // `keepList` is set.
+    void identifyCard(bool keepList);
+    void showSaveFailedAlert(const char* titleKey);
+    // Runs `work` on a thread of its own; `done` gets its outcome on this one.
+    void runAside(std::function<bool()> work, std::function<void(bool)> done);
 
     PlayerView& m_bigMovieView;
     SessionView& m_view;
@@ -120,4 +148,8 @@ private:
     ViewerLanguage* m_viewerLanguage = nullptr; // child QObject
     QString m_modelName;
     bool m_settingsButtonEnabled = false;
+    bool m_folderChosenByHand = false;
+    AlertSink* m_alerts = nullptr;
+    QList<QThread*> m_savingThreads;
+    CardMountFilter m_mounts;
 };

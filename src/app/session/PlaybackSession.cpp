@@ -10,8 +10,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QThread>
 
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -24,7 +26,26 @@ QString subtitlePathFor(const QString& path)
     return info.dir().filePath(base + QStringLiteral(".srt"));
 }
 
+// The telemetry of a clip comes from the file opened for playback: the
+// subtitles extracted beside an MP4's converted front file, the clip itself
+// otherwise (through the Kel loader for that family's clips).
+void loadTelemetry(TavroClipData& record, const QUrl& url, const QString& bigVideoFilePath)
+{
+    if (ClipNaming::lowerExtension(url) == QLatin1String("mp4"))
+        record.loadVideoFileCilpDataFromFilePath(subtitlePathFor(bigVideoFilePath));
+    else if (ClipNaming::isKelFamilyClip(url))
+        record.loadVideoFileCilpDataFromFilePath_Kel(url.toLocalFile());
+    else
+        record.loadVideoFileCilpDataFromFilePath(url.toLocalFile());
+}
+
 } // namespace
+
+// What the worker hands back: the playable files and the clip's telemetry.
+struct PlaybackSession::Prepared {
+    std::optional<QList<QUrl>> files;
+    std::shared_ptr<TavroClipData> record;
+};
 
 PlaybackSession::PlaybackSession(PlayerView& bigMovieView, PlayerView& smallMovieView,
     SessionView& view, ClipLibrary& library, ClipConverter& converter, AlertSink& alerts,
@@ -43,6 +64,12 @@ PlaybackSession::PlaybackSession(PlayerView& bigMovieView, PlayerView& smallMovi
     m_playAnimationTimer.setInterval(kPlayAnimationMs);
     connect(&m_playAnimationTimer, &QTimer::timeout, this,
         &PlaybackSession::playAnimationTimerCallback);
+    m_busyDelay.setSingleShot(true);
+    m_busyDelay.setInterval(kBusyDelayMs);
+    connect(&m_busyDelay, &QTimer::timeout, this, [this] { m_view.setBusy(true); });
+    m_positionWait.setSingleShot(true);
+    m_positionWait.setInterval(kPositionWaitMs);
+    connect(&m_positionWait, &QTimer::timeout, this, &PlaybackSession::showNewPosition);
     m_volumeSlider.setChangeHandler([this](float volume) { volumeChanged(volume); });
     m_bigMovieView.setDelegate(this);
     m_smallMovieView.setDelegate(this);
@@ -50,6 +77,14 @@ PlaybackSession::PlaybackSession(PlayerView& bigMovieView, PlayerView& smallMovi
 
 PlaybackSession::~PlaybackSession()
 {
+    // A conversion still running is ended (ffmpeg killed, nothing left in
+    // the cache) before the converter it uses can go.
+    if (m_preparationThread) {
+        m_converter.cancel();
+        m_preparationThread->wait();
+        delete m_preparationThread;
+        m_converter.resetCancel();
+    }
     if (m_bigMovieView.delegate() == this)
         m_bigMovieView.setDelegate(nullptr);
     if (m_smallMovieView.delegate() == this)
@@ -81,9 +116,81 @@ void PlaybackSession::prepareVideoToPlay(const QUrl& url, double seekTime)
     m_lastUpdatedLat = 0.0;
     m_lastUpdatedLng = 0.0;
 
-    m_view.setBusy(true);
-    const std::optional<QList<QUrl>> files = m_converter.checkAndConvertVideo(url);
+    m_preparingUrl = url;
+    m_preparing = true;
+    const quint64 serial = ++m_preparationSerial;
+    if (!m_prepareInBackground) {
+        m_view.setBusy(true);
+        Prepared prepared { m_converter.checkAndConvertVideo(url),
+            std::make_shared<TavroClipData>(m_clipData) };
+        if (prepared.files && !prepared.files->isEmpty())
+            loadTelemetry(*prepared.record, url, prepared.files->at(0).toLocalFile());
+        finishPreparation(serial, prepared);
+        return;
+    }
+    m_busyDelay.start();
+    if (m_preparationThread) {
+        // The clip before is still being converted: end that, then start.
+        m_converter.cancel();
+        m_preparationQueued = true;
+        return;
+    }
+    startPreparation();
+}
+
+void PlaybackSession::startPreparation()
+{
+    m_preparationQueued = false;
+    const quint64 serial = m_preparationSerial;
+    const QUrl url = m_preparingUrl;
+    auto record = std::make_shared<TavroClipData>(m_clipData);
+    const ClipConverter* converter = &m_converter;
+    m_preparationThread = QThread::create([this, converter, url, record, serial] {
+        Prepared prepared { converter->checkAndConvertVideo(url), record };
+        if (prepared.files && !prepared.files->isEmpty())
+            loadTelemetry(*record, url, prepared.files->at(0).toLocalFile());
+        // The session waits for this thread before it goes, so it is there.
+        QMetaObject::invokeMethod(
+            this, [this, serial, prepared] { finishPreparation(serial, prepared); },
+            Qt::QueuedConnection);
+    });
+    connect(m_preparationThread, &QThread::finished, this, &PlaybackSession::preparationThreadDone);
+    m_preparationThread->start();
+}
+
+void PlaybackSession::preparationThreadDone()
+{
+    delete m_preparationThread;
+    m_preparationThread = nullptr;
+    m_converter.resetCancel();
+    if (m_preparationQueued)
+        startPreparation();
+}
+
+void PlaybackSession::cancelPreparation()
+{
+    if (!m_preparing)
+        return;
+    ++m_preparationSerial; // whatever the worker brings back is dropped
+    m_preparing = false;
+    m_preparationQueued = false;
+    m_busyDelay.stop();
     m_view.setBusy(false);
+    if (m_preparationThread)
+        m_converter.cancel();
+    m_currentVideoUrl = QUrl();
+    emit currentVideoChanged(m_currentVideoUrl);
+}
+
+void PlaybackSession::finishPreparation(quint64 serial, const Prepared& prepared)
+{
+    if (serial != m_preparationSerial)
+        return; // superseded or cancelled
+    m_preparing = false;
+    m_busyDelay.stop();
+    m_view.setBusy(false);
+    const QUrl url = m_preparingUrl;
+    const std::optional<QList<QUrl>>& files = prepared.files;
     if (!files || files->isEmpty()) {
         m_currentVideoUrl = QUrl();
         showUnsupportedFileAlert();
@@ -108,20 +215,10 @@ void PlaybackSession::prepareVideoToPlay(const QUrl& url, double seekTime)
     if (ClipNaming::lowerExtension(url) == QLatin1String("mp4"))
         m_isVideoSwitched = false;
 
-    loadTelemetry(url);
+    m_clipData = *prepared.record;
     showTelemetryDisplays();
     updateMovieViewCoverScrren();
     emit currentVideoChanged(m_currentVideoUrl);
-}
-
-void PlaybackSession::loadTelemetry(const QUrl& url)
-{
-    if (ClipNaming::lowerExtension(url) == QLatin1String("mp4"))
-        m_clipData.loadVideoFileCilpDataFromFilePath(subtitlePathFor(m_bigVideoFilePath));
-    else if (ClipNaming::isKelFamilyClip(url))
-        m_clipData.loadVideoFileCilpDataFromFilePath_Kel(url.toLocalFile());
-    else
-        m_clipData.loadVideoFileCilpDataFromFilePath(url.toLocalFile());
 }
 
 void PlaybackSession::showTelemetryDisplays()
@@ -196,7 +293,14 @@ void PlaybackSession::onMovieReady()
 
 void PlaybackSession::tavroAVViewDidUpdateRate(PlayerView*, float) { }
 
-void PlaybackSession::tavroAVViewDidUpdateTime(PlayerView*, double) { }
+void PlaybackSession::tavroAVViewDidUpdateTime(PlayerView* view, double seconds)
+{
+    Q_UNUSED(seconds) // the tick reads the view's position itself
+    // While paused the position only moves by a seek or a step; while playing
+    // the tick follows it, except right after a seek, which waits for this.
+    if (view == &m_bigMovieView && (m_positionPending || (m_isVideoPaused && !m_stopped)))
+        showNewPosition();
+}
 
 void PlaybackSession::tavroAVViewDidPlayToEndTime(PlayerView* view)
 {

@@ -10,6 +10,7 @@
 #include <QUrl>
 
 class AlertSink;
+class QThread;
 class ClipConverter;
 class ClipLibrary;
 class PlayerView;
@@ -35,6 +36,11 @@ public:
     static constexpr int kPlayAnimationMs = 1000;
     static constexpr double kMinVideoScale = 1.0;
     static constexpr double kMaxVideoScale = 5.0;
+    // How long a seek or frame step may go unanswered by the large view
+    // before the displays follow whatever position it reads.
+    static constexpr int kPositionWaitMs = 1000;
+    // A preparation that lasts longer shows the view busy (with a cancel).
+    static constexpr int kBusyDelayMs = 300;
 
     PlaybackSession(PlayerView& bigMovieView, PlayerView& smallMovieView, SessionView& view,
         ClipLibrary& library, ClipConverter& converter, AlertSink& alerts,
@@ -44,7 +50,16 @@ public:
     // --- loading
     // Loads the clip into both views; playback starts by itself once they are
     // prepared. The seek time is accepted and ignored: clips play from the start.
+    // Conversion and the telemetry scan run on a worker thread when the
+    // session prepares in the background (the window's does); a preparation
+    // that takes longer than kBusyDelayMs shows the view busy, with a way to
+    // cancel it. A newer clip supersedes one still being prepared.
     void prepareVideoToPlay(const QUrl& url, double seekTime);
+    // Off (the default), a clip is prepared inside prepareVideoToPlay.
+    void setPreparesInBackground(bool background) { m_prepareInBackground = background; }
+    bool isPreparing() const { return m_preparing; }
+    // Drops the clip being prepared: ffmpeg is ended, nothing plays, no alert.
+    void cancelPreparation();
     // Stops the current clip and loads the row's clip.
     void playVideoWithIdx(int index);
     void resetVideoInformation();
@@ -139,6 +154,9 @@ public:
     const TavroClipData& clipData() const { return m_clipData; }
     double lastUpdatedSensorInfoTime() const { return m_lastUpdatedSensorInfoTime; }
     double lastUpdatedMapTime() const { return m_lastUpdatedMapTime; }
+    // A seek or frame step was asked for and the large view has not yet
+    // reported where it landed: the tick leaves the displays alone meanwhile.
+    bool isPositionPending() const { return m_positionPending; }
     PlayerView& bigMovieView() const { return m_bigMovieView; }
     PlayerView& smallMovieView() const { return m_smallMovieView; }
 
@@ -147,11 +165,18 @@ signals:
     void currentVideoChanged(const QUrl& url);
 
 private:
-    void loadTelemetry(const QUrl& url);
+    struct Prepared;
+    void startPreparation();
+    void finishPreparation(quint64 serial, const Prepared& prepared);
+    void preparationThreadDone();
     void showTelemetryDisplays();
     void bigViewPrepared();
     void selectAndPlay(int row);
     void coverMap();
+    // After a seek or a frame step: the displays wait for the large view to
+    // report the new position, then all follow it at once.
+    void awaitNewPosition();
+    void showNewPosition();
 
     PlayerView& m_bigMovieView;
     PlayerView& m_smallMovieView;
@@ -171,6 +196,19 @@ private:
     bool m_touchedBigMovieScroll = false;
     bool m_isFullScreenMode = false;
     bool m_seekSliderHeld = false;
+    bool m_positionPending = false;
+    // Stopped (paused at 0 with the map covered) until played or moved.
+    bool m_stopped = false;
+    // The next tick refreshes the read-outs and the map whatever the time.
+    bool m_refreshAll = false;
+    QTimer m_positionWait;
+    bool m_prepareInBackground = false;
+    bool m_preparing = false;
+    quint64 m_preparationSerial = 0;
+    QUrl m_preparingUrl;
+    QThread* m_preparationThread = nullptr;
+    bool m_preparationQueued = false;
+    QTimer m_busyDelay;
     QTimer m_videoPlayTimer;
     QTimer m_playAnimationTimer;
     quint32 m_playAnimationIdx = 0;

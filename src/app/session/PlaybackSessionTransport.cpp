@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -45,6 +46,7 @@ void PlaybackSession::playVideo()
     if (!m_bigMovieView.hasMovie())
         return;
     m_isVideoPaused = false;
+    m_stopped = false;
     m_view.setPlayPauseImage(QString::fromLatin1(kPauseImage));
     startVideoPlayTimer();
     startPlayAnimation();
@@ -68,6 +70,9 @@ void PlaybackSession::stopVideo()
 {
     pauseVideo();
     m_isVideoPaused = true;
+    m_stopped = true;
+    m_positionPending = false;
+    m_positionWait.stop();
     setCurrentVideoTime(0.0);
     stopVideoPlayTimer();
     m_view.setSeekValue(0.0);
@@ -104,7 +109,7 @@ void PlaybackSession::rewindButtonTouched()
     pauseVideo();
     m_bigMovieView.stepBackward();
     m_smallMovieView.stepBackward();
-    playVideoTimerCallback();
+    awaitNewPosition();
 }
 
 void PlaybackSession::fastForwardButtonTouched()
@@ -112,7 +117,7 @@ void PlaybackSession::fastForwardButtonTouched()
     pauseVideo();
     m_bigMovieView.stepForward();
     m_smallMovieView.stepForward();
-    playVideoTimerCallback();
+    awaitNewPosition();
 }
 
 void PlaybackSession::startVideoPlayTimer()
@@ -126,8 +131,30 @@ void PlaybackSession::stopVideoPlayTimer()
     m_videoPlayTimer.stop();
 }
 
+void PlaybackSession::awaitNewPosition()
+{
+    // The views answer later: until the large one has the new position it
+    // still reads the old one, which must not be shown nor taken as the time
+    // of the last refresh (the read-outs would then wait for playback to pass
+    // the old moment again).
+    m_positionPending = true;
+    m_stopped = false;
+    m_positionWait.start();
+}
+
+void PlaybackSession::showNewPosition()
+{
+    m_positionPending = false;
+    m_positionWait.stop();
+    m_refreshAll = true;
+    playVideoTimerCallback();
+}
+
 void PlaybackSession::playVideoTimerCallback()
 {
+    if (m_positionPending)
+        return;
+    const bool refreshAll = std::exchange(m_refreshAll, false);
     const double duration = m_bigMovieView.duration();
     const double time = m_bigMovieView.currentTime();
     if (!m_seekSliderHeld)
@@ -141,12 +168,12 @@ void PlaybackSession::playVideoTimerCallback()
     float lat = 0.0f, lng = 0.0f;
     m_clipData.getClipDataWithIndex(index, x, y, z, lat, lng, speed);
 
-    if (time - m_lastUpdatedSensorInfoTime > kSensorInfoInterval) {
+    if (refreshAll || time - m_lastUpdatedSensorInfoTime > kSensorInfoInterval) {
         m_lastUpdatedSensorInfoTime = time;
         updateSensorInfo(gFromRaw(x), gFromRaw(y), gFromRaw(z), lat, lng, speed);
         m_view.setSpeedometerSpeed(speed);
     }
-    if (time - m_lastUpdatedMapTime > kMapInterval) {
+    if (refreshAll || time - m_lastUpdatedMapTime > kMapInterval) {
         m_lastUpdatedMapTime = time;
         updateMapWithLat(lat, lng);
     }
@@ -203,4 +230,5 @@ void PlaybackSession::seekTimeSliderTouchedUp(double seconds)
     // The views land on the whole second.
     m_bigMovieView.setCurrentTime(seconds);
     m_smallMovieView.setCurrentTime(seconds);
+    awaitNewPosition();
 }

@@ -96,6 +96,11 @@ void AppDelegate::showMainWindow()
 
 void AppDelegate::applicationWillTerminate()
 {
-    // The conversion cache lives only as long as the viewer.
+    // A conversion still running ends first (ffmpeg is killed, its partial
+    // output removed) with the window; then the conversion cache goes, as
+    // it lives only as long as the viewer.
+    if (m_alertSink)
+        m_alertSink->setParentWidget(nullptr);
+    m_window.reset();
     Utils::RemoveWorkingDirectory();
 }

@@ -44,6 +44,8 @@ MainWindow::MainWindow(QWidget* parent)
     m_fullScreenControl->hide();
     m_controller = std::make_unique<MainWindowController>(
         *m_videoArea->bigMovieView(), *m_videoArea->smallMovieView(), *this);
+    // Conversion and telemetry scans never hold up the window.
+    m_controller->session().setPreparesInBackground(true);
     m_controller->speedUnit().setSpeedometer(m_telemetry->speedMeterView());
     m_settingsOpener
         = std::make_unique<ViewerSettingsPageOpener>(this, &m_controller->viewerLanguage());

@@ -17,6 +17,7 @@ class QMenu;
 class QPrinter;
 class SettingsPageOpener;
 class SettingsRouter;
+class QProgressDialog;
 class TelemetryPanel;
 class TransportBar;
 class VideoArea;
@@ -131,5 +132,7 @@ private:
     bool m_mapHiddenOnFullScreen = true;
     bool m_wasMaximized = false;
     bool m_busy = false;
+    // Shown while a clip takes long to prepare; its Cancel drops the clip.
+    QProgressDialog* m_preparingDialog = nullptr;
     bool m_canRemoveOrSave = false;
 };

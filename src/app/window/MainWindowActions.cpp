@@ -74,16 +74,18 @@ void MainWindow::saveFileButtonTouched()
         return;
     const QString path = askSavePath(
         this, QFileInfo(source.toLocalFile()).fileName(), QStandardPaths::MoviesLocation);
+    // Copied off the GUI thread; a failure comes back as an alert.
     if (!path.isEmpty())
-        m_controller->saveFileButtonTouched(path);
+        m_controller->saveFileInBackground(path);
 }
 
 void MainWindow::snapshotButtonTouched()
 {
     const QString name = m_controller->snapshotButtonTouched();
     const QString path = askSavePath(this, name, QStandardPaths::PicturesLocation);
+    // The frame is decoded and written off the GUI thread.
     if (!path.isEmpty())
-        m_controller->saveSnapshot(path);
+        m_controller->saveSnapshotInBackground(path);
 }
 
 void MainWindow::printButtonTouched()

@@ -1,6 +1,9 @@
 // What the playback session shows, carried out on the main window's controls.
 #include "app/window/MainWindow.h"
 
+#include "app/LocalizationKeys.h"
+#include "app/TavroLanguages.h"
+#include "app/session/PlaybackSession.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/FullScreenControlWindow.h"
 #include "app/window/HeaderBar.h"
@@ -20,6 +23,7 @@
 #include <QLayout>
 #include <QMenuBar>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -186,10 +190,28 @@ void MainWindow::setBusy(bool busy)
     if (busy == m_busy)
         return;
     m_busy = busy;
-    if (busy)
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QApplication::restoreOverrideCursor();
+    if (!busy) {
+        if (m_preparingDialog)
+            m_preparingDialog->hide();
+        return;
+    }
+    // The clip is being prepared off the GUI thread: the window stays live,
+    // and the user may give up on the clip.
+    if (!m_preparingDialog) {
+        m_preparingDialog = new QProgressDialog(this);
+        m_preparingDialog->setObjectName(QStringLiteral("preparingDialog"));
+        m_preparingDialog->setRange(0, 0);
+        m_preparingDialog->setMinimumDuration(0);
+        m_preparingDialog->setAutoClose(false);
+        m_preparingDialog->setAutoReset(false);
+        m_preparingDialog->setWindowModality(Qt::NonModal);
+        connect(m_preparingDialog, &QProgressDialog::canceled, this,
+            [this] { session().cancelPreparation(); });
+    }
+    const TavroLanguages& languages = TavroLanguages::SharedTavroLanguages();
+    m_preparingDialog->setLabelText(languages.localized(LocalizationKeys::kPreparingClip));
+    m_preparingDialog->setCancelButtonText(languages.localized(LocalizationKeys::kCancel));
+    m_preparingDialog->show();
 }
 
 void MainWindow::minimizeWindow()

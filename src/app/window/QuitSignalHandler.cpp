@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -14,9 +15,12 @@ int g_signalFds[2] = { -1, -1 };
 
 void handleSignal(int)
 {
+    // Nothing else is safe in a signal handler: one non-blocking write (a
+    // full socket means a quit is already on its way), errno left as it was.
+    const int savedErrno = errno;
     const char byte = 1;
-    // Nothing else is safe in a signal handler.
     [[maybe_unused]] const ssize_t written = ::write(g_signalFds[0], &byte, 1);
+    errno = savedErrno;
 }
 
 } // namespace
@@ -24,7 +28,7 @@ void handleSignal(int)
 QuitSignalHandler::QuitSignalHandler(QObject* parent)
     : QObject(parent)
 {
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, g_signalFds) != 0)
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, g_signalFds) != 0)
         return;
     m_notifier = new QSocketNotifier(g_signalFds[1], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &QuitSignalHandler::onSignal);

@@ -48,6 +48,7 @@ void ScriptedPlayerView::setFileName(const QString& path)
         m_media = Media {};
     }
     m_media.fileName = path;
+    m_media.serial = ++m_nextSerial;
     setStatus(TavroAVViewStatus::Init);
     if (path.isEmpty())
         return;
@@ -84,7 +85,7 @@ void ScriptedPlayerView::play()
     if (!m_media.loaded)
         return;
     if (currentTime() == duration())
-        seekTo(0.0);
+        landAt(0.0); // the start is there at once: playback runs from it
     setPlayerRate(1.0f);
 }
 
@@ -105,7 +106,7 @@ void ScriptedPlayerView::playPauseToggle()
         return;
     }
     if (currentTime() == duration())
-        seekTo(0.0);
+        landAt(0.0);
     setPlayerRate(1.0f);
 }
 
@@ -149,6 +150,20 @@ void ScriptedPlayerView::setCurrentTime(double seconds)
 }
 
 void ScriptedPlayerView::seekTo(double seconds)
+{
+    // Measured from the position the player will have when it gets to the
+    // request, as libmpv does: a queued seek answers later.
+    const quint64 serial = m_media.serial;
+    QMetaObject::invokeMethod(
+        &m_queue,
+        [this, seconds, serial] {
+            if (m_media.loaded && m_media.serial == serial)
+                landAt(seconds);
+        },
+        Qt::QueuedConnection);
+}
+
+void ScriptedPlayerView::landAt(double seconds)
 {
     const double end = m_media.ready ? m_media.duration : 0.0;
     m_media.time = std::clamp(seconds, 0.0, end);

@@ -7,7 +7,9 @@
 
 // A player view without media for tests of the playback session. It follows
 // the same rules as the real view (statuses queued to the delegate, rate
-// steps, whole-second seeks, restart at the end, media moving on a swap), and
+// steps, whole-second seeks, restart at the end, media moving on a swap;
+// seeks and frame steps land later, from the event loop, as libmpv's do: until
+// then currentTime() reads the old position), and
 // the test scripts what the media does: finish or fail loading, advance the
 // time, reach the end. Every operation called is logged in calls().
 class ScriptedPlayerView : public PlayerView {
@@ -58,6 +60,9 @@ public:
     // Moves the media time forward as playback at the current rate would for
     // `wallSeconds`, reporting each tenth of a second and the end.
     void advance(double wallSeconds);
+    // Puts the media time anywhere at once, without a report (as if the
+    // player had moved there between two reports).
+    void setMediaTime(double seconds) { m_media.time = seconds; }
     // The user released the right mouse button over the view.
     void releaseRightButton();
     void setSnapshotImage(const QImage& image) { m_snapshot = image; }
@@ -79,11 +84,15 @@ private:
         float volume = 1.0f;
         float playerRate = 0.0f;
         int videoTrack = 1;
+        // Tells apart the media a queued seek was asked for.
+        quint64 serial = 0;
     };
 
     void setStatus(TavroAVViewStatus status);
     void setPlayerRate(float rate);
+    // Lands on the time later, from the event loop, and reports it.
     void seekTo(double seconds);
+    void landAt(double seconds);
     void reportTime();
 
     QObject m_queue;
@@ -97,4 +106,5 @@ private:
     QImage m_snapshot;
     QStringList m_calls;
     int m_loadCount = 0;
+    quint64 m_nextSerial = 0;
 };
