@@ -25,3 +25,4 @@ int runKelCommand(const QStringList& args, CliIo& io);
 int runLanguagesCommand(const QStringList& args, CliIo& io);
 int runClipsCommand(const QStringList& args, CliIo& io);
 int runConvertCommand(const QStringList& args, CliIo& io);
+int runExportCommand(const QStringList& args, CliIo& io);

@@ -15,7 +15,8 @@ struct CommandEntry {
 
 constexpr std::array kCommands {
     CommandEntry { "telemetry", runTelemetryCommand,
-        "telemetry [--loader auto|general|kel] [--format json|csv] FILE..." },
+        "telemetry [--loader auto|general|kel|native] [--format json|csv|gpx|kml|geojson] "
+        "[--trip] [--output FILE] FILE..." },
     CommandEntry { "card", runCardCommand, "card identify DIR" },
     CommandEntry { "config", runConfigCommand, "config show|load|set|defaults DIR ..." },
     CommandEntry { "kel", runKelCommand, "kel show|set|clock DIR ..." },
@@ -23,6 +24,8 @@ constexpr std::array kCommands {
     CommandEntry { "clips", runClipsCommand,
         "clips DIR [--filter all|continuous|motion|event|manual]" },
     CommandEntry { "convert", runConvertCommand, "convert CLIP" },
+    CommandEntry { "export", runExportCommand,
+        "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
 };
 
 void printUsage(QTextStream& err)

@@ -1,0 +1,102 @@
+#include "export/RouteTrips.h"
+
+#include "library/ClipNaming.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QUrl>
+
+#include <algorithm>
+
+int RouteTrip::fixCount() const
+{
+    int count = 0;
+    for (const ClipTimeline* clip : clips)
+        count += clip->fixCount();
+    return count;
+}
+
+int RouteTrip::sampleCount() const
+{
+    int count = 0;
+    for (const ClipTimeline* clip : clips)
+        count += int(clip->samples.size());
+    return count;
+}
+
+bool RouteTrip::hasTimes() const
+{
+    return std::all_of(clips.cbegin(), clips.cend(),
+        [](const ClipTimeline* clip) { return clip->hasTimes(); });
+}
+
+int64_t RouteTrip::startUtc() const
+{
+    return clips.isEmpty() ? kNoUtcMsecs : clips.constFirst()->startUtc();
+}
+
+namespace RouteTrips {
+
+namespace {
+
+QString urlString(const QString& file)
+{
+    return ClipNaming::absoluteUrlString(QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()));
+}
+
+// A rear clip whose front partner is in the list with telemetry. In a pair,
+// the front's URL string is the smaller ("F" sorts before "R").
+QVector<const ClipTimeline*> withoutRearPartners(const QVector<ClipTimeline>& clips)
+{
+    QHash<QString, const ClipTimeline*> byUrl;
+    for (const ClipTimeline& clip : clips)
+        byUrl.insert(urlString(clip.file), &clip);
+    QVector<const ClipTimeline*> kept;
+    for (const ClipTimeline& clip : clips) {
+        const QString own = urlString(clip.file);
+        const QUrl url(own);
+        const QString partner = ClipNaming::conversionPartnerString(url);
+        const ClipTimeline* front = partner.isEmpty() ? nullptr : byUrl.value(partner);
+        const bool isRear = front && front != &clip && partner < own && !front->samples.isEmpty();
+        if (!isRear)
+            kept.append(&clip);
+    }
+    return kept;
+}
+
+} // namespace
+
+QVector<RouteTrip> perClip(const QVector<ClipTimeline>& clips)
+{
+    QVector<RouteTrip> trips;
+    for (const ClipTimeline& clip : clips)
+        trips.append(RouteTrip { { &clip } });
+    return trips;
+}
+
+QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips)
+{
+    QVector<const ClipTimeline*> timed;
+    QVector<const ClipTimeline*> untimed;
+    for (const ClipTimeline* clip : withoutRearPartners(clips))
+        (clip->hasTimes() && !clip->samples.isEmpty() ? timed : untimed).append(clip);
+    std::stable_sort(timed.begin(), timed.end(), [](const ClipTimeline* a, const ClipTimeline* b) {
+        return a->startUtc() < b->startUtc();
+    });
+
+    QVector<RouteTrip> trips;
+    int64_t tripEnd = 0;
+    for (const ClipTimeline* clip : timed) {
+        if (trips.isEmpty() || clip->startUtc() - tripEnd >= kMaxGapMsecs)
+            trips.append(RouteTrip {});
+        trips.last().clips.append(clip);
+        // Overlapping clips (an event copied out of continuous recording)
+        // never move the end back.
+        tripEnd = trips.last().clips.size() == 1 ? clip->endUtc() : std::max(tripEnd, clip->endUtc());
+    }
+    for (const ClipTimeline* clip : untimed)
+        trips.append(RouteTrip { { clip } });
+    return trips;
+}
+
+} // namespace RouteTrips
