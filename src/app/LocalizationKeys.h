@@ -183,7 +183,17 @@
     X(kWennaSetDateTime, "Wenna : 날짜 및 시간 설정") \
     X(kWennaCurrentTime, "Wenna : 현재 시간") \
     X(kWennaOn, "Wenna : 사용") \
-    X(kWennaOff, "Wenna : 사용 안 함")
+    X(kWennaOff, "Wenna : 사용 안 함") \
+    X(kMenuExportRoute, "경로 내보내기") \
+    X(kExportRouteSelected, "선택한 동영상…") \
+    X(kExportRouteAll, "목록의 모든 동영상 (주행별)…") \
+    X(kExportRouteGpx, "GPX 경로 (*.gpx)") \
+    X(kExportRouteKml, "KML 경로 (*.kml)") \
+    X(kExportRouteGeoJson, "GeoJSON 경로 (*.geojson)") \
+    X(kExportRouteCsv, "CSV 표 (*.csv)") \
+    X(kExportRouteProgress, "경로를 내보내는 중…") \
+    X(kExportRouteNoPositions, "선택한 동영상에 위치 정보가 없습니다.") \
+    X(kExportRouteFailed, "경로 파일을 저장할 수 없습니다.")
 // clang-format on
 
 namespace LocalizationKeys {

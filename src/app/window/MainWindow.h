@@ -102,6 +102,7 @@ private:
     void connectController();
     void buildMenus();
     void buildFileMenu();
+    void buildExportRouteMenu();
     void buildViewMenu();
     void buildLanguageMenu();
     void buildSpeedUnitMenu();
