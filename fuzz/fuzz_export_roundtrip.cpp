@@ -46,7 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     static TavroClipData record;
     record.setClipDataCount(
         TolmSubtitleParser().parse(QByteArrayView(data, static_cast<qsizetype>(size)), record));
-    const ClipTimeline clip = ClipTimeline::fromRecord(QStringLiteral("20240315_081502_F.mp4"), record);
+    const ClipTimeline clip
+        = ClipTimeline::fromRecord(QStringLiteral("20240315_081502_F.mp4"), record);
     const QVector<RouteTrip> trips { RouteTrip { { &clip } } };
     const int fixes = clip.fixCount();
 

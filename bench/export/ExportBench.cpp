@@ -83,10 +83,12 @@ QList<QStringList> demoGroups(const QString& demo)
             || file.contains(QLatin1String("R_BC.mp4")))
             continue;
         QStringList group { file };
-        for (const auto& [front, rear] : { std::pair { "F_BC.mp4", "R_BC.mp4" }, std::pair { "F.mp4", "R.mp4" } }) {
+        for (const auto& [front, rear] :
+            { std::pair { "F_BC.mp4", "R_BC.mp4" }, std::pair { "F.mp4", "R.mp4" } }) {
             if (file.endsWith(QLatin1String(front))) {
                 QString partner = file;
-                partner.replace(partner.size() - int(strlen(front)), int(strlen(front)), QLatin1String(rear));
+                partner.replace(
+                    partner.size() - int(strlen(front)), int(strlen(front)), QLatin1String(rear));
                 if (QFileInfo::exists(partner))
                     group << partner;
                 break;
@@ -115,7 +117,8 @@ QStringList makeCard(const QString& demo, const QString& card, int clips)
                 + QFileInfo(source).fileName();
             if (!QFileInfo::exists(target)) {
                 std::error_code error;
-                std::filesystem::create_hard_link(source.toStdString(), target.toStdString(), error);
+                std::filesystem::create_hard_link(
+                    source.toStdString(), target.toStdString(), error);
                 if (error)
                     QFile::copy(source, target);
             }
@@ -174,24 +177,29 @@ int main(int argc, char** argv)
     const QString tavro = sibling("tavro");
     const QString out = options.card + "/../bench-export.gpx";
     // Warm the page cache so both sides read from memory.
-    runProgram(tavro, QStringList { "telemetry", "--loader", "native", "--format", "json" } + clips);
+    runProgram(
+        tavro, QStringList { "telemetry", "--loader", "native", "--format", "json" } + clips);
 
     const Run reference = bestOf(1, tavro, QStringList { "telemetry", "--format", "json" } + clips);
-    const Run native
-        = bestOf(options.runs, tavro, QStringList { "telemetry", "--loader", "native", "--format", "json" } + clips);
-    const Run exported
-        = bestOf(options.runs, tavro, { "export", options.card, "--format", "gpx", "--output", out });
+    const Run native = bestOf(options.runs, tavro,
+        QStringList { "telemetry", "--loader", "native", "--format", "json" } + clips);
+    const Run exported = bestOf(
+        options.runs, tavro, { "export", options.card, "--format", "gpx", "--output", out });
     const Run kml = bestOf(options.runs, tavro,
-        { "export", options.card, "--format", "kml", "--output", options.card + "/../bench-export.kml" });
+        { "export", options.card, "--format", "kml", "--output",
+            options.card + "/../bench-export.kml" });
 
-    std::printf("tavro telemetry --format json (ffmpeg for MP4)   %9.1f ms  exit %d\n", reference.ms,
-        reference.exitCode);
+    std::printf("tavro telemetry --format json (ffmpeg for MP4)   %9.1f ms  exit %d\n",
+        reference.ms, reference.exitCode);
     std::printf("tavro telemetry --loader native --format json    %9.1f ms  exit %d\n", native.ms,
         native.exitCode);
-    std::printf("tavro export --format gpx                        %9.1f ms  exit %d  (%lld bytes)\n",
+    std::printf(
+        "tavro export --format gpx                        %9.1f ms  exit %d  (%lld bytes)\n",
         exported.ms, exported.exitCode, qlonglong(QFileInfo(out).size()));
-    std::printf("tavro export --format kml                        %9.1f ms  exit %d\n", kml.ms, kml.exitCode);
-    std::printf("ratio export gpx / telemetry json: %.3f (target < 1.2)\n", exported.ms / reference.ms);
+    std::printf("tavro export --format kml                        %9.1f ms  exit %d\n", kml.ms,
+        kml.exitCode);
+    std::printf(
+        "ratio export gpx / telemetry json: %.3f (target < 1.2)\n", exported.ms / reference.ms);
     std::printf("ratio export gpx / telemetry json native: %.3f\n", exported.ms / native.ms);
     return 0;
 }

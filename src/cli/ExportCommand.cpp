@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr char kUsage[] = "usage: tavro export DIR [--format gpx|kml|geojson|csv] [--output FILE]\n";
+constexpr char kUsage[]
+    = "usage: tavro export DIR [--format gpx|kml|geojson|csv] [--output FILE]\n";
 
 int usage(CliIo& io)
 {
@@ -51,12 +52,11 @@ int runExportCommand(const QStringList& args, CliIo& io)
     }
     // The clips the viewer lists: the folder itself and the card's folders.
     ClipLibrary library;
-    library.refreshVideoFileListWithURL(
-        QUrl::fromLocalFile(QFileInfo(folder).absoluteFilePath()));
+    library.refreshVideoFileListWithURL(QUrl::fromLocalFile(QFileInfo(folder).absoluteFilePath()));
     QStringList clips;
     for (const QUrl& url : library.allVideoFileList())
         clips << url.toLocalFile();
-    const QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(clips);
-    const QVector<RouteTrip> trips = RouteTrips::plan(timelines);
+    QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(clips);
+    const QVector<RouteTrip> trips = RouteExport::group(timelines, true);
     return RouteOutput::write(format, trips, output, "export", io);
 }

@@ -23,8 +23,8 @@ int write(RouteFormat format, const QVector<RouteTrip>& trips, const QString& ou
     if (!outputPath.isEmpty()) {
         const RouteExport::Result result = RouteExport::writeFile(format, trips, outputPath);
         if (result.status == RouteExport::Status::WriteFailed) {
-            io.err << "tavro " << command << ": cannot write " << outputPath << ": "
-                   << result.error << '\n';
+            io.err << "tavro " << command << ": cannot write " << outputPath << ": " << result.error
+                   << '\n';
             return CliExit::kFailure;
         }
         return CliExit::kOk;

@@ -45,7 +45,7 @@ std::optional<TelemetryOptions> parseOptions(const QStringList& args, QTextStrea
         } else if ((arg == QLatin1String("--loader") || arg == QLatin1String("--format")
                        || arg == QLatin1String("--output"))
             && i + 1 < args.size()) {
-            (arg == QLatin1String("--loader")       ? options.loader
+            (arg == QLatin1String("--loader")          ? options.loader
                     : arg == QLatin1String("--format") ? options.format
                                                        : options.output)
                 = args[++i];
@@ -80,7 +80,7 @@ Loader loaderFor(const QString& option, const QString& file)
 // An MP4 read through its own text track: the way without ffmpeg.
 bool loadNative(const QString& file, TavroClipData& data, const QString& why, QTextStream& err)
 {
-    if (!Mp4TextTrack::isMovie(ClipFileBytes(file).bytes())) {
+    if (!Mp4TextTrack::isMovie(ClipFileBytes(file, ClipFileBytes::Access::Random).bytes())) {
         err << "tavro telemetry: cannot read " << file << ": not an MP4 movie" << why << '\n';
         return false;
     }

@@ -137,6 +137,7 @@ double ClipTimeline::peakG() const
 {
     double best = 0;
     for (const RouteSample& s : samples)
-        best = std::max(best, std::sqrt(double(s.gx) * s.gx + double(s.gy) * s.gy + double(s.gz) * s.gz));
+        best = std::max(
+            best, std::sqrt(double(s.gx) * s.gx + double(s.gy) * s.gy + double(s.gz) * s.gz));
     return best / 128.0;
 }

@@ -40,7 +40,8 @@ bool writeGpx(const QVector<RouteTrip>& trips, QIODevice& out)
     xml.writeStartDocument();
     xml.writeDefaultNamespace(kGpxNamespace);
     xml.writeNamespace(kTrackPointNamespace, QStringLiteral("gpxtpx"));
-    xml.writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"), QStringLiteral("xsi"));
+    xml.writeNamespace(
+        QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"), QStringLiteral("xsi"));
     xml.writeStartElement(kGpxNamespace, QStringLiteral("gpx"));
     xml.writeAttribute(QStringLiteral("version"), QStringLiteral("1.1"));
     xml.writeAttribute(QStringLiteral("creator"), QStringLiteral("Tavro Viewer"));

@@ -42,9 +42,9 @@ void writeLine(QXmlStreamWriter& xml, const QVector<const RouteSample*>& points)
     QStringList tuples;
     tuples.reserve(points.size());
     for (const RouteSample* point : points)
-        tuples.append(QStringList { degreesText(point->lng), degreesText(point->lat),
-            QStringLiteral("0") }
-                          .join(u','));
+        tuples.append(
+            QStringList { degreesText(point->lng), degreesText(point->lat), QStringLiteral("0") }
+                .join(u','));
     xml.writeStartElement(QStringLiteral("LineString"));
     xml.writeTextElement(QStringLiteral("tessellate"), QStringLiteral("1"));
     xml.writeTextElement(QStringLiteral("coordinates"), tuples.join(u' '));

@@ -20,8 +20,10 @@ Result summary(const QVector<RouteTrip>& trips, int clips)
 
 } // namespace
 
-QVector<RouteTrip> group(const QVector<ClipTimeline>& timelines, bool asTrips)
+QVector<RouteTrip> group(QVector<ClipTimeline>& timelines, bool asTrips)
 {
+    if (asTrips)
+        RouteTrips::alignCameraClock(timelines);
     return asTrips ? RouteTrips::plan(timelines) : RouteTrips::perClip(timelines);
 }
 
@@ -45,8 +47,7 @@ Result writeFile(RouteFormat format, const QVector<RouteTrip>& trips, const QStr
 Result exportToFile(const Request& request, const QString& path, const std::atomic_bool* cancel,
     const ClipTelemetryLoad::Progress& progress)
 {
-    const QVector<ClipTimeline> timelines
-        = ClipTelemetryLoad::loadAll(request.clips, cancel, progress);
+    QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(request.clips, cancel, progress);
     const QVector<RouteTrip> trips = group(timelines, request.asTrips);
     Result result = summary(trips, int(timelines.size()));
     if (cancel && cancel->load()) {
@@ -65,7 +66,7 @@ Result exportToFile(const Request& request, const QString& path, const std::atom
 
 Result exportToDevice(const Request& request, QIODevice& out)
 {
-    const QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(request.clips);
+    QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(request.clips);
     const QVector<RouteTrip> trips = group(timelines, request.asTrips);
     Result result = summary(trips, int(timelines.size()));
     if (!RouteWriters::write(request.format, trips, out)) {

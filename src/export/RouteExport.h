@@ -34,8 +34,9 @@ struct Result {
     QString error; // why the write failed
 };
 
-// Groups loaded timelines as the request asks.
-QVector<RouteTrip> group(const QVector<ClipTimeline>& timelines, bool asTrips);
+// Groups loaded timelines as the request asks; as trips, file-name times are
+// first put on the GPS clock (RouteTrips::alignCameraClock).
+QVector<RouteTrip> group(QVector<ClipTimeline>& timelines, bool asTrips);
 
 // Reads the clips and writes the document to `path` through a temporary file
 // that replaces it only when complete. Nothing is written when there is

@@ -26,8 +26,8 @@ int RouteTrip::sampleCount() const
 
 bool RouteTrip::hasTimes() const
 {
-    return std::all_of(clips.cbegin(), clips.cend(),
-        [](const ClipTimeline* clip) { return clip->hasTimes(); });
+    return std::all_of(
+        clips.cbegin(), clips.cend(), [](const ClipTimeline* clip) { return clip->hasTimes(); });
 }
 
 int64_t RouteTrip::startUtc() const
@@ -66,6 +66,29 @@ QVector<const ClipTimeline*> withoutRearPartners(const QVector<ClipTimeline>& cl
 
 } // namespace
 
+void alignCameraClock(QVector<ClipTimeline>& clips)
+{
+    QVector<int64_t> offsets;
+    for (const ClipTimeline& clip : clips) {
+        if (clip.timeSource != ClipTimeline::TimeSource::Gps || clip.samples.isEmpty())
+            continue;
+        const int64_t named = ClipTimeline::fileNameTime(QFileInfo(clip.file).fileName());
+        if (named != kNoUtcMsecs)
+            offsets.append(clip.startUtc() - named);
+    }
+    if (offsets.isEmpty())
+        return;
+    std::nth_element(offsets.begin(), offsets.begin() + offsets.size() / 2, offsets.end());
+    const int64_t median = offsets[offsets.size() / 2];
+    const int64_t offset = (median >= 0 ? median + 500 : median - 500) / 1000 * 1000;
+    for (ClipTimeline& clip : clips) {
+        if (clip.timeSource != ClipTimeline::TimeSource::FileName)
+            continue;
+        for (RouteSample& sample : clip.samples)
+            sample.utcMsecs += offset;
+    }
+}
+
 QVector<RouteTrip> perClip(const QVector<ClipTimeline>& clips)
 {
     QVector<RouteTrip> trips;
@@ -80,9 +103,8 @@ QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips)
     QVector<const ClipTimeline*> untimed;
     for (const ClipTimeline* clip : withoutRearPartners(clips))
         (clip->hasTimes() && !clip->samples.isEmpty() ? timed : untimed).append(clip);
-    std::stable_sort(timed.begin(), timed.end(), [](const ClipTimeline* a, const ClipTimeline* b) {
-        return a->startUtc() < b->startUtc();
-    });
+    std::stable_sort(timed.begin(), timed.end(),
+        [](const ClipTimeline* a, const ClipTimeline* b) { return a->startUtc() < b->startUtc(); });
 
     QVector<RouteTrip> trips;
     int64_t tripEnd = 0;
@@ -92,7 +114,8 @@ QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips)
         trips.last().clips.append(clip);
         // Overlapping clips (an event copied out of continuous recording)
         // never move the end back.
-        tripEnd = trips.last().clips.size() == 1 ? clip->endUtc() : std::max(tripEnd, clip->endUtc());
+        tripEnd
+            = trips.last().clips.size() == 1 ? clip->endUtc() : std::max(tripEnd, clip->endUtc());
     }
     for (const ClipTimeline* clip : untimed)
         trips.append(RouteTrip { { clip } });

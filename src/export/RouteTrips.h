@@ -21,6 +21,13 @@ namespace RouteTrips {
 // start stays under this.
 inline constexpr int64_t kMaxGapMsecs = 2 * 60 * 1000;
 
+// Clips timed only by their file name carry the camera's clock, which may
+// run in another time zone than this computer. Clips that have both GPS
+// times and a time in their name tell the difference (their median, to the
+// second); the file-name times are moved by it. Without such clips nothing
+// changes.
+void alignCameraClock(QVector<ClipTimeline>& clips);
+
 // Every clip a trip of its own, in the given order.
 QVector<RouteTrip> perClip(const QVector<ClipTimeline>& clips);
 

@@ -11,7 +11,7 @@ constexpr qint64 kMaxReadBytes = qint64(64) << 20;
 constexpr qint64 kReadBlock = 64 << 10;
 } // namespace
 
-ClipFileBytes::ClipFileBytes(const QString& path)
+ClipFileBytes::ClipFileBytes(const QString& path, Access access)
     : m_file(path)
 {
     if (QFileInfo(path).isDir() || !m_file.open(QIODevice::ReadOnly))
@@ -21,8 +21,8 @@ ClipFileBytes::ClipFileBytes(const QString& path)
     if (size > 0)
         m_mapped = m_file.map(0, size);
     if (m_mapped) {
-        // Every parser walks the clip front to back; let the kernel read ahead.
-        madvise(m_mapped, static_cast<size_t>(size), MADV_SEQUENTIAL);
+        madvise(m_mapped, static_cast<size_t>(size),
+            access == Access::Sequential ? MADV_SEQUENTIAL : MADV_RANDOM);
         m_view = QByteArrayView(m_mapped, size);
         return;
     }

@@ -143,7 +143,8 @@ public:
         }
         // A table that cannot hold every size it announces is broken.
         if (sizes.m_uniform == 0
-            && uint64_t(sizes.m_count) * uint64_t(sizes.m_bits) > uint64_t(sizes.m_table.size()) * 8)
+            && uint64_t(sizes.m_count) * uint64_t(sizes.m_bits)
+                > uint64_t(sizes.m_table.size()) * 8)
             return std::nullopt;
         return sizes;
     }
@@ -195,7 +196,8 @@ bool walkSamples(QByteArrayView bytes, QByteArrayView stbl, const SampleVisitor&
     const std::optional<QByteArrayView> stscBox = findBox(stbl, kStsc);
     if (!sizes || !offsetsBox || !stscBox)
         return false;
-    const std::optional<Table> offsets = readTable(*offsetsBox, kFullBoxHeader, wideOffsets ? 8 : 4);
+    const std::optional<Table> offsets
+        = readTable(*offsetsBox, kFullBoxHeader, wideOffsets ? 8 : 4);
     const std::optional<Table> stsc = readTable(*stscBox, kFullBoxHeader, 12);
     if (!offsets || !stsc)
         return false;
@@ -214,13 +216,14 @@ bool walkSamples(QByteArrayView bytes, QByteArrayView stbl, const SampleVisitor&
         for (uint64_t chunk = firstChunk; chunk < endChunk && sample < limit; ++chunk) {
             if (chunk > offsets->count)
                 return sample > 0;
-            uint64_t offset = offsets->field(static_cast<uint32_t>(chunk - 1), 0, offsets->entrySize);
+            uint64_t offset
+                = offsets->field(static_cast<uint32_t>(chunk - 1), 0, offsets->entrySize);
             for (uint64_t i = 0; i < perChunk && sample < limit; ++i, ++sample) {
                 const uint64_t size = sizes->at(sample);
                 if (offset > uint64_t(bytes.size()) || size > uint64_t(bytes.size()) - offset)
                     return sample > 0;
-                const QByteArrayView data = bytes.sliced(
-                    static_cast<qsizetype>(offset), static_cast<qsizetype>(size));
+                const QByteArrayView data
+                    = bytes.sliced(static_cast<qsizetype>(offset), static_cast<qsizetype>(size));
                 if (!visit(sampleText(data)))
                     return true;
                 offset += size;

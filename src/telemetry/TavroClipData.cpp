@@ -78,7 +78,7 @@ void TavroClipData::loadVideoFileCilpDataFromFilePath_Kel(const QString& path)
 void TavroClipData::loadMp4TextTrack(const QString& path)
 {
     clearLeadingBytes();
-    const ClipFileBytes file(path);
+    const ClipFileBytes file(path, ClipFileBytes::Access::Random);
     m_clipDataCount = Mp4TextTrackParser().parse(file.bytes(), *this);
     qCDebug(lcTelemetry) << "MP4 text track" << path << m_clipDataCount << m_gpsDataCount;
 }

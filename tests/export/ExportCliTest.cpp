@@ -118,7 +118,8 @@ TEST_F(ExportCli, ConsecutiveClipsMakeOneTripWithRisingTimes)
     const QStringList fronts = files("*_F.mp4").filter("cont_rec");
     const QStringList rears = files("*_R.mp4").filter("cont_rec");
     ASSERT_EQ(fronts.size(), 3);
-    const auto trip = TestFiles::runCli(QStringList { "telemetry", "--format", "gpx", "--trip" } + fronts);
+    const auto trip
+        = TestFiles::runCli(QStringList { "telemetry", "--format", "gpx", "--trip" } + fronts);
     ASSERT_EQ(trip.exitCode, 0) << trip.err.constData();
     EXPECT_EQ(elementTexts(trip.out, "trk").size(), 1);
     EXPECT_EQ(elementTexts(trip.out, "trkseg").size(), 3);
@@ -130,7 +131,8 @@ TEST_F(ExportCli, ConsecutiveClipsMakeOneTripWithRisingTimes)
             << times[i].toStdString();
     }
     // Front and rear together: the rear's GPS is the front's and counts once.
-    const auto both = TestFiles::runCli(QStringList { "telemetry", "--format", "gpx", "--trip" } + rears + fronts);
+    const auto both = TestFiles::runCli(
+        QStringList { "telemetry", "--format", "gpx", "--trip" } + rears + fronts);
     EXPECT_EQ(elementTexts(both.out, "time"), times);
     // Without --trip every clip is a track of its own.
     const auto perClip = TestFiles::runCli(QStringList { "telemetry", "--format", "kml" } + fronts);
@@ -139,7 +141,8 @@ TEST_F(ExportCli, ConsecutiveClipsMakeOneTripWithRisingTimes)
     // The motion clip half an hour later starts a trip of its own.
     const QStringList motion = files("*_D.avi");
     ASSERT_EQ(motion.size(), 1);
-    const auto apart = TestFiles::runCli({ "telemetry", "--format", "gpx", "--trip", fronts.last(), motion.first() });
+    const auto apart = TestFiles::runCli(
+        { "telemetry", "--format", "gpx", "--trip", fronts.last(), motion.first() });
     EXPECT_EQ(elementTexts(apart.out, "trk").size(), 2);
 }
 
@@ -151,12 +154,14 @@ TEST_F(ExportCli, BadInputAndUnwritableOutput)
     ASSERT_FALSE(saved.isEmpty());
 
     // Clips without telemetry: an empty document, said on stderr, not an error.
-    const auto empty = TestFiles::runCli({ "telemetry", "--format", "gpx", "--loader", "native", "--trip", saved });
+    const auto empty = TestFiles::runCli(
+        { "telemetry", "--format", "gpx", "--loader", "native", "--trip", saved });
     EXPECT_EQ(empty.exitCode, 0);
     EXPECT_TRUE(elementTexts(empty.out, "trk").isEmpty());
     EXPECT_TRUE(empty.err.contains("no positions")) << empty.err.constData();
     // A file that is no clip at all cannot be read: exit 1, the others still written.
-    const auto bad = TestFiles::runCli({ "telemetry", "--format", "geojson", "--loader", "native", garbage, files("*_F.mp4").first() });
+    const auto bad = TestFiles::runCli({ "telemetry", "--format", "geojson", "--loader", "native",
+        garbage, files("*_F.mp4").first() });
     EXPECT_EQ(bad.exitCode, 1);
     EXPECT_EQ(QJsonDocument::fromJson(bad.out).object()["features"].toArray().size(), 1);
 
@@ -167,15 +172,18 @@ TEST_F(ExportCli, BadInputAndUnwritableOutput)
     EXPECT_FALSE(QFileInfo::exists(missing));
     const QString folder = scratchPath("a-folder.gpx");
     QDir().mkpath(folder);
-    const auto onFolder = TestFiles::runCli({ "telemetry", "--format", "kml", "--output", folder, files("*_F.mp4").first() });
+    const auto onFolder = TestFiles::runCli(
+        { "telemetry", "--format", "kml", "--output", folder, files("*_F.mp4").first() });
     EXPECT_EQ(onFolder.exitCode, 1);
     EXPECT_TRUE(QFileInfo(folder).isDir());
-    EXPECT_EQ(QDir(scratchPath("")).entryList({ "*.gpx.*", "a-folder*" }, QDir::AllEntries), QStringList { "a-folder.gpx" });
+    EXPECT_EQ(QDir(scratchPath("")).entryList({ "*.gpx.*", "a-folder*" }, QDir::AllEntries),
+        QStringList { "a-folder.gpx" });
 
     // Usage errors.
-    for (const QStringList& args : { QStringList { "export" }, QStringList { "export", s_card, "--format", "json" },
-             QStringList { "telemetry", "--trip", "--format", "json", saved },
-             QStringList { "telemetry", "--format", "shp", saved } })
+    for (const QStringList& args :
+        { QStringList { "export" }, QStringList { "export", s_card, "--format", "json" },
+            QStringList { "telemetry", "--trip", "--format", "json", saved },
+            QStringList { "telemetry", "--format", "shp", saved } })
         EXPECT_EQ(TestFiles::runCli(args).exitCode, 2) << args.join(' ').toStdString();
     EXPECT_EQ(TestFiles::runCli({ "export", scratchPath("nowhere") }).exitCode, 1);
 }

@@ -25,7 +25,8 @@ QByteArray subtitleText(const QVector<Second>& seconds)
     int counter = 0;
     const auto block = [&](const QByteArray& payload) {
         ++counter;
-        text += QByteArray::number(counter) + "\n00:00:00,000 --> 00:00:00,100\n" + payload + "\n\n";
+        text
+            += QByteArray::number(counter) + "\n00:00:00,000 --> 00:00:00,100\n" + payload + "\n\n";
     };
     for (const Second& s : seconds) {
         for (int i = 0; i < 10; ++i)
@@ -90,8 +91,8 @@ std::optional<QVector<BabelPoint>> gpsbabelPoints(const QString& format, const Q
     const QString path = scratchPath(QStringLiteral("babel%1.%2").arg(++serial).arg(format));
     TestFiles::write(path, document);
     QProcess babel;
-    babel.start(QStringLiteral("gpsbabel"),
-        { "-t", "-i", format, "-f", path, "-o", "unicsv", "-F", "-" });
+    babel.start(
+        QStringLiteral("gpsbabel"), { "-t", "-i", format, "-f", path, "-o", "unicsv", "-F", "-" });
     if (!babel.waitForFinished(60000) || babel.exitCode() != 0)
         return std::nullopt;
     const QList<QByteArray> lines = babel.readAllStandardOutput().split('\n');

@@ -45,11 +45,13 @@ struct BabelPoint {
     QString time;
 };
 bool haveGpsbabel();
-std::optional<QVector<BabelPoint>> gpsbabelPoints(const QString& format, const QByteArray& document);
+std::optional<QVector<BabelPoint>> gpsbabelPoints(
+    const QString& format, const QByteArray& document);
 
 // The text of every element of that local name, in document order.
 QStringList elementTexts(const QByteArray& xml, const QString& name);
 // Attribute values of every element of that name.
-QStringList attributeValues(const QByteArray& xml, const QString& element, const QString& attribute);
+QStringList attributeValues(
+    const QByteArray& xml, const QString& element, const QString& attribute);
 
 } // namespace ExportTestSupport

@@ -41,7 +41,8 @@ Samples throughFfmpeg(const QString& mp4)
 {
     const QString srt = mp4 + QStringLiteral(".srt");
     QProcess ffmpeg;
-    ffmpeg.start("ffmpeg", { "-nostdin", "-loglevel", "error", "-y", "-i", mp4, "-vn", "-an", "-c:s", "text", srt });
+    ffmpeg.start("ffmpeg",
+        { "-nostdin", "-loglevel", "error", "-y", "-i", mp4, "-vn", "-an", "-c:s", "text", srt });
     EXPECT_TRUE(ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0);
     const auto data = std::make_unique<TavroClipData>();
     data->loadVideoFileCilpDataFromFilePath(srt);
@@ -66,7 +67,8 @@ TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
         seconds[i].time = QByteArray::number(120000 + i) + ".00";
     seconds[2].status = "V";
     const QString mp4 = scratchPath("drive_F.mp4");
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(mp4, QString::fromLatin1(subtitleText(seconds))))
+    ASSERT_TRUE(
+        FfmpegClipBuilder::makeSubtitledMp4(mp4, QString::fromLatin1(subtitleText(seconds))))
         << FfmpegClipBuilder::lastLog().toStdString();
     const Samples viaFfmpeg = throughFfmpeg(mp4);
     const Samples viaTrack = native(mp4);
@@ -82,7 +84,8 @@ TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
     EXPECT_TRUE(Mp4TextTrack::forEachSample(bytes, [&](QByteArrayView text) {
         if (text.isEmpty())
             return true;
-        EXPECT_TRUE(text.startsWith("gsensor,") || text.startsWith("GPRMC,")) << text.toByteArray().constData();
+        EXPECT_TRUE(text.startsWith("gsensor,") || text.startsWith("GPRMC,"))
+            << text.toByteArray().constData();
         ++texts;
         return true;
     }));

@@ -13,8 +13,9 @@ namespace {
 
 QString isoOf(int64_t msecs)
 {
-    return msecs == kNoUtcMsecs ? QStringLiteral("none")
-                                : QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC).toString(Qt::ISODateWithMs);
+    return msecs == kNoUtcMsecs
+        ? QStringLiteral("none")
+        : QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC).toString(Qt::ISODateWithMs);
 }
 
 } // namespace
@@ -87,9 +88,9 @@ TEST(RmcClock, FileNameWhenTheSentencesHaveNoClock)
     } cases[] = {
         { "20240315_081502_F.mp4", QDateTime(QDate(2024, 3, 15), QTime(8, 15, 2), Qt::LocalTime) },
         { "Rec_20160307_140509.avi", QDateTime(QDate(2016, 3, 7), QTime(14, 5, 9), Qt::LocalTime) },
-        { "SAVED_20240315-081502.mp4", QDateTime(QDate(2024, 3, 15), QTime(8, 15, 2), Qt::LocalTime) },
-        { "clip.avi", QDateTime() },
-        { "20241332_081502.mp4", QDateTime() }, // month 13
+        { "SAVED_20240315-081502.mp4",
+            QDateTime(QDate(2024, 3, 15), QTime(8, 15, 2), Qt::LocalTime) },
+        { "clip.avi", QDateTime() }, { "20241332_081502.mp4", QDateTime() }, // month 13
         { "120240315_081502.mp4", QDateTime() }, // nine digits: not a date
     };
     for (const auto& c : cases) {
@@ -101,7 +102,8 @@ TEST(RmcClock, FileNameWhenTheSentencesHaveNoClock)
     QVector<Second> noClock(2);
     for (Second& s : noClock)
         s.date = "";
-    const ClipTimeline named = timelineFromSubtitles("20240315_081502_F.mp4", subtitleText(noClock));
+    const ClipTimeline named
+        = timelineFromSubtitles("20240315_081502_F.mp4", subtitleText(noClock));
     EXPECT_EQ(named.timeSource, ClipTimeline::TimeSource::FileName);
     EXPECT_EQ(named.startUtc(), cases[0].expected.toMSecsSinceEpoch());
     EXPECT_EQ(named.endUtc() - named.startUtc(), 1900);

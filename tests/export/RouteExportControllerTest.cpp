@@ -87,8 +87,8 @@ TEST(RouteExportController, NothingWrittenWithoutPositionsOnCancelOrABadPath)
         RouteExport::Status::Cancelled);
     EXPECT_FALSE(QFileInfo::exists(path));
 
-    const RouteExport::Result bad
-        = runExport(controller, many.mid(0, 2), RouteFormat::Kml, dir.filePath("missing/route.kml"));
+    const RouteExport::Result bad = runExport(
+        controller, many.mid(0, 2), RouteFormat::Kml, dir.filePath("missing/route.kml"));
     EXPECT_EQ(bad.status, RouteExport::Status::WriteFailed);
     EXPECT_FALSE(bad.error.isEmpty());
 }
@@ -107,8 +107,11 @@ TEST(RouteExportController, ClipsOfTheListAndTheFileSuffix)
     library.setSelectedRow(-1);
     EXPECT_TRUE(RouteExportController::clipsToExport(library, false).isEmpty());
 
-    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/drive", RouteFormat::Gpx), "/tmp/drive.gpx");
-    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/drive.GPX", RouteFormat::Gpx), "/tmp/drive.GPX");
-    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/d.kml", RouteFormat::GeoJson), "/tmp/d.kml.geojson");
+    EXPECT_EQ(
+        RouteExportController::pathWithSuffix("/tmp/drive", RouteFormat::Gpx), "/tmp/drive.gpx");
+    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/drive.GPX", RouteFormat::Gpx),
+        "/tmp/drive.GPX");
+    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/d.kml", RouteFormat::GeoJson),
+        "/tmp/d.kml.geojson");
     EXPECT_EQ(RouteExportController::dialogFormats().size(), 4);
 }

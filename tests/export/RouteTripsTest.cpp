@@ -58,8 +58,7 @@ TEST(RouteTrips, GapsUnderTwoMinutesJoinClipsInTimeOrder)
 TEST(RouteTrips, RearPartnerCountsOnce)
 {
     const QVector<ClipTimeline> clips {
-        clipAt("/card/cont_rec/0815_F.mp4", kStart),
-        clipAt("/card/cont_rec/0815_R.mp4", kStart),
+        clipAt("/card/cont_rec/0815_F.mp4", kStart), clipAt("/card/cont_rec/0815_R.mp4", kStart),
         clipAt("/card/evt_rec/0816_F_BC.mp4", kStart + kMinute),
         clipAt("/card/evt_rec/0816_R_BC.mp4", kStart + kMinute),
         clipAt("/card/cont_rec/0817_R.mp4", kStart + 2 * kMinute), // its front is not there
@@ -97,4 +96,30 @@ TEST(RouteTrips, ClipsWithoutTimeStandAlone)
     const QVector<RouteTrip> perClip = RouteTrips::perClip(clips);
     ASSERT_EQ(perClip.size(), 4);
     EXPECT_EQ(names(perClip[1]), QStringList { "/card/b.mp4" });
+}
+
+TEST(RouteTrips, FileNameClockFollowsTheGpsClockOfTheCard)
+{
+    // The camera names clips in its own clock; GPS says the drive began at kStart.
+    const int64_t named = ClipTimeline::fileNameTime("20240315_191500_F.mp4");
+    ASSERT_NE(named, kNoUtcMsecs);
+    ClipTimeline tail
+        = handMade("/card/cont_rec/20240315_191600_T.avi", { sample(37, 127), sample(37, 127) });
+    tail.timeSource = ClipTimeline::TimeSource::FileName;
+    const int64_t tailNamed = ClipTimeline::fileNameTime("20240315_191600_T.avi");
+    for (int i = 0; i < tail.samples.size(); ++i)
+        tail.samples[i].utcMsecs = tailNamed + i * 100;
+    QVector<ClipTimeline> clips { clipAt("/card/cont_rec/20240315_191500_F.mp4", kStart + 400),
+        tail, clipAt("/card/cont_rec/20240315_191700_F.mp4", kStart + 2 * kMinute) };
+    RouteTrips::alignCameraClock(clips);
+    EXPECT_EQ(clips[1].startUtc(), kStart + kMinute); // the offset, to the second
+    EXPECT_EQ(clips[0].startUtc(), kStart + 400); // GPS times stay
+    const QVector<RouteTrip> trips = RouteTrips::plan(clips);
+    ASSERT_EQ(trips.size(), 1);
+    EXPECT_TRUE(names(trips.first()).at(1).endsWith("_T.avi"));
+
+    // Without a clip that has both clocks, nothing moves.
+    QVector<ClipTimeline> alone { tail };
+    RouteTrips::alignCameraClock(alone);
+    EXPECT_EQ(alone.first().startUtc(), tailNamed);
 }

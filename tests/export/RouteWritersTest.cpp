@@ -185,7 +185,8 @@ TEST(RouteWriters, GpsbabelReadsTheSamePoints)
         GTEST_SKIP() << "gpsbabel is not installed";
     const ClipTimeline clip = southWestClip();
     const ClipTimeline other = handMade("x.mp4",
-        { sample(0.0000001, -0.0000001, 1710497700000), sample(89.9999999, 179.9999999, 1710497700100) });
+        { sample(0.0000001, -0.0000001, 1710497700000),
+            sample(89.9999999, 179.9999999, 1710497700100) });
     const QVector<RouteTrip> trips { RouteTrip { { &clip } }, RouteTrip { { &other } } };
     QVector<const RouteSample*> expected;
     for (const ClipTimeline* c : { &clip, &other }) {

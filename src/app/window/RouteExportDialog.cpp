@@ -38,7 +38,8 @@ QString filterText(RouteFormat format)
 // A name for the document: the clip's (or the first clip's) name.
 QString proposedName(const QStringList& clips, RouteFormat format)
 {
-    return QFileInfo(clips.constFirst()).completeBaseName() + u'.' + RouteWriters::formatName(format);
+    return QFileInfo(clips.constFirst()).completeBaseName() + u'.'
+        + RouteWriters::formatName(format);
 }
 
 } // namespace
@@ -49,12 +50,13 @@ RouteExportDialog::RouteExportDialog(QWidget* window, const ClipLibrary& library
     , m_library(library)
     , m_controller(new RouteExportController(this))
 {
-    connect(m_controller, &RouteExportController::progressChanged, this, [this](int done, int total) {
-        if (!m_progress)
-            return;
-        m_progress->setMaximum(total);
-        m_progress->setValue(done);
-    });
+    connect(
+        m_controller, &RouteExportController::progressChanged, this, [this](int done, int total) {
+            if (!m_progress)
+                return;
+            m_progress->setMaximum(total);
+            m_progress->setValue(done);
+        });
     connect(m_controller, &RouteExportController::finished, this,
         [this](const RouteExport::Result& result) { showOutcome(int(result.status)); });
 }
@@ -120,8 +122,9 @@ void RouteExportDialog::showOutcome(int status)
         message = LocalizationKeys::kExportRouteFailed;
     if (!message)
         return;
-    auto* box = new QMessageBox(QMessageBox::Information, localized(LocalizationKeys::kMenuExportRoute),
-        localized(message), QMessageBox::Ok, m_window);
+    auto* box
+        = new QMessageBox(QMessageBox::Information, localized(LocalizationKeys::kMenuExportRoute),
+            localized(message), QMessageBox::Ok, m_window);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::WindowModal);
     box->open();
