@@ -9,7 +9,6 @@
 #include "app/session/PlaybackSession.h"
 #include "app/window/ImageButton.h"
 #include "app/window/RouteExportDialog.h"
-#include "library/ClipLibrary.h"
 #include "app/window/TransportBar.h"
 #include "display/SpeedUnit.h"
 
