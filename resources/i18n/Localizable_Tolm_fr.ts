@@ -1065,5 +1065,55 @@ Retirez la carte puis insérez-la de nouveau.</translation>
         <extracomment>Native camera settings page: Date format row</extracomment>
         <translation>JJ/MM/AAAA</translation>
     </message>
+    <message>
+        <source>경로 내보내기</source>
+        <extracomment>Menu File: submenu that exports GPS routes</extracomment>
+        <translation>Exporter l’itinéraire</translation>
+    </message>
+    <message>
+        <source>선택한 동영상…</source>
+        <extracomment>Export route submenu: the selected clip</extracomment>
+        <translation>Vidéo sélectionnée…</translation>
+    </message>
+    <message>
+        <source>목록의 모든 동영상 (주행별)…</source>
+        <extracomment>Export route submenu: every clip of the list, grouped into drives</extracomment>
+        <translation>Toutes les vidéos de la liste, par trajet…</translation>
+    </message>
+    <message>
+        <source>GPX 경로 (*.gpx)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Itinéraire GPX (*.gpx)</translation>
+    </message>
+    <message>
+        <source>KML 경로 (*.kml)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Itinéraire KML (*.kml)</translation>
+    </message>
+    <message>
+        <source>GeoJSON 경로 (*.geojson)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Itinéraire GeoJSON (*.geojson)</translation>
+    </message>
+    <message>
+        <source>CSV 표 (*.csv)</source>
+        <extracomment>Save dialog file type: every telemetry sample as a table</extracomment>
+        <translation>Tableau CSV (*.csv)</translation>
+    </message>
+    <message>
+        <source>경로를 내보내는 중…</source>
+        <extracomment>Progress dialog while clips are read</extracomment>
+        <translation>Exportation de l’itinéraire…</translation>
+    </message>
+    <message>
+        <source>선택한 동영상에 위치 정보가 없습니다.</source>
+        <extracomment>Message: the clips carry no GPS position, nothing was written</extracomment>
+        <translation>Ces vidéos ne contiennent aucune position GPS : il n’y a pas d’itinéraire à exporter. Rien n’a été enregistré.</translation>
+    </message>
+    <message>
+        <source>경로 파일을 저장할 수 없습니다.</source>
+        <extracomment>Message: the route file could not be written</extracomment>
+        <translation>Impossible d’enregistrer le fichier d’itinéraire. Choisissez un autre dossier.</translation>
+    </message>
 </context>
 </TS>

@@ -1065,5 +1065,55 @@ Draveloを終了してから、もう一度フォーマットしてください�
         <extracomment>Native camera settings page: Date format row</extracomment>
         <translation>DD/MM/YYYY</translation>
     </message>
+    <message>
+        <source>경로 내보내기</source>
+        <extracomment>Menu File: submenu that exports GPS routes</extracomment>
+        <translation>ルートを書き出す</translation>
+    </message>
+    <message>
+        <source>선택한 동영상…</source>
+        <extracomment>Export route submenu: the selected clip</extracomment>
+        <translation>選択したビデオ…</translation>
+    </message>
+    <message>
+        <source>목록의 모든 동영상 (주행별)…</source>
+        <extracomment>Export route submenu: every clip of the list, grouped into drives</extracomment>
+        <translation>リストのすべてのビデオ（走行ごと）…</translation>
+    </message>
+    <message>
+        <source>GPX 경로 (*.gpx)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>GPX ルート (*.gpx)</translation>
+    </message>
+    <message>
+        <source>KML 경로 (*.kml)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>KML ルート (*.kml)</translation>
+    </message>
+    <message>
+        <source>GeoJSON 경로 (*.geojson)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>GeoJSON ルート (*.geojson)</translation>
+    </message>
+    <message>
+        <source>CSV 표 (*.csv)</source>
+        <extracomment>Save dialog file type: every telemetry sample as a table</extracomment>
+        <translation>CSV 表 (*.csv)</translation>
+    </message>
+    <message>
+        <source>경로를 내보내는 중…</source>
+        <extracomment>Progress dialog while clips are read</extracomment>
+        <translation>ルートを書き出しています…</translation>
+    </message>
+    <message>
+        <source>선택한 동영상에 위치 정보가 없습니다.</source>
+        <extracomment>Message: the clips carry no GPS position, nothing was written</extracomment>
+        <translation>これらのビデオには GPS の位置情報がないため、書き出すルートがありません。何も保存されていません。</translation>
+    </message>
+    <message>
+        <source>경로 파일을 저장할 수 없습니다.</source>
+        <extracomment>Message: the route file could not be written</extracomment>
+        <translation>ルートファイルを保存できませんでした。別のフォルダーを選んでください。</translation>
+    </message>
 </context>
 </TS>

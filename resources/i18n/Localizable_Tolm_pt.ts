@@ -1065,5 +1065,55 @@ Retire o cartão e insira-o novamente.</translation>
         <extracomment>Native camera settings page: Date format row</extracomment>
         <translation>DD/MM/AAAA</translation>
     </message>
+    <message>
+        <source>경로 내보내기</source>
+        <extracomment>Menu File: submenu that exports GPS routes</extracomment>
+        <translation>Exportar rota</translation>
+    </message>
+    <message>
+        <source>선택한 동영상…</source>
+        <extracomment>Export route submenu: the selected clip</extracomment>
+        <translation>Vídeo selecionado…</translation>
+    </message>
+    <message>
+        <source>목록의 모든 동영상 (주행별)…</source>
+        <extracomment>Export route submenu: every clip of the list, grouped into drives</extracomment>
+        <translation>Todos os vídeos da lista, por viagem…</translation>
+    </message>
+    <message>
+        <source>GPX 경로 (*.gpx)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Rota GPX (*.gpx)</translation>
+    </message>
+    <message>
+        <source>KML 경로 (*.kml)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Rota KML (*.kml)</translation>
+    </message>
+    <message>
+        <source>GeoJSON 경로 (*.geojson)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Rota GeoJSON (*.geojson)</translation>
+    </message>
+    <message>
+        <source>CSV 표 (*.csv)</source>
+        <extracomment>Save dialog file type: every telemetry sample as a table</extracomment>
+        <translation>Tabela CSV (*.csv)</translation>
+    </message>
+    <message>
+        <source>경로를 내보내는 중…</source>
+        <extracomment>Progress dialog while clips are read</extracomment>
+        <translation>Exportando a rota…</translation>
+    </message>
+    <message>
+        <source>선택한 동영상에 위치 정보가 없습니다.</source>
+        <extracomment>Message: the clips carry no GPS position, nothing was written</extracomment>
+        <translation>Estes vídeos não têm posições de GPS, por isso não há rota para exportar. Nada foi salvo.</translation>
+    </message>
+    <message>
+        <source>경로 파일을 저장할 수 없습니다.</source>
+        <extracomment>Message: the route file could not be written</extracomment>
+        <translation>Não foi possível salvar o arquivo da rota. Escolha outra pasta.</translation>
+    </message>
 </context>
 </TS>

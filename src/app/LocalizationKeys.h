@@ -229,7 +229,17 @@
     X(kSpeed65mph, "65mph") \
     X(kDateYmd, "YYYY/MM/DD") \
     X(kDateMdy, "MM/DD/YYYY") \
-    X(kDateDmy, "DD/MM/YYYY")
+    X(kDateDmy, "DD/MM/YYYY") \
+    X(kMenuExportRoute, "경로 내보내기") \
+    X(kExportRouteSelected, "선택한 동영상…") \
+    X(kExportRouteAll, "목록의 모든 동영상 (주행별)…") \
+    X(kExportRouteGpx, "GPX 경로 (*.gpx)") \
+    X(kExportRouteKml, "KML 경로 (*.kml)") \
+    X(kExportRouteGeoJson, "GeoJSON 경로 (*.geojson)") \
+    X(kExportRouteCsv, "CSV 표 (*.csv)") \
+    X(kExportRouteProgress, "경로를 내보내는 중…") \
+    X(kExportRouteNoPositions, "선택한 동영상에 위치 정보가 없습니다.") \
+    X(kExportRouteFailed, "경로 파일을 저장할 수 없습니다.")
 // clang-format on
 
 namespace LocalizationKeys {

@@ -26,3 +26,4 @@ int runLanguagesCommand(const QStringList& args, CliIo& io);
 int runClipsCommand(const QStringList& args, CliIo& io);
 int runConvertCommand(const QStringList& args, CliIo& io);
 int runSettingsCommand(const QStringList& args, CliIo& io);
+int runExportCommand(const QStringList& args, CliIo& io);

@@ -10,6 +10,11 @@ namespace {
 constexpr int kTimeoutMs = 10 * 60 * 1000;
 }
 
+bool ffmpegAvailable()
+{
+    return !QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty();
+}
+
 Result extract(const QString& clipPath, const QString& srtPath)
 {
     Result result;

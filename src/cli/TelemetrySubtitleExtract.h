@@ -14,4 +14,7 @@ struct Result {
 
 Result extract(const QString& clipPath, const QString& srtPath);
 
+// True when ffmpeg is on PATH.
+bool ffmpegAvailable();
+
 } // namespace TelemetrySubtitleExtract

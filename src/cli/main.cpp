@@ -16,7 +16,8 @@ struct CommandEntry {
 
 constexpr std::array kCommands {
     CommandEntry { "telemetry", runTelemetryCommand,
-        "telemetry [--loader auto|general|kel] [--format json|csv] FILE..." },
+        "telemetry [--loader auto|general|kel|native] [--format json|csv|gpx|kml|geojson] "
+        "[--trip] [--output FILE] FILE..." },
     CommandEntry { "card", runCardCommand,
         "card identify DIR | card format DIR [--yes] | card touch-reset DIR [--yes]" },
     CommandEntry { "config", runConfigCommand, "config show|load|set|defaults DIR ..." },
@@ -26,6 +27,8 @@ constexpr std::array kCommands {
         "clips DIR [--filter all|continuous|motion|event|manual]" },
     CommandEntry { "convert", runConvertCommand, "convert CLIP" },
     CommandEntry { "settings", runSettingsCommand, "settings show|set DIR ..." },
+    CommandEntry { "export", runExportCommand,
+        "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
 };
 
 void printUsage(QTextStream& err)

@@ -41,6 +41,7 @@ std::optional<bool> AviTailParser::storeLine(QByteArrayView line, int index, Tav
     const float longitude = fields.floatField(2);
     record.storeGps(index, latitude, longitude);
     record.storeSpeed(index, fields.intField(3));
+    record.storeUtc(index, kNoUtcMsecs); // the tail block carries no clock
     record.storeG(index, static_cast<int16_t>(fields.intField(4)),
         static_cast<int16_t>(fields.intField(5)), static_cast<int16_t>(fields.intField(6)));
     // NaN compares unequal to 0, so it counts as a position.

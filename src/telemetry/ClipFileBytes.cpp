@@ -112,7 +112,7 @@ void releaseGuard(int index)
 
 } // namespace
 
-ClipFileBytes::ClipFileBytes(const QString& path)
+ClipFileBytes::ClipFileBytes(const QString& path, Access access)
 {
     const QByteArray name = QFile::encodeName(path);
     if (name.isEmpty())
@@ -138,8 +138,10 @@ ClipFileBytes::ClipFileBytes(const QString& path)
             } else {
                 m_mapped = mapped;
                 m_mappedSize = qsizetype(size);
-                // Every parser walks the clip front to back; let the kernel read ahead.
-                madvise(m_mapped, size_t(size), MADV_SEQUENTIAL);
+                // Most parsers walk the clip front to back (let the kernel read
+                // ahead); the MP4 reader jumps between its tables and samples.
+                madvise(m_mapped, size_t(size),
+                    access == Access::Sequential ? MADV_SEQUENTIAL : MADV_RANDOM);
                 m_view = QByteArrayView(static_cast<const char*>(m_mapped), m_mappedSize);
                 ::close(fd);
                 return;

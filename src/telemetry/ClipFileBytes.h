@@ -15,7 +15,12 @@
 // caller throws away what the parsers made of it.
 class ClipFileBytes {
 public:
-    explicit ClipFileBytes(const QString& path);
+    // Parsers that walk the whole clip read it in order; a reader that only
+    // jumps to a few places (an MP4's boxes and text samples) says so, so that
+    // the kernel does not read the video around them.
+    enum class Access { Sequential, Random };
+
+    explicit ClipFileBytes(const QString& path, Access access = Access::Sequential);
     ~ClipFileBytes();
     ClipFileBytes(const ClipFileBytes&) = delete;
     ClipFileBytes& operator=(const ClipFileBytes&) = delete;

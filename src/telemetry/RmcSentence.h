@@ -12,6 +12,11 @@ namespace RmcSentence {
 // "A", otherwise the no-fix values. Missing fields read as empty.
 GpsFix read(const TelemetryText::FieldList& fields, qsizetype first);
 
+// The UTC time of an RMC time field ("hhmmss" or "hhmmss.sss") on the day of
+// its date field ("ddmmyy", years 2000-2099), in milliseconds since 1970;
+// kNoUtcMsecs when either is missing or not a valid date or time.
+int64_t utcMsecs(QByteArrayView time, QByteArrayView date);
+
 // Knots to whole km/h, rounded half up.
 int32_t knotsToKmh(float knots);
 

@@ -20,6 +20,7 @@ bool SampleWriter::append(const RawGSample& sample, const GpsFix& fix)
         return false;
     m_record.storeG(m_count, sample.x, sample.y, sample.z);
     m_record.storeSpeed(m_count, fix.speedKmh);
+    m_record.storeUtc(m_count, fix.utcMsecs);
     m_fixes[m_count] = { fix.latitudeE6, fix.longitudeE6, fix.latitudeLetter, fix.longitudeLetter };
     ++m_count;
     return true;

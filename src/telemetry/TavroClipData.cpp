@@ -4,6 +4,7 @@
 #include "telemetry/AviTailParser.h"
 #include "telemetry/ClipFileBytes.h"
 #include "telemetry/KelChunkParser.h"
+#include "telemetry/Mp4TextTrackParser.h"
 #include "telemetry/RmcSentence.h"
 #include "telemetry/TelemetryLog.h"
 #include "telemetry/TelemetryText.h"
@@ -44,6 +45,7 @@ void TavroClipData::clearLeadingBytes()
     std::memset(m_gpsInfoLat.data(), 0, kClearedBytes);
     std::memset(m_gpsInfoLng.data(), 0, kClearedBytes);
     std::memset(m_gpsSpeed.data(), 0, kClearedBytes);
+    m_sampleUtc.fill(kNoUtcMsecs);
 }
 
 void TavroClipData::loadVideoFileCilpDataFromFilePath(const QString& path)
@@ -90,6 +92,15 @@ void TavroClipData::dropIfCut(const ClipFileBytes& file)
     m_gpsDataCount = 0;
 }
 
+void TavroClipData::loadMp4TextTrack(const QString& path)
+{
+    clearLeadingBytes();
+    const ClipFileBytes file(path, ClipFileBytes::Access::Random);
+    m_clipDataCount = Mp4TextTrackParser().parse(file.bytes(), *this);
+    dropIfCut(file);
+    qCDebug(lcTelemetry) << "MP4 text track" << path << m_clipDataCount << m_gpsDataCount;
+}
+
 bool TavroClipData::inRange(int index) const
 {
     return index <= kCapacity - 1
@@ -124,6 +135,11 @@ float TavroClipData::getGpsLng(int index) const
 int TavroClipData::getGpsSpeed(int index) const
 {
     return inRange(index) ? m_gpsSpeed[index] : kNoSpeed;
+}
+
+int64_t TavroClipData::sampleUtcMsecs(int index) const
+{
+    return inRange(index) ? m_sampleUtc[index] : kNoUtcMsecs;
 }
 
 void TavroClipData::getClipDataWithIndex(
@@ -196,4 +212,9 @@ void TavroClipData::storeGps(int index, float lat, float lng)
 void TavroClipData::storeSpeed(int index, int32_t speed)
 {
     m_gpsSpeed[index] = speed;
+}
+
+void TavroClipData::storeUtc(int index, int64_t utcMsecs)
+{
+    m_sampleUtc[index] = utcMsecs;
 }

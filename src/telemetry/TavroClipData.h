@@ -1,5 +1,7 @@
 #pragma once
 
+#include "telemetry/GpsFix.h"
+
 #include <QByteArrayView>
 #include <QString>
 
@@ -26,11 +28,16 @@ public:
     static constexpr float kNoCoordinate = 512.0f;
     static constexpr int kNoSpeed = 1024;
 
+    TavroClipData() { m_sampleUtc.fill(kNoUtcMsecs); }
+
     // The general loader: subtitle file (extension exactly "srt"), else the
     // raw-record scan, the tail block and the chunk stream, first non-empty wins.
     void loadVideoFileCilpDataFromFilePath(const QString& path);
     // The Kel-family loader: only the Kel chunk stream is read.
     void loadVideoFileCilpDataFromFilePath_Kel(const QString& path);
+    // An MP4 clip's own subtitle (text) track, read in place instead of
+    // through an extracted subtitle file: the same samples, no ffmpeg.
+    void loadMp4TextTrack(const QString& path);
 
     int getGx(int index) const;
     int getGy(int index) const;
@@ -38,6 +45,9 @@ public:
     float getGpsLat(int index) const;
     float getGpsLng(int index) const;
     int getGpsSpeed(int index) const;
+    // The UTC date and time (ms since 1970) of the RMC sentence that closed
+    // the sample's second; kNoUtcMsecs when it had none or out of range.
+    int64_t sampleUtcMsecs(int index) const;
     void getClipDataWithIndex(
         int index, int& x, int& y, int& z, float& lat, float& lng, int& speed) const;
 
@@ -63,6 +73,7 @@ public:
     void storeG(int index, int16_t x, int16_t y, int16_t z);
     void storeGps(int index, float lat, float lng);
     void storeSpeed(int index, int32_t speed);
+    void storeUtc(int index, int64_t utcMsecs);
 
 private:
     bool inRange(int index) const;
@@ -75,6 +86,9 @@ private:
     std::array<float, kCapacity> m_gpsInfoLat {};
     std::array<float, kCapacity> m_gpsInfoLng {};
     std::array<int32_t, kCapacity> m_gpsSpeed {};
+    // Not part of the camera's record: kept for route exports, and reset
+    // whole on every load so no clock of an earlier clip survives.
+    std::array<int64_t, kCapacity> m_sampleUtc {};
     int32_t m_clipDataCount = 0;
     int32_t m_gpsDataCount = 0;
 };

@@ -82,6 +82,21 @@ RawGSample TolmRecordReader::scaledSample(const FieldList& fields)
         scaledCount(TelemetryText::intValue(leadcut(fields.field(5))), quotient) };
 }
 
+FieldList TolmRecordReader::subtitleFields(QByteArrayView joined)
+{
+    const QByteArrayView record = TelemetryText::trimmed(joined);
+    FieldList fields;
+    const qsizetype semicolon = record.indexOf(';');
+    if (semicolon < 0) {
+        fields.appendSplit(record);
+        return fields;
+    }
+    fields.appendSplit(record.first(semicolon));
+    const QByteArrayView rest = record.sliced(semicolon + 1);
+    fields.appendSplit(rest.first(rest.indexOf(';') < 0 ? rest.size() : rest.indexOf(';')));
+    return fields;
+}
+
 void TolmRecordReader::endSecond(const GpsFix& fix)
 {
     m_current = fix;

@@ -33,6 +33,11 @@ public:
     static QByteArray leadcut(QByteArrayView field);
     static RawGSample scaledSample(const TelemetryText::FieldList& fields);
 
+    // The fields of one subtitle payload (line breaks already turned into
+    // blanks): "a,b;c,d" reads as a, b, c, d; a second ";" and what follows
+    // it are dropped. The fields are views into `joined`.
+    static TelemetryText::FieldList subtitleFields(QByteArrayView joined);
+
 private:
     static RawGSample plainSample(const TelemetryText::FieldList& fields);
     void endSecond(const GpsFix& fix);

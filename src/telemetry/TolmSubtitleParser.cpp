@@ -4,7 +4,6 @@
 #include "telemetry/TelemetryText.h"
 #include "telemetry/TolmRecordReader.h"
 
-using TelemetryText::FieldList;
 
 namespace {
 
@@ -56,22 +55,6 @@ private:
     qsizetype m_pos = 0;
 };
 
-// The fields of a payload whose line breaks have been turned into blanks.
-FieldList payloadFields(QByteArrayView joined)
-{
-    const QByteArrayView record = TelemetryText::trimmed(joined);
-    FieldList fields;
-    const qsizetype semicolon = record.indexOf(';');
-    if (semicolon < 0) {
-        fields.appendSplit(record);
-        return fields;
-    }
-    fields.appendSplit(record.first(semicolon));
-    const QByteArrayView rest = record.sliced(semicolon + 1);
-    fields.appendSplit(rest.first(rest.indexOf(';') < 0 ? rest.size() : rest.indexOf(';')));
-    return fields;
-}
-
 } // namespace
 
 int TolmSubtitleParser::parse(QByteArrayView bytes, TavroClipData& record) const
@@ -95,7 +78,7 @@ int TolmSubtitleParser::parse(QByteArrayView bytes, TavroClipData& record) const
             // The fields are views into this copy: it outlives their use.
             QByteArray text = payload.toByteArray();
             text.replace('\n', ' ');
-            reader.handle(payloadFields(text));
+            reader.handle(TolmRecordReader::subtitleFields(text));
         }
     }
     return reader.finish();

@@ -109,6 +109,7 @@ private:
     void connectController();
     void buildMenus();
     void buildFileMenu();
+    void buildExportRouteMenu();
     void buildViewMenu();
     void buildLanguageMenu();
     void buildSpeedUnitMenu();

@@ -8,6 +8,7 @@
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/ImageButton.h"
+#include "app/window/RouteExportDialog.h"
 #include "app/window/TransportBar.h"
 #include "display/SpeedUnit.h"
 
@@ -50,6 +51,7 @@ void MainWindow::buildFileMenu()
     m.saveStill = m.file->addAction(QString());
     m.printStill = m.file->addAction(QString());
     m.printStill->setShortcut(QKeySequence::Print);
+    buildExportRouteMenu();
     m.file->addSeparator();
     m.quit = m.file->addAction(QString());
     m.quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -59,6 +61,19 @@ void MainWindow::buildFileMenu()
     connect(m.saveStill, &QAction::triggered, this, &MainWindow::snapshotButtonTouched);
     connect(m.printStill, &QAction::triggered, this, &MainWindow::printButtonTouched);
     connect(m.quit, &QAction::triggered, &session(), &PlaybackSession::appExitButtonTouched);
+}
+
+void MainWindow::buildExportRouteMenu()
+{
+    Menus& m = *m_menus;
+    m.exportRoute = m.file->addMenu(QString());
+    m.exportRouteSelected = m.exportRoute->addAction(QString());
+    m.exportRouteAll = m.exportRoute->addAction(QString());
+    m.routeExport = new RouteExportDialog(this, m_controller->library());
+    connect(m.exportRouteSelected, &QAction::triggered, m.routeExport,
+        [dialog = m.routeExport] { dialog->exportRoute(false); });
+    connect(m.exportRouteAll, &QAction::triggered, m.routeExport,
+        [dialog = m.routeExport] { dialog->exportRoute(true); });
 }
 
 void MainWindow::buildViewMenu()
@@ -134,6 +149,9 @@ void MainWindow::applyMenuTexts()
     m.saveCopy->setText(localized(kMenuSaveClipCopy));
     m.saveStill->setText(localized(kMenuSaveStill));
     m.printStill->setText(localized(kMenuPrintStill));
+    m.exportRoute->setTitle(localized(kMenuExportRoute));
+    m.exportRouteSelected->setText(localized(kExportRouteSelected));
+    m.exportRouteAll->setText(localized(kExportRouteAll));
     m.quit->setText(localized(kMenuQuit));
     m.view->setTitle(localized(kMenuView));
     m.fullScreen->setText(localized(kFullScreen));
@@ -151,6 +169,7 @@ void MainWindow::updateActionStates()
         return;
     const TransportBar* t = m_transport;
     m_menus->saveCopy->setEnabled(m_canRemoveOrSave);
+    m_menus->exportRoute->setEnabled(m_canRemoveOrSave);
     m_menus->saveStill->setEnabled(t->snapshotButton->isEnabled());
     m_menus->printStill->setEnabled(t->printButton->isEnabled());
     m_menus->fullScreen->setEnabled(t->fullscreenButton->isEnabled());

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QMenu>
 
+class RouteExportDialog;
+
 // The main window's menus and the actions it keeps in step with its controls.
 struct MainWindow::Menus {
     QMenu* file = nullptr;
@@ -17,6 +19,10 @@ struct MainWindow::Menus {
     QAction* saveCopy = nullptr;
     QAction* saveStill = nullptr;
     QAction* printStill = nullptr;
+    QMenu* exportRoute = nullptr; // the selected clip, or every clip as trips
+    QAction* exportRouteSelected = nullptr;
+    QAction* exportRouteAll = nullptr;
+    RouteExportDialog* routeExport = nullptr;
     QAction* quit = nullptr;
     QAction* fullScreen = nullptr;
     QAction* swapCameras = nullptr;

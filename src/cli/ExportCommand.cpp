@@ -1,0 +1,62 @@
+#include "CliCommands.h"
+#include "RouteOutput.h"
+
+#include "export/RouteExport.h"
+#include "library/ClipLibrary.h"
+
+#include <QFileInfo>
+#include <QUrl>
+
+namespace {
+
+constexpr char kUsage[]
+    = "usage: tavro export DIR [--format gpx|kml|geojson|csv] [--output FILE]\n";
+
+int usage(CliIo& io)
+{
+    io.err << kUsage;
+    return CliExit::kUsage;
+}
+
+} // namespace
+
+// tavro export DIR: every clip of a card as trips, read on all cores.
+int runExportCommand(const QStringList& args, CliIo& io)
+{
+    QString folder;
+    QString output;
+    RouteFormat format = RouteFormat::Gpx;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& arg = args[i];
+        if ((arg == QLatin1String("--format") || arg == QLatin1String("--output"))
+            && i + 1 < args.size()) {
+            const QString value = args[++i];
+            if (arg == QLatin1String("--output")) {
+                output = value;
+            } else if (const auto chosen = RouteOutput::routeFormat(value, true)) {
+                format = *chosen;
+            } else {
+                return usage(io);
+            }
+        } else if (arg.startsWith(u'-') || !folder.isEmpty()) {
+            return usage(io);
+        } else {
+            folder = arg;
+        }
+    }
+    if (folder.isEmpty())
+        return usage(io);
+    if (!QFileInfo(folder).isDir()) {
+        io.err << "tavro export: cannot open folder " << folder << '\n';
+        return CliExit::kFailure;
+    }
+    // The clips the viewer lists: the folder itself and the card's folders.
+    ClipLibrary library;
+    library.refreshVideoFileListWithURL(QUrl::fromLocalFile(QFileInfo(folder).absoluteFilePath()));
+    QStringList clips;
+    for (const QUrl& url : library.allVideoFileList())
+        clips << url.toLocalFile();
+    QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(clips);
+    const QVector<RouteTrip> trips = RouteExport::group(timelines, true);
+    return RouteOutput::write(format, trips, output, "export", io);
+}

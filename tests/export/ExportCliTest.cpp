@@ -1,0 +1,189 @@
+// `tavro export` and the route formats of `tavro telemetry` on a small demo
+// card (written once by make-demo-card), read back with gpsbabel.
+#include "ExportTestSupport.h"
+
+#include "TestFiles.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace ExportTestSupport;
+
+namespace {
+
+class ExportCli : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        if (!TestFiles::haveTool("ffmpeg"))
+            return;
+        s_dir = new QTemporaryDir;
+        s_card = s_dir->filePath("card");
+        QProcess make;
+        make.start(QStringLiteral(TAVRO_MAKE_DEMO_CARD_PATH),
+            { "--out", s_card, "--length", "3", "--clips", "3", "--front-size", "192x108",
+                "--rear-size", "96x54", "--fps", "10", "--no-extra-cards" });
+        s_made = make.waitForFinished(240000) && make.exitCode() == 0;
+    }
+    static void TearDownTestSuite() { delete s_dir; }
+
+    void SetUp() override
+    {
+        if (!TestFiles::haveTool("ffmpeg"))
+            GTEST_SKIP() << "ffmpeg is not installed";
+        ASSERT_TRUE(s_made) << "make-demo-card failed";
+    }
+
+    static QString card(const QString& relative) { return s_card + u'/' + relative; }
+
+    static QStringList files(const QString& pattern)
+    {
+        QStringList found;
+        QDirIterator it(s_card, { pattern }, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            found << it.next();
+        found.sort();
+        return found;
+    }
+
+    static inline QTemporaryDir* s_dir = nullptr;
+    static inline QString s_card;
+    static inline bool s_made = false;
+};
+
+QJsonArray samplesOf(const QByteArray& jsonLine)
+{
+    return QJsonDocument::fromJson(jsonLine).object()["samples"].toArray();
+}
+
+} // namespace
+
+TEST_F(ExportCli, NativeReaderGivesTheSamplesOfTheFfmpegPathOnEveryDemoClip)
+{
+    const QStringList mp4s = files("*.mp4");
+    ASSERT_GE(mp4s.size(), 9);
+    int withTelemetry = 0;
+    for (const QString& mp4 : mp4s) {
+        SCOPED_TRACE(mp4.toStdString());
+        const auto viaFfmpeg = TestFiles::runCli({ "telemetry", mp4 });
+        const auto viaTrack = TestFiles::runCli({ "telemetry", "--loader", "native", mp4 });
+        ASSERT_EQ(viaFfmpeg.exitCode, 0);
+        ASSERT_EQ(viaTrack.exitCode, 0);
+        EXPECT_EQ(samplesOf(viaTrack.out), samplesOf(viaFfmpeg.out));
+        withTelemetry += samplesOf(viaTrack.out).isEmpty() ? 0 : 1;
+    }
+    EXPECT_EQ(withTelemetry, mp4s.size() - 1); // all but the camera's own export
+}
+
+TEST_F(ExportCli, CardExportIsAGpxThatGpsbabelReads)
+{
+    if (!haveGpsbabel())
+        GTEST_SKIP() << "gpsbabel is not installed";
+    const QString out = scratchPath("card.gpx");
+    const auto run = TestFiles::runCli({ "export", s_card, "--format", "gpx", "--output", out });
+    ASSERT_EQ(run.exitCode, 0) << run.err.constData();
+    const QByteArray gpx = TestFiles::read(out);
+    const QStringList lats = attributeValues(gpx, "trkpt", "lat");
+    const QStringList lons = attributeValues(gpx, "trkpt", "lon");
+    ASSERT_GT(lats.size(), 300);
+    const auto points = gpsbabelPoints("gpx", gpx);
+    ASSERT_TRUE(points.has_value());
+    ASSERT_EQ(points->size(), lats.size());
+    for (qsizetype i = 0; i < lats.size(); i += 37) {
+        EXPECT_NEAR(points->at(i).lat, lats[i].toDouble(), 1e-6);
+        EXPECT_NEAR(points->at(i).lng, lons[i].toDouble(), 1e-6);
+    }
+    // The same card as every other format, written whole.
+    for (const char* format : { "kml", "geojson", "csv" }) {
+        const auto other = TestFiles::runCli({ "export", s_card, "--format", format });
+        EXPECT_EQ(other.exitCode, 0) << format;
+        EXPECT_GT(other.out.size(), 1000) << format;
+    }
+    const QJsonObject geo = QJsonDocument::fromJson(
+        TestFiles::runCli({ "export", s_card, "--format", "geojson" }).out)
+                                .object();
+    EXPECT_EQ(geo["type"].toString(), "FeatureCollection");
+}
+
+TEST_F(ExportCli, ConsecutiveClipsMakeOneTripWithRisingTimes)
+{
+    const QStringList fronts = files("*_F.mp4").filter("cont_rec");
+    const QStringList rears = files("*_R.mp4").filter("cont_rec");
+    ASSERT_EQ(fronts.size(), 3);
+    const auto trip
+        = TestFiles::runCli(QStringList { "telemetry", "--format", "gpx", "--trip" } + fronts);
+    ASSERT_EQ(trip.exitCode, 0) << trip.err.constData();
+    EXPECT_EQ(elementTexts(trip.out, "trk").size(), 1);
+    EXPECT_EQ(elementTexts(trip.out, "trkseg").size(), 3);
+    const QStringList times = elementTexts(trip.out, "time");
+    ASSERT_EQ(times.size(), 90);
+    for (qsizetype i = 1; i < times.size(); ++i) {
+        EXPECT_LT(QDateTime::fromString(times[i - 1], Qt::ISODateWithMs),
+            QDateTime::fromString(times[i], Qt::ISODateWithMs))
+            << times[i].toStdString();
+    }
+    // Front and rear together: the rear's GPS is the front's and counts once.
+    const auto both = TestFiles::runCli(
+        QStringList { "telemetry", "--format", "gpx", "--trip" } + rears + fronts);
+    EXPECT_EQ(elementTexts(both.out, "time"), times);
+    // Without --trip every clip is a track of its own.
+    const auto perClip = TestFiles::runCli(QStringList { "telemetry", "--format", "kml" } + fronts);
+    EXPECT_EQ(elementTexts(perClip.out, "Placemark").size(), 3);
+
+    // The motion clip half an hour later starts a trip of its own.
+    const QStringList motion = files("*_D.avi");
+    ASSERT_EQ(motion.size(), 1);
+    const auto apart = TestFiles::runCli(
+        { "telemetry", "--format", "gpx", "--trip", fronts.last(), motion.first() });
+    EXPECT_EQ(elementTexts(apart.out, "trk").size(), 2);
+}
+
+TEST_F(ExportCli, BadInputAndUnwritableOutput)
+{
+    const QString garbage = scratchPath("garbage_F.mp4");
+    TestFiles::write(garbage, QByteArray(5000, '\x7f'));
+    const QString saved = files("SAVED_*.mp4").value(0);
+    ASSERT_FALSE(saved.isEmpty());
+
+    // Clips without telemetry: an empty document, said on stderr, not an error.
+    const auto empty = TestFiles::runCli(
+        { "telemetry", "--format", "gpx", "--loader", "native", "--trip", saved });
+    EXPECT_EQ(empty.exitCode, 0);
+    EXPECT_TRUE(elementTexts(empty.out, "trk").isEmpty());
+    EXPECT_TRUE(empty.err.contains("no positions")) << empty.err.constData();
+    // A file that is no clip at all cannot be read: exit 1, the others still written.
+    const auto bad = TestFiles::runCli({ "telemetry", "--format", "geojson", "--loader", "native",
+        garbage, files("*_F.mp4").first() });
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_EQ(QJsonDocument::fromJson(bad.out).object()["features"].toArray().size(), 1);
+
+    // An output that cannot be written leaves nothing behind, and an old file intact.
+    const QString missing = scratchPath("no/such/folder/route.gpx");
+    const auto unwritable = TestFiles::runCli({ "export", s_card, "--output", missing });
+    EXPECT_EQ(unwritable.exitCode, 1);
+    EXPECT_FALSE(QFileInfo::exists(missing));
+    const QString folder = scratchPath("a-folder.gpx");
+    QDir().mkpath(folder);
+    const auto onFolder = TestFiles::runCli(
+        { "telemetry", "--format", "kml", "--output", folder, files("*_F.mp4").first() });
+    EXPECT_EQ(onFolder.exitCode, 1);
+    EXPECT_TRUE(QFileInfo(folder).isDir());
+    EXPECT_EQ(QDir(scratchPath("")).entryList({ "*.gpx.*", "a-folder*" }, QDir::AllEntries),
+        QStringList { "a-folder.gpx" });
+
+    // Usage errors.
+    for (const QStringList& args :
+        { QStringList { "export" }, QStringList { "export", s_card, "--format", "json" },
+            QStringList { "telemetry", "--trip", "--format", "json", saved },
+            QStringList { "telemetry", "--format", "shp", saved } })
+        EXPECT_EQ(TestFiles::runCli(args).exitCode, 2) << args.join(' ').toStdString();
+    EXPECT_EQ(TestFiles::runCli({ "export", scratchPath("nowhere") }).exitCode, 1);
+}

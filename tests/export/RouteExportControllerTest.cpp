@@ -1,0 +1,117 @@
+// The viewer's route export: runs off the caller's thread, reports progress,
+// and writes nothing when cancelled, without positions or on a bad path.
+#include "ExportTestSupport.h"
+
+#include "TestFiles.h"
+
+#include "app/session/RouteExportController.h"
+#include "library/ClipLibrary.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+using namespace ExportTestSupport;
+
+namespace {
+
+// `count` clips of two seconds each (subtitle text, read by the general loader).
+QStringList writeClips(const QString& folder, int count, const QByteArray& status = "A")
+{
+    QVector<Second> seconds(2);
+    for (Second& s : seconds)
+        s.status = status;
+    QStringList clips;
+    for (int i = 0; i < count; ++i) {
+        seconds[0].time = QByteArray::number(100000 + 2 * i) + ".00";
+        seconds[1].time = QByteArray::number(100001 + 2 * i) + ".00";
+        clips << folder + QStringLiteral("/clip%1.srt").arg(i, 3, 10, QLatin1Char('0'));
+        TestFiles::write(clips.last(), subtitleText(seconds));
+    }
+    return clips;
+}
+
+RouteExport::Result runExport(RouteExportController& controller, const QStringList& clips,
+    RouteFormat format, const QString& path, bool cancelAtOnce = false)
+{
+    QSignalSpy finished(&controller, &RouteExportController::finished);
+    EXPECT_TRUE(controller.start(clips, format, true, path));
+    EXPECT_TRUE(controller.isRunning());
+    EXPECT_FALSE(controller.start(clips, format, true, path)); // one at a time
+    if (cancelAtOnce)
+        controller.cancel();
+    EXPECT_TRUE(finished.wait(30000));
+    EXPECT_FALSE(controller.isRunning());
+    return finished.isEmpty() ? RouteExport::Result {}
+                              : finished.first().first().value<RouteExport::Result>();
+}
+
+} // namespace
+
+TEST(RouteExportController, WritesTheTripsAndReportsProgress)
+{
+    QTemporaryDir dir;
+    const QStringList clips = writeClips(dir.path(), 5);
+    RouteExportController controller;
+    QSignalSpy progress(&controller, &RouteExportController::progressChanged);
+    const QString path = dir.filePath("route.gpx");
+    const RouteExport::Result result = runExport(controller, clips, RouteFormat::Gpx, path);
+    EXPECT_EQ(result.status, RouteExport::Status::Written);
+    EXPECT_EQ(result.clips, 5);
+    EXPECT_EQ(result.trips, 1); // back to back: one drive
+    EXPECT_EQ(result.points, 100);
+    EXPECT_EQ(attributeValues(TestFiles::read(path), "trkpt", "lat").size(), 100);
+    ASSERT_FALSE(progress.isEmpty());
+    EXPECT_EQ(progress.last(), QVariantList({ 5, 5 }));
+}
+
+TEST(RouteExportController, NothingWrittenWithoutPositionsOnCancelOrABadPath)
+{
+    QTemporaryDir dir;
+    RouteExportController controller;
+    const QString path = dir.filePath("route.kml");
+
+    const QStringList noFix = writeClips(dir.filePath("nofix"), 2, "V");
+    EXPECT_EQ(runExport(controller, noFix, RouteFormat::Kml, path).status,
+        RouteExport::Status::NoContent);
+    EXPECT_FALSE(QFileInfo::exists(path));
+    // The table still has the G-sensor samples.
+    EXPECT_EQ(runExport(controller, noFix, RouteFormat::Csv, dir.filePath("g.csv")).status,
+        RouteExport::Status::Written);
+
+    const QStringList many = writeClips(dir.filePath("many"), 300);
+    EXPECT_EQ(runExport(controller, many, RouteFormat::Kml, path, true).status,
+        RouteExport::Status::Cancelled);
+    EXPECT_FALSE(QFileInfo::exists(path));
+
+    const RouteExport::Result bad = runExport(
+        controller, many.mid(0, 2), RouteFormat::Kml, dir.filePath("missing/route.kml"));
+    EXPECT_EQ(bad.status, RouteExport::Status::WriteFailed);
+    EXPECT_FALSE(bad.error.isEmpty());
+}
+
+TEST(RouteExportController, ClipsOfTheListAndTheFileSuffix)
+{
+    QTemporaryDir dir;
+    for (const char* name : { "cont_rec/b_F.mp4", "cont_rec/a_F.mp4", "evt_rec/c_F.avi" })
+        TestFiles::write(dir.filePath(name), "x");
+    ClipLibrary library;
+    library.refreshVideoFileListWithURL(QUrl::fromLocalFile(dir.path()));
+    library.setSelectedRow(1);
+    EXPECT_EQ(RouteExportController::clipsToExport(library, false),
+        QStringList { dir.filePath("cont_rec/b_F.mp4") });
+    EXPECT_EQ(RouteExportController::clipsToExport(library, true).size(), 3);
+    library.setSelectedRow(-1);
+    EXPECT_TRUE(RouteExportController::clipsToExport(library, false).isEmpty());
+
+    EXPECT_EQ(
+        RouteExportController::pathWithSuffix("/tmp/drive", RouteFormat::Gpx), "/tmp/drive.gpx");
+    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/drive.GPX", RouteFormat::Gpx),
+        "/tmp/drive.GPX");
+    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/d.kml", RouteFormat::GeoJson),
+        "/tmp/d.kml.geojson");
+    EXPECT_EQ(RouteExportController::dialogFormats().size(), 4);
+}
