@@ -38,7 +38,7 @@ QStringList keys(std::initializer_list<const char*> utf8)
     return list;
 }
 
-struct ControlSpec {
+struct ControlEntry {
     const QString& name;
     Kind kind;
     const char* tab;
@@ -58,7 +58,7 @@ QStringList lowToHigh()
 
 // Page order: tab by tab, top to bottom. Ranges and the titles that differ
 // between models are set by the model's page features.
-QList<ControlSpec> pageControls()
+QList<ControlEntry> pageControls()
 {
     return {
         { C::kFrontBrightness, Kind::Slider, Keys::kTabCommon, Keys::kFrontBrightness,
@@ -126,14 +126,14 @@ QList<ControlSpec> pageControls()
 
 NativeControlSet::NativeControlSet()
 {
-    for (const ControlSpec& spec : pageControls()) {
+    for (const ControlEntry& entry : pageControls()) {
         SettingControl control;
-        control.name = spec.name;
-        control.kind = spec.kind;
-        control.section = key(spec.tab);
-        control.caption = key(spec.caption);
-        control.titles = spec.titles;
-        control.maximum = spec.kind == Kind::CheckBox ? 1 : qMax<int>(0, spec.titles.size() - 1);
+        control.name = entry.name;
+        control.kind = entry.kind;
+        control.section = key(entry.tab);
+        control.caption = key(entry.caption);
+        control.titles = entry.titles;
+        control.maximum = entry.kind == Kind::CheckBox ? 1 : qMax<int>(0, entry.titles.size() - 1);
         control.visible = false;
         m_index.insert(control.name, m_controls.size());
         m_controls.append(control);
