@@ -24,6 +24,7 @@
 #include "page/SettingsPageWidget.h"
 #include "page/TickSlider.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -66,8 +67,10 @@ QJsonObject configFields(const QString& card)
 
 bool hasHangul(const QString& text)
 {
-    return std::any_of(text.begin(), text.end(),
-        [](QChar c) { return (c.unicode() >= 0xAC00 && c.unicode() <= 0xD7A3) || (c.unicode() >= 0x3130 && c.unicode() <= 0x318F); });
+    return std::any_of(text.begin(), text.end(), [](QChar c) {
+        return (c.unicode() >= 0xAC00 && c.unicode() <= 0xD7A3)
+            || (c.unicode() >= 0x3130 && c.unicode() <= 0x318F);
+    });
 }
 
 // Every text the user can read on the visible tab of `modal`.
@@ -166,7 +169,8 @@ TEST_F(NativePageWindowTest, SliderAndRadioRowThroughTheWidgetsChangeExactlyThei
         EXPECT_NE(shock, was);
         // 부가기능: the security LED on another row.
         page->tabs()->setCurrentIndex(3);
-        const QList<QRadioButton*> led = page->row(QStringLiteral("etcSecurityLEDRadioGroup"))->radios();
+        const QList<QRadioButton*> led
+            = page->row(QStringLiteral("etcSecurityLEDRadioGroup"))->radios();
         ASSERT_EQ(led.size(), 4);
         QRadioButton* other = led[0]->isChecked() ? led[1] : led[0];
         QTest::mouseClick(other, Qt::LeftButton);
@@ -188,7 +192,8 @@ TEST_F(NativePageWindowTest, SliderAndRadioRowThroughTheWidgetsChangeExactlyThei
             changed << it.key();
     }
     EXPECT_EQ(changed,
-        (QStringList { QStringLiteral("acceleration_sensor"), QStringLiteral("security_led_mode") }));
+        (QStringList {
+            QStringLiteral("acceleration_sensor"), QStringLiteral("security_led_mode") }));
     EXPECT_EQ(after.value(QStringLiteral("acceleration_sensor")).toInt(), shock);
     EXPECT_EQ(m_alerts.sink().requests().size(), 0);
 }
@@ -222,12 +227,18 @@ TEST_F(NativePageWindowTest, EveryTabFitsAndIsTranslatedInEveryLanguage)
                         SettingControlRow* row = page->row(control.name);
                         if (!control.visible || !row || !row->field()->isVisibleTo(modal))
                             continue;
-                        EXPECT_FALSE(control.caption.isEmpty()) << at << " " << control.name.toStdString();
+                        EXPECT_FALSE(control.caption.isEmpty())
+                            << at << " " << control.name.toStdString();
+                        // A bare box beside a recording kind wouldn't say it
+                        // is about overwriting.
+                        if (row->checkBox()) {
+                            EXPECT_FALSE(row->checkBox()->text().isEmpty()) << at;
+                        }
                     }
                     for (const QString& text : visibleTexts(*modal))
                         EXPECT_FALSE(hasHangul(text)) << at << ": " << text.toStdString();
-                    ViewerTestSupport::saveScreenshot(*modal,
-                        QStringLiteral("native-%1-%2-tab%3").arg(model, code).arg(tab + 1));
+                    ViewerTestSupport::saveScreenshot(
+                        *modal, QStringLiteral("native-%1-%2-tab%3").arg(model, code).arg(tab + 1));
                 }
                 page->cancelButton()->click();
             });
