@@ -183,4 +183,7 @@ void SettingControlRow::applyLanguageSettings()
         for (int i = 0; i < m_combo->count(); ++i)
             m_combo->setItemText(i, localized(m_titles.value(i)));
     }
+    // A check box's one title, if any, is its own text beside the box.
+    if (m_check)
+        m_check->setText(m_titles.isEmpty() ? QString() : localized(m_titles.first()));
 }

@@ -36,7 +36,8 @@ class SettingsPageModel;
 //   RadioGroup one radio button per title, up to four on a line; -1 checks
 //             none; a click is userChange(row).
 //   ComboBox  the titles; a choice is userChange(index).
-//   CheckBox  a check box; a click is userChange(0 or 1).
+//   CheckBox  a check box, its first title (if any) as its text; a click is
+//             userChange(0 or 1).
 //   Titles and captions are localisation keys; a title with no entry in the
 //   table shows as it stands (time-zone labels, unit texts).
 // - The memory-partition graph (partitionGraph()) under the radio group whose

@@ -110,11 +110,18 @@ QList<ControlEntry> pageControls()
         { C::kBattery12V, Kind::Slider, Keys::kTabParking, Keys::kLowVoltage12V, {} },
         { C::kBattery24V, Kind::Slider, Keys::kTabParking, Keys::kLowVoltage24V, {} },
 
-        { C::kOverwriteAlways, Kind::CheckBox, Keys::kTabExtras, Keys::kContinuousRecording, {} },
-        { C::kOverwriteShock, Kind::CheckBox, Keys::kTabExtras, Keys::kDrivingImpact, {} },
-        { C::kOverwriteMotion, Kind::CheckBox, Keys::kTabExtras, Keys::kParkingMotion, {} },
-        { C::kOverwriteParkingShock, Kind::CheckBox, Keys::kTabExtras, Keys::kParkingImpact, {} },
-        { C::kOverwriteManual, Kind::CheckBox, Keys::kTabExtras, Keys::kManualRecording, {} },
+        // Each box says what it does: the recordings of its kind are overwritten
+        // when the card is full.
+        { C::kOverwriteAlways, Kind::CheckBox, Keys::kTabExtras, Keys::kContinuousRecording,
+            keys({ Keys::kOverwrite }) },
+        { C::kOverwriteShock, Kind::CheckBox, Keys::kTabExtras, Keys::kDrivingImpact,
+            keys({ Keys::kOverwrite }) },
+        { C::kOverwriteMotion, Kind::CheckBox, Keys::kTabExtras, Keys::kParkingMotion,
+            keys({ Keys::kOverwrite }) },
+        { C::kOverwriteParkingShock, Kind::CheckBox, Keys::kTabExtras, Keys::kParkingImpact,
+            keys({ Keys::kOverwrite }) },
+        { C::kOverwriteManual, Kind::CheckBox, Keys::kTabExtras, Keys::kManualRecording,
+            keys({ Keys::kOverwrite }) },
         { C::kSecurityLed, Kind::RadioGroup, Keys::kTabExtras, Keys::kSecurityLed,
             keys({ Keys::kAlwaysOn, Keys::kWhileDriving, Keys::kWhileParked, Keys::kOff }) },
         { C::kPartition, Kind::RadioGroup, Keys::kTabExtras, Keys::kMemoryPartition,
