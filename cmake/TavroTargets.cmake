@@ -24,6 +24,10 @@ function(tavro_add_test)
     if(NOT T_TIMEOUT)
         set(T_TIMEOUT 300)
     endif()
+    # Sanitizer builds run several times slower: tools/dev.sh stretches the limits.
+    if(TAVRO_TEST_TIMEOUT_FACTOR)
+        math(EXPR T_TIMEOUT "${T_TIMEOUT} * ${TAVRO_TEST_TIMEOUT_FACTOR}")
+    endif()
     set_tests_properties(${T_NAME} PROPERTIES TIMEOUT ${T_TIMEOUT}
         ENVIRONMENT "TAVRO_TEST_DATA=${CMAKE_CURRENT_SOURCE_DIR};QTWEBENGINE_CHROMIUM_FLAGS=--no-sandbox;QT_LOGGING_RULES=qt.webenginecontext.debug=false")
 endfunction()

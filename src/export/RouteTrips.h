@@ -30,6 +30,7 @@ void alignCameraClock(QVector<ClipTimeline>& clips);
 
 // Every clip a trip of its own, in the given order.
 QVector<RouteTrip> perClip(const QVector<ClipTimeline>& clips);
+QVector<RouteTrip> perClip(QVector<ClipTimeline>&&) = delete; // the trips would dangle
 
 // The clips as drives of the camera: a rear clip whose front partner (same
 // name but "F." for "R.", or "F_BC." for "R_BC.") is among them with
@@ -38,5 +39,6 @@ QVector<RouteTrip> perClip(const QVector<ClipTimeline>& clips);
 // without any time is a trip of its own, after the timed ones. The timelines
 // must outlive the trips.
 QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips);
+QVector<RouteTrip> plan(QVector<ClipTimeline>&&) = delete; // the trips would dangle
 
 } // namespace RouteTrips

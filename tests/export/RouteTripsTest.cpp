@@ -49,7 +49,8 @@ TEST(RouteTrips, GapsUnderTwoMinutesJoinClipsInTimeOrder)
         const ClipTimeline first = clipAt("/card/cont_rec/a_F.mp4", kStart);
         const ClipTimeline second = clipAt("/card/cont_rec/b_F.mp4", first.endUtc() + c.gap);
         // Given in reverse: the trip still runs in time order.
-        const QVector<RouteTrip> trips = RouteTrips::plan({ second, first });
+        const QVector<ClipTimeline> reversed { second, first }; // the trips point into it
+        const QVector<RouteTrip> trips = RouteTrips::plan(reversed);
         ASSERT_EQ(trips.size(), c.trips);
         EXPECT_TRUE(names(trips.first()).first().endsWith("a_F.mp4"));
     }
