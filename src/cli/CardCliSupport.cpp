@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <limits>
+
 namespace CardCli {
 
 QString jsonString(const QString& text)
@@ -106,6 +108,44 @@ int usage(CliIo& io, const QString& synopsis, const QString& problem)
         io.err << "tavro: " << problem << '\n';
     io.err << "usage: tavro " << synopsis << '\n';
     return CliExit::kUsage;
+}
+
+bool CardOverrides::isOption(const QString& name)
+{
+    return name == QLatin1String("--model-type") || name == QLatin1String("--local-id")
+        || name == QLatin1String("--firmware");
+}
+
+QString CardOverrides::parse(const QString& name, const QString& value)
+{
+    bool ok = false;
+    const qint64 number = value.toLongLong(&ok, 0);
+    if (!ok || number < std::numeric_limits<qint32>::min()
+        || number > std::numeric_limits<qint32>::max())
+        return QStringLiteral("%1 needs an integer, got '%2'").arg(name, value);
+    if (name == QLatin1String("--model-type"))
+        modelType = number;
+    else if (name == QLatin1String("--local-id"))
+        localID = number;
+    else
+        firmware = qint32(number);
+    return {};
+}
+
+TolmSettingManager& identifyCard(const QString& dir, const CardOverrides& overrides)
+{
+    auto* manager = new TolmSettingManager;
+    TolmSettingManager::ChagneTolmSettingManager(manager);
+    manager->setSettingDirPath(dir);
+    manager->identifySettingDir();
+    if (overrides.modelType)
+        manager->setModelType(*overrides.modelType);
+    if (overrides.localID)
+        manager->setLocalID(*overrides.localID);
+    if (overrides.firmware)
+        manager->setFirmwareVersionInt(*overrides.firmware);
+    manager->refreshModelName();
+    return *manager;
 }
 
 } // namespace CardCli

@@ -44,6 +44,23 @@ std::shared_ptr<RecordingCliAlertSink> installAlertSink();
 // True when DIR is an existing folder; otherwise prints why to `err`.
 bool checkCardFolder(const QString& dir, QTextStream& err);
 
+// --model-type, --local-id and --firmware: what the user says about the
+// camera, taking the place of what the card's identification found.
+struct CardOverrides {
+    std::optional<qint64> modelType;
+    std::optional<qint64> localID;
+    std::optional<qint32> firmware;
+
+    static bool isOption(const QString& name);
+    // Takes one option's value (a decimal or 0x number in 32-bit range);
+    // returns the problem, or "" when it was taken.
+    QString parse(const QString& name, const QString& value);
+};
+
+// A fresh shared settings model for the card in `dir`, identified as
+// `card identify` does and then overridden.
+TolmSettingManager& identifyCard(const QString& dir, const CardOverrides& overrides);
+
 // Prints "tavro <synopsis>" as a usage error and returns kUsage.
 int usage(CliIo& io, const QString& synopsis, const QString& problem = {});
 

@@ -24,9 +24,7 @@ struct Assignment {
 struct ConfigOptions {
     QString action;
     QString dir;
-    std::optional<qint64> modelType;
-    std::optional<qint64> localID;
-    std::optional<qint32> firmware;
+    CardCli::CardOverrides overrides;
     QList<Assignment> assignments;
 };
 
@@ -57,21 +55,6 @@ QString parseAssignment(const QString& word, QList<Assignment>& assignments)
     return {};
 }
 
-QString parseOption(const QString& name, const QString& value, ConfigOptions& options)
-{
-    const auto number = parseInteger(
-        value, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
-    if (!number)
-        return QStringLiteral("%1 needs an integer, got '%2'").arg(name, value);
-    if (name == QLatin1String("--model-type"))
-        options.modelType = *number;
-    else if (name == QLatin1String("--local-id"))
-        options.localID = *number;
-    else
-        options.firmware = qint32(*number);
-    return {};
-}
-
 QString parseArguments(const QStringList& args, ConfigOptions& options)
 {
     static const QStringList kActions { QStringLiteral("show"), QStringLiteral("load"),
@@ -80,14 +63,12 @@ QString parseArguments(const QStringList& args, ConfigOptions& options)
         return QStringLiteral("expected an action and a card folder");
     options.action = args[0];
     options.dir = args[1];
-    static const QStringList kOptions { QStringLiteral("--model-type"),
-        QStringLiteral("--local-id"), QStringLiteral("--firmware") };
     for (qsizetype i = 2; i < args.size(); ++i) {
         QString problem;
-        if (kOptions.contains(args[i])) {
+        if (CardCli::CardOverrides::isOption(args[i])) {
             if (i + 1 >= args.size())
                 return QStringLiteral("%1 needs a value").arg(args[i]);
-            problem = parseOption(args[i], args[i + 1], options);
+            problem = options.overrides.parse(args[i], args[i + 1]);
             ++i;
         } else if (options.action == QLatin1String("set")) {
             problem = parseAssignment(args[i], options.assignments);
@@ -102,22 +83,9 @@ QString parseArguments(const QStringList& args, ConfigOptions& options)
     return {};
 }
 
-// A fresh shared manager for the card, identified and then overridden by the
-// options.
 TolmSettingManager* prepareManager(const ConfigOptions& options)
 {
-    auto* manager = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(manager);
-    manager->setSettingDirPath(options.dir);
-    manager->identifySettingDir();
-    if (options.modelType)
-        manager->setModelType(*options.modelType);
-    if (options.localID)
-        manager->setLocalID(*options.localID);
-    if (options.firmware)
-        manager->setFirmwareVersionInt(*options.firmware);
-    manager->refreshModelName();
-    return manager;
+    return &CardCli::identifyCard(options.dir, options.overrides);
 }
 
 void assign(TolmSettingManager& manager, const Assignment& assignment)
@@ -141,7 +109,7 @@ int runAction(const ConfigOptions& options, TolmSettingManager& manager, CliIo& 
         SetupValues values;
         SetupRecordCodec::decode(bytes, manager.getSettingVariableCount(), values);
         manager.setValues(values);
-    } else if (manager.modelType() < 0 && !options.modelType) {
+    } else if (manager.modelType() < 0 && !options.overrides.modelType) {
         // Writing a record in a guessed layout would damage the card.
         io.err << "tavro: the camera model of " << options.dir
                << " is unknown; give --model-type to " << options.action << " its settings\n";

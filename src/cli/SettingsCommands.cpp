@@ -34,9 +34,7 @@ struct Change {
 struct SettingsOptions {
     QString action;
     QString dir;
-    std::optional<qint64> modelType;
-    std::optional<qint64> localID;
-    std::optional<qint32> firmware;
+    CardCli::CardOverrides overrides;
     QList<Change> changes;
     bool reset = false;
     bool answerYes = true;
@@ -112,16 +110,7 @@ QString parseOption(const QString& name, const QString& value, SettingsOptions& 
         options.answerYes = value == QLatin1String("yes");
         return {};
     }
-    const auto number = parseInteger(value);
-    if (!number)
-        return QStringLiteral("%1 needs an integer, got '%2'").arg(name, value);
-    if (name == QLatin1String("--model-type"))
-        options.modelType = *number;
-    else if (name == QLatin1String("--local-id"))
-        options.localID = *number;
-    else
-        options.firmware = qint32(*number);
-    return {};
+    return options.overrides.parse(name, value);
 }
 
 QString parseArguments(const QStringList& args, SettingsOptions& options)
@@ -131,13 +120,11 @@ QString parseArguments(const QStringList& args, SettingsOptions& options)
     options.action = args[0];
     options.dir = args[1];
     const bool set = options.action == QLatin1String("set");
-    static const QStringList kShowOptions { QStringLiteral("--model-type"),
-        QStringLiteral("--local-id"), QStringLiteral("--firmware") };
     static const QStringList kSetOptions { QStringLiteral("--answer"), QStringLiteral("--clock") };
     for (qsizetype i = 2; i < args.size(); ++i) {
         const QString& word = args[i];
         QString problem;
-        if (kShowOptions.contains(word) || (set && kSetOptions.contains(word))) {
+        if (CardCli::CardOverrides::isOption(word) || (set && kSetOptions.contains(word))) {
             if (i + 1 >= args.size())
                 return QStringLiteral("%1 needs a value").arg(word);
             problem = parseOption(word, args[++i], options);
@@ -161,22 +148,9 @@ QString parseArguments(const QStringList& args, SettingsOptions& options)
     return {};
 }
 
-// A fresh shared settings model for the card, identified as `card identify`
-// does and then overridden by the options.
 TolmSettingManager& identify(const SettingsOptions& options)
 {
-    auto* manager = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(manager);
-    manager->setSettingDirPath(options.dir);
-    manager->identifySettingDir();
-    if (options.modelType)
-        manager->setModelType(*options.modelType);
-    if (options.localID)
-        manager->setLocalID(*options.localID);
-    if (options.firmware)
-        manager->setFirmwareVersionInt(*options.firmware);
-    manager->refreshModelName();
-    return *manager;
+    return CardCli::identifyCard(options.dir, options.overrides);
 }
 
 // The configuration as the editor's loading reads it, without the rewrite
