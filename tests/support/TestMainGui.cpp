@@ -6,6 +6,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
+
 int main(int argc, char** argv)
 {
     // QtWebEngine refuses to start its sandbox as root (CI runs as root).
@@ -21,5 +25,12 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QFileInfo(QString::fromLocal8Bit(argv[0])).fileName());
     QStandardPaths::setTestModeEnabled(true);
     ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+#if defined(__SANITIZE_ADDRESS__)
+    // Look for leaks now, while the OpenGL driver and the other plugins are
+    // still loaded: at exit they are gone and their allocations show as an
+    // unknown module that no suppression can name.
+    __lsan_do_leak_check();
+#endif
+    return result;
 }
