@@ -1,3 +1,5 @@
+#include "app/SanitizerLeakCheck.h"
+
 #include <QApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -5,10 +7,6 @@
 #include <clocale>
 #include <gtest/gtest.h>
 #include <unistd.h>
-
-#if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/lsan_interface.h>
-#endif
 
 int main(int argc, char** argv)
 {
@@ -26,11 +24,6 @@ int main(int argc, char** argv)
     QStandardPaths::setTestModeEnabled(true);
     ::testing::InitGoogleTest(&argc, argv);
     const int result = RUN_ALL_TESTS();
-#if defined(__SANITIZE_ADDRESS__)
-    // Look for leaks now, while the OpenGL driver and the other plugins are
-    // still loaded: at exit they are gone and their allocations show as an
-    // unknown module that no suppression can name.
-    __lsan_do_leak_check();
-#endif
+    SanitizerLeakCheck::checkNow();
     return result;
 }

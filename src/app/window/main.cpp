@@ -1,4 +1,5 @@
 // tavro-viewer: the desktop viewer for dash-camera memory cards.
+#include "app/SanitizerLeakCheck.h"
 #include "app/window/AppDelegate.h"
 #include "app/window/QuitSignalHandler.h"
 #include "app/window/ViewerCommandLine.h"
@@ -31,6 +32,7 @@ int main(int argc, char** argv)
     // The player views and the map page share OpenGL resources.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
+    SanitizerLeakCheck::checkAtExit();
     // libmpv parses numbers with the C locale.
     std::setlocale(LC_NUMERIC, "C");
     QCoreApplication::setOrganizationName(QStringLiteral("tavro"));
@@ -49,5 +51,7 @@ int main(int argc, char** argv)
     QuitSignalHandler quitOnSignal;
     AppDelegate delegate(commandLine.options);
     delegate.applicationDidFinishLaunching();
-    return application.exec();
+    const int code = application.exec();
+    SanitizerLeakCheck::checkNow();
+    return code;
 }
