@@ -3,11 +3,12 @@
 #include "telemetry/TavroClipData.h"
 #include "telemetry/TelemetryLoaderChoice.h"
 
-#include <QRunnable>
 #include <QThread>
-#include <QThreadPool>
 
+#include <algorithm>
 #include <memory>
+#include <thread>
+#include <vector>
 
 namespace ClipTelemetryLoad {
 
@@ -37,13 +38,13 @@ QVector<ClipTimeline> loadAll(
     const QStringList& paths, const std::atomic_bool* cancel, const Progress& progress)
 {
     QVector<ClipTimeline> timelines(paths.size());
-    std::atomic_int done = 0;
     const int total = int(paths.size());
-    QThreadPool pool;
-    pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount()));
-    for (int i = 0; i < total; ++i) {
-        // Each task writes only its own slot of `timelines`.
-        pool.start([&, i] {
+    std::atomic_int next = 0;
+    std::atomic_int done = 0;
+    // A few workers take the clips in turn; each writes only the slots of the
+    // clips it took, and joining them hands every slot back to this thread.
+    auto work = [&] {
+        for (int i = next++; i < total; i = next++) {
             if (cancel && cancel->load())
                 timelines[i].file = paths[i];
             else
@@ -51,9 +52,15 @@ QVector<ClipTimeline> loadAll(
             const int finished = ++done;
             if (progress)
                 progress(finished, total);
-        });
-    }
-    pool.waitForDone();
+        }
+    };
+    const int workers = std::clamp(QThread::idealThreadCount(), 1, std::max(1, total));
+    std::vector<std::thread> threads;
+    threads.reserve(size_t(workers));
+    for (int w = 0; w < workers; ++w)
+        threads.emplace_back(work);
+    for (std::thread& thread : threads)
+        thread.join();
     return timelines;
 }
 
