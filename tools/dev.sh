@@ -81,6 +81,8 @@ run_asan() {
     export ASAN_OPTIONS=detect_leaks=1:check_initialization_order=1:strict_init_order=1:new_delete_type_mismatch=0
     export LSAN_OPTIONS=suppressions=$supp/lsan.supp:print_suppressions=0
     export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+    # The tests' own waits for players, pages and processes stretch as their limits do.
+    export TAVRO_TEST_TIME_FACTOR=4
     local xvfb=()
     [ -n "${DISPLAY:-}" ] || xvfb=(xvfb-run -a -s "-screen 0 1920x1080x24")
     "${xvfb[@]}" ctest --test-dir "$dir" --output-on-failure --parallel "$(nproc)" "$@"
@@ -100,6 +102,7 @@ run_tsan() {
     # QProcess forks from a process with threads and the child only execs. The
     # lock-order detector is off: Mesa's rasteriser holds more locks at once
     # than it can track.
+    export TAVRO_TEST_TIME_FACTOR=4
     export TSAN_OPTIONS="halt_on_error=1:detect_deadlocks=0:die_after_fork=0:suppressions=$root/tools/sanitizers/tsan.supp"
     local xvfb=()
     [ -n "${DISPLAY:-}" ] || xvfb=(xvfb-run -a -s "-screen 0 1920x1080x24")

@@ -3,6 +3,7 @@
 #include "player/TavroAVView.h"
 #include "PlayerClips.h"
 #include "RecordingPlayerDelegate.h"
+#include "TestTiming.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -16,7 +17,7 @@ using S = TavroAVViewStatus;
 
 namespace {
 
-constexpr int kWaitMs = 15000;
+const int kWaitMs = TestTiming::scaled(15000);
 
 class PlayerViewTest : public ::testing::Test {
 protected:

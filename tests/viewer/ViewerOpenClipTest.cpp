@@ -17,6 +17,7 @@
 #include "config/VolumeUtils.h"
 #include "library/ClipLibrary.h"
 #include "player/TavroAVView.h"
+#include "TestTiming.h"
 
 #include <QApplication>
 #include <QDir>
@@ -32,7 +33,7 @@
 namespace {
 
 constexpr int kClipSeconds = 8;
-constexpr int kWaitMs = 20000;
+const int kWaitMs = TestTiming::scaled(20000);
 
 ViewerCommandLine::Result parse(const QStringList& arguments)
 {

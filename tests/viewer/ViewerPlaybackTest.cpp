@@ -27,6 +27,7 @@
 #include "library/ClipLibrary.h"
 #include "library/Utils.h"
 #include "player/TavroAVView.h"
+#include "TestTiming.h"
 
 #include <cmath>
 
@@ -53,7 +54,7 @@
 namespace {
 
 constexpr int kClipSeconds = 12;
-constexpr int kWaitMs = 20000;
+const int kWaitMs = TestTiming::scaled(20000);
 
 QJsonObject mapState(QWebEngineView& view)
 {

@@ -3,6 +3,7 @@
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "ViewerTestSupport.h"
+#include "TestTiming.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -85,7 +86,7 @@ TEST(ViewerQuitTest, ASignalDuringAConversionEndsFfmpegAndLeavesNoPartialFile)
         QElapsedTimer stopping;
         stopping.start();
         ::kill(pid_t(viewer.processId()), signal);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !processAlive(ffmpeg); }, 1000))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !processAlive(ffmpeg); }, TestTiming::scaled(1000)))
             << "ffmpeg still runs " << stopping.elapsed() << " ms after the signal";
         ASSERT_TRUE(viewer.waitForFinished(20000));
         EXPECT_EQ(viewer.exitStatus(), QProcess::NormalExit);
