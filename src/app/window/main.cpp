@@ -32,7 +32,6 @@ int main(int argc, char** argv)
     // The player views and the map page share OpenGL resources.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
-    SanitizerLeakCheck::checkAtExit();
     // libmpv parses numbers with the C locale.
     std::setlocale(LC_NUMERIC, "C");
     QCoreApplication::setOrganizationName(QStringLiteral("tavro"));
@@ -44,6 +43,8 @@ int main(int argc, char** argv)
     const ViewerCommandLine::Result commandLine = ViewerCommandLine::parse(application.arguments());
     if (commandLine.exit) {
         std::fputs(qPrintable(commandLine.message), commandLine.exitCode ? stderr : stdout);
+        std::fflush(nullptr);
+        SanitizerLeakCheck::checkNow();
         return commandLine.exitCode;
     }
     ViewerStyle::apply(application);
