@@ -7,12 +7,16 @@
 //  2. CPU used by the viewer process while the two views play, against two
 //     mpv processes playing the same two files in windows of the views'
 //     sizes under the same display (`--vo=gpu`, or `--vo=null` when gpu
-//     cannot start).
+//     cannot start);
+//  3. seek latency (seek slider released -> the new picture drawn and the
+//     read-outs showing its time) and frame-step latency (right arrow -> the
+//     next picture drawn), medians, with the clip paused.
 // Usage: bench_viewer [--runs N] [--seconds S]
 #include "DriveClip.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/MainWindow.h"
+#include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
 #include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
@@ -26,6 +30,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMap>
 #include <QProcess>
 #include <QStandardPaths>
@@ -37,6 +42,7 @@
 #include <algorithm>
 #include <clocale>
 #include <cmath>
+#include <functional>
 #include <cstdio>
 #include <memory>
 #include <vector>
@@ -247,6 +253,54 @@ CpuUse viewerCpu(MainWindow& window, int seconds, double* helpersCpu)
     return use;
 }
 
+// Runs the event loop until done() holds; the milliseconds it took, or -1.
+double millisecondsUntil(const std::function<bool()>& done)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!done()) {
+        if (clock.elapsed() > kWaitMs)
+            return -1.0;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 2);
+    }
+    return double(clock.nsecsElapsed()) / 1e6;
+}
+
+// Seeks with the slider and steps with the right arrow, paused, as a user does.
+void benchLatencies(MainWindow& window, int clipSeconds, int runs)
+{
+    PlaybackSession& session = window.session();
+    TavroAVView* big = window.videoArea()->bigMovieView();
+    QLabel* playTime = window.transportBar()->playTimeTextField;
+    session.pauseVideo();
+    QTest::qWait(500);
+    std::vector<double> seeks, steps;
+    for (int i = 0; i < runs * 2; ++i) {
+        // Whole seconds spread over the clip, never the one it is at.
+        const int target = 1 + (i * 7 + 3) % std::max(2, clipSeconds - 2);
+        const QString shown = QStringLiteral("00:%1").arg(target, 2, 10, QLatin1Char('0'));
+        const qint64 framesBefore = big->framesPresented();
+        session.seekTimeSliderTouchedDown();
+        session.seekTimeSliderTouchedUp(target);
+        seeks.push_back(millisecondsUntil([&] {
+            return big->framesPresented() > framesBefore
+                && std::abs(big->currentTime() - target) < 0.02
+                && playTime->text().startsWith(shown);
+        }));
+        QTest::qWait(200);
+        const double before = big->currentTime();
+        const qint64 framesAtStep = big->framesPresented();
+        session.keyDown(Qt::Key_Right, Qt::NoModifier);
+        steps.push_back(millisecondsUntil([&] {
+            return big->currentTime() > before + 0.01 && big->framesPresented() > framesAtStep;
+        }));
+        QTest::qWait(200);
+    }
+    std::printf("\nlatency with the clip paused, median of %d\n", runs * 2);
+    std::printf("  seek (slider released -> new picture and read-outs)  %6.1f ms\n", median(seeks));
+    std::printf("  frame step (right arrow -> next picture)             %6.1f ms\n", median(steps));
+}
+
 // A small script has mpv report its position and drop counters every
 // second; the last report shows whether it kept up.
 QString writeReportScript(const QString& dir)
@@ -399,6 +453,7 @@ int main(int argc, char** argv)
 
     double helpersCpu = 0.0;
     const CpuUse viewer = viewerCpu(*window, seconds, &helpersCpu);
+    benchLatencies(*window, clipSeconds, runs * 2);
     QList<QRect> geometries;
     for (const TavroAVView* view :
         { window->videoArea()->bigMovieView(), window->videoArea()->smallMovieView() })
