@@ -11,6 +11,8 @@
 # build-fuzz/campaign/<target>/corpus/, keeps crash inputs in build-fuzz/campaign/<target>/,
 # and appends one line per target to build-fuzz/campaign/summary.tsv:
 #   target  executions  edges  features  seconds  date  result
+#   tools/fuzz.sh --table                     the summary's last line per target as the
+#                                             README's Markdown table
 # TAVRO_FUZZ_RUNS and TAVRO_FUZZ_SECONDS change the limits (10000000 and 3600).
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -97,6 +99,19 @@ next_in_queue() {
         echo "$line"
     ) 8>"$1.lock"
 }
+
+if [ "${1:-}" = "--table" ]; then
+    for f in fuzz/fuzz_*.cpp; do
+        t=$(basename "$f" .cpp)
+        line=$( (grep -P "^$t\t" "$summary" 2>/dev/null || true) | tail -1)
+        if [ -n "$line" ]; then
+            printf '%s\n' "$line" | awk -F'\t' '{ printf "| %s | %s | %s | %s | %s | %s |\n", $1, $2, $3, $5, substr($6, 1, 10), $7 }'
+        else
+            printf '| %s | | | | | not run yet |\n' "$t"
+        fi
+    done
+    exit 0
+fi
 
 if [ "${1:-}" = "--campaign" ] || [ "${1:-}" = "--queue" ]; then
     mkdir -p "$campaign_dir"
