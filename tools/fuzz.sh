@@ -9,7 +9,8 @@
 #                                             several lanes may share one FILE)
 # The campaign starts each target from fuzz/corpus/<target>/ merged into its working corpus
 # build-fuzz/campaign/<target>/corpus/, keeps crash inputs in build-fuzz/campaign/<target>/,
-# and appends one line per target to build-fuzz/campaign/summary.tsv:
+# and appends one line per target to build-fuzz/campaign/summary.tsv (TAVRO_FUZZ_CAMPAIGN_DIR
+# moves all of it):
 #   target  executions  edges  features  seconds  date  result
 #   tools/fuzz.sh --table                     the summary's last line per target as the
 #                                             README's Markdown table
@@ -17,8 +18,10 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${TAVRO_FUZZ_BUILD_DIR:-build-fuzz}
-campaign_dir=$build/campaign
+campaign_dir=${TAVRO_FUZZ_CAMPAIGN_DIR:-$build/campaign}
 summary=$campaign_dir/summary.tsv
+# Seconds one input may take before it counts as a hang (generous: the machine is shared).
+hang_seconds=${TAVRO_FUZZ_HANG_SECONDS:-120}
 
 configure() {
     cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
@@ -49,6 +52,13 @@ max_len() {
     esac
 }
 
+# A hang reported on a shared machine may be the machine's stall, not the input's:
+# true when the input replays well within the time limit.
+replays_in_time() {
+    timeout "$((hang_seconds * 2))" "$build/fuzz/$1" -timeout="$hang_seconds" -rss_limit_mb=2048 \
+        "$2" >/dev/null 2>&1
+}
+
 campaign_target() {
     local t=$1 dir=$campaign_dir/$1
     local runs=${TAVRO_FUZZ_RUNS:-10000000} limit=${TAVRO_FUZZ_SECONDS:-3600}
@@ -59,31 +69,52 @@ campaign_target() {
         return 0
     fi
     [ -d "fuzz/corpus/$t" ] && cp -n "fuzz/corpus/$t"/* "$dir/corpus/" 2>/dev/null || true
-    local log=$dir/fuzz.log start end code=0
+    local log=$dir/fuzz.log start code executions=0 stalls=0 done_runs result=ok
     echo "== $t (until $runs runs or $limit s) log: $log"
+    : >"$log"
     start=$(date +%s)
-    "$build/fuzz/$t" -runs="$runs" -max_total_time="$limit" -timeout=10 -rss_limit_mb=2048 \
-        -max_len="$(max_len "$t")" -print_final_stats=1 -artifact_prefix="$dir/" \
-        "$dir/corpus" >"$log" 2>&1 || code=$?
-    end=$(date +%s)
-    local executions edges features result=ok
-    executions=$(grep -oE 'stat::number_of_executed_units: *[0-9]+' "$log" | grep -oE '[0-9]+$' | tail -1)
-    [ -n "$executions" ] || executions=$(grep -oE '^#[0-9]+' "$log" | tail -1 | tr -d '#')
+    # Runs until the limits; a reported hang whose input replays in time is a stall of
+    # the machine: the input is kept as stalled-… and fuzzing goes on (five times at most).
+    while [ "$executions" -lt "$runs" ] && [ $(($(date +%s) - start)) -lt "$limit" ]; do
+        code=0
+        "$build/fuzz/$t" -runs="$((runs - executions))" -max_total_time="$((limit - ($(date +%s) - start)))" \
+            -timeout="$hang_seconds" -rss_limit_mb=2048 -max_len="$(max_len "$t")" \
+            -print_final_stats=1 -artifact_prefix="$dir/" "$dir/corpus" >"$log.run" 2>&1 || code=$?
+        done_runs=$(grep -oE 'stat::number_of_executed_units: *[0-9]+' "$log.run" | grep -oE '[0-9]+$' | tail -1)
+        [ -n "$done_runs" ] || done_runs=$(grep -oE '^#[0-9]+' "$log.run" | tail -1 | tr -d '#')
+        executions=$((executions + ${done_runs:-0}))
+        cat "$log.run" >>"$log" && rm -f "$log.run"
+        echo "stat::campaign_executions: $executions" >>"$log"
+        [ "$code" -eq 0 ] && break
+        result=$(failure_of "$log")
+        local artifact=$dir/${result#*:}
+        if [[ $result == timeout:* ]] && [ "$stalls" -lt 5 ] && replays_in_time "$t" "$artifact"; then
+            mv "$artifact" "$dir/stalled-${result#*:timeout-}"
+            stalls=$((stalls + 1))
+            result=ok
+            continue
+        fi
+        break
+    done
+    local edges features
     edges=$(grep -oE 'cov: [0-9]+' "$log" | tail -1 | grep -oE '[0-9]+')
     features=$(grep -oE 'ft: [0-9]+' "$log" | tail -1 | grep -oE '[0-9]+')
-    if [ "$code" -ne 0 ]; then
-        result="failed($code)"
-        local kind artifact
-        kind=$(grep -oE 'ERROR: (libFuzzer|AddressSanitizer|LeakSanitizer): [a-z-]+' "$log" | head -1 |
-            sed 's/.*: //')
-        artifact=$(grep -oE "Test unit written to [^ ]+" "$log" | tail -1 | sed 's/.* //')
-        [ -n "$kind" ] && result="$kind"
-        grep -q 'runtime error:' "$log" && [ -z "$kind" ] && result=ubsan
-        [ -n "$artifact" ] && result="$result:$(basename "$artifact")"
-    fi
-    printf '%s\t%s\t%s\t%s\t%s\t%s\t%s\n' "$t" "${executions:-0}" "${edges:-0}" "${features:-0}" \
-        "$((end - start))" "$(date -u +%Y-%m-%dT%H:%MZ)" "$result" >>"$summary"
+    [ "$stalls" -gt 0 ] && [ "$result" = ok ] && result="ok, stalls: $stalls"
+    printf '%s\t%s\t%s\t%s\t%s\t%s\t%s\n' "$t" "$executions" "${edges:-0}" "${features:-0}" \
+        "$(($(date +%s) - start))" "$(date -u +%Y-%m-%dT%H:%MZ)" "$result" >>"$summary"
     tail -n 1 "$summary"
+}
+
+# What stopped a run, from its log: the kind of failure and the input it left.
+failure_of() {
+    local kind artifact result=failed
+    kind=$(grep -oE 'ERROR: (libFuzzer|AddressSanitizer|LeakSanitizer): [a-z-]+' "$1" | tail -1 |
+        sed 's/.*: //')
+    artifact=$(grep -oE "Test unit written to [^ ]+" "$1" | tail -1 | sed 's/.* //')
+    [ -n "$kind" ] && result=$kind
+    [ -z "$kind" ] && grep -q 'runtime error:' "$1" && result=ubsan
+    [ -n "$artifact" ] && result="$result:$(basename "$artifact")"
+    echo "$result"
 }
 
 # Takes the top line of the queue file under a lock, so lanes never share a target.
