@@ -6,6 +6,7 @@
 #include "editors/web/WebSettingCard.h"
 #include "editors/web/WebSettingScripts.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -26,6 +27,11 @@ void checkQuoted(const QString& text, QChar quote)
     }
 }
 
+bool isUpperHexDigit(QChar c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F');
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -42,6 +48,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     const QByteArray record = WebSettingScripts::dataFromCfgString(text);
     if (record.size() != (text.toUtf8().size() + 1) / 2)
+        std::abort();
+    // Whatever the page hands back goes to the card as bytes and comes back to
+    // it as canonical hexadecimal: upper case, two digits a byte, same bytes.
+    const QString canonical = WebSettingScripts::cfgStringWithData(record);
+    if (canonical.size() != record.size() * 2
+        || !std::all_of(canonical.begin(), canonical.end(), isUpperHexDigit)
+        || WebSettingScripts::dataFromCfgString(canonical) != record
+        || WebSettingScripts::setCfg(canonical) != QStringLiteral("set_cfg(\"%1\")").arg(canonical))
         std::abort();
     const QString hex = WebSettingScripts::cfgStringWithData(bytes);
     if (WebSettingScripts::dataFromCfgString(hex) != bytes)

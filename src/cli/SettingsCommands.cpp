@@ -1,5 +1,6 @@
 #include "CardCliSupport.h"
 #include "CliCommands.h"
+#include "SettingsArguments.h"
 
 #include "SettingsPages.h"
 #include "config/CardFiles.h"
@@ -10,7 +11,6 @@
 
 #include <QDateTime>
 
-#include <limits>
 #include <optional>
 
 // tavro settings show|set DIR ...: the settings editor the viewer opens for
@@ -18,28 +18,16 @@
 // model (createSettingsPageModel); the others print an empty page.
 namespace {
 
+using SettingsCli::Change;
+using SettingsCli::kClockFormat;
+using SettingsCli::SettingsOptions;
+
 const QString kSynopsis = QStringLiteral(
     "settings show DIR [--model-type T] [--local-id L] [--firmware V]\n"
     "       tavro settings set DIR NAME=VALUE... [--reset] [--answer yes|no] "
     "[--clock now|off|YYYY-MM-DDTHH:MM:SS] [--model-type T] [--local-id L] [--firmware V]");
-const QString kClockFormat = QStringLiteral("yyyy-MM-ddTHH:mm:ss");
 const QString kYesKey = QStringLiteral("예");
 const QString kNoKey = QStringLiteral("아니오");
-
-struct Change {
-    QString name;
-    int value = 0;
-};
-
-struct SettingsOptions {
-    QString action;
-    QString dir;
-    CardCli::CardOverrides overrides;
-    QList<Change> changes;
-    bool reset = false;
-    bool answerYes = true;
-    std::optional<SettingClock> clock; // checked false = "off"
-};
 
 // The questions a page asks are answered as --answer says; a failed card
 // write is kept to be reported.
@@ -71,82 +59,6 @@ private:
     bool m_answerYes;
     QList<AlertRequest> m_failures;
 };
-
-std::optional<qint64> parseInteger(const QString& text)
-{
-    bool ok = false;
-    const qint64 value = text.toLongLong(&ok, 10);
-    if (!ok || value < std::numeric_limits<qint32>::min()
-        || value > std::numeric_limits<qint32>::max())
-        return std::nullopt;
-    return value;
-}
-
-QString parseClock(const QString& text, SettingsOptions& options)
-{
-    if (text == QLatin1String("off")) {
-        options.clock = SettingClock { false, QDateTime::currentDateTime() };
-        return {};
-    }
-    if (text == QLatin1String("now")) {
-        options.clock = SettingClock { true, QDateTime::currentDateTime() };
-        return {};
-    }
-    const QDateTime at = QDateTime::fromString(text, kClockFormat);
-    if (!at.isValid())
-        return QStringLiteral("--clock takes now, off or YYYY-MM-DDTHH:MM:SS, got '%1'").arg(text);
-    options.clock = SettingClock { true, at };
-    return {};
-}
-
-// One option with its value; returns a problem or "".
-QString parseOption(const QString& name, const QString& value, SettingsOptions& options)
-{
-    if (name == QLatin1String("--clock"))
-        return parseClock(value, options);
-    if (name == QLatin1String("--answer")) {
-        if (value != QLatin1String("yes") && value != QLatin1String("no"))
-            return QStringLiteral("--answer takes yes or no");
-        options.answerYes = value == QLatin1String("yes");
-        return {};
-    }
-    return options.overrides.parse(name, value);
-}
-
-QString parseArguments(const QStringList& args, SettingsOptions& options)
-{
-    if (args.size() < 2 || (args[0] != QLatin1String("show") && args[0] != QLatin1String("set")))
-        return QStringLiteral("expected show or set and a card folder");
-    options.action = args[0];
-    options.dir = args[1];
-    const bool set = options.action == QLatin1String("set");
-    static const QStringList kSetOptions { QStringLiteral("--answer"), QStringLiteral("--clock") };
-    for (qsizetype i = 2; i < args.size(); ++i) {
-        const QString& word = args[i];
-        QString problem;
-        if (CardCli::CardOverrides::isOption(word) || (set && kSetOptions.contains(word))) {
-            if (i + 1 >= args.size())
-                return QStringLiteral("%1 needs a value").arg(word);
-            problem = parseOption(word, args[++i], options);
-        } else if (set && word == QLatin1String("--reset")) {
-            options.reset = true;
-        } else if (set && word.indexOf(u'=') > 0 && !word.startsWith(u'-')) {
-            const qsizetype eq = word.indexOf(u'=');
-            const auto value = parseInteger(word.mid(eq + 1));
-            if (!value)
-                problem = QStringLiteral("'%1' needs an integer value").arg(word);
-            else
-                options.changes.append({ word.left(eq), int(*value) });
-        } else {
-            problem = QStringLiteral("unexpected argument '%1'").arg(word);
-        }
-        if (!problem.isEmpty())
-            return problem;
-    }
-    if (set && options.changes.isEmpty() && !options.reset && !options.clock)
-        return QStringLiteral("set needs at least one NAME=VALUE, --reset or --clock");
-    return {};
-}
 
 TolmSettingManager& identify(const SettingsOptions& options)
 {
@@ -253,7 +165,7 @@ int runSet(const SettingsOptions& options, SettingsPageModel& page, CliIo& io)
 int runSettingsCommand(const QStringList& args, CliIo& io)
 {
     SettingsOptions options;
-    const QString problem = parseArguments(args, options);
+    const QString problem = SettingsCli::parseArguments(args, options);
     if (!problem.isEmpty())
         return CardCli::usage(io, kSynopsis, problem);
     if (!CardCli::checkCardFolder(options.dir, io.err))
