@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -40,7 +41,8 @@ QVector<ClipTimeline> loadAll(
     QVector<ClipTimeline> timelines(paths.size());
     const int total = int(paths.size());
     std::atomic_int next = 0;
-    std::atomic_int done = 0;
+    int done = 0;
+    std::mutex progressLock;
     // A few workers take the clips in turn; each writes only the slots of the
     // clips it took, and joining them hands every slot back to this thread.
     auto work = [&] {
@@ -49,9 +51,12 @@ QVector<ClipTimeline> loadAll(
                 timelines[i].file = paths[i];
             else
                 timelines[i] = load(paths[i]);
-            const int finished = ++done;
+            // One report at a time, in order: the caller's function need not
+            // be safe to call from several threads at once.
+            const std::lock_guard lock(progressLock);
+            ++done;
             if (progress)
-                progress(finished, total);
+                progress(done, total);
         }
     };
     const int workers = std::clamp(QThread::idealThreadCount(), 1, std::max(1, total));

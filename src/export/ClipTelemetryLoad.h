@@ -18,7 +18,8 @@ namespace ClipTelemetryLoad {
 void loadRecord(const QString& path, TavroClipData& record);
 ClipTimeline load(const QString& path);
 
-// Called from the worker threads with the number of clips read so far.
+// Called from the worker threads, one call at a time and in order, with the
+// number of clips read so far.
 using Progress = std::function<void(int done, int total)>;
 
 // Reads every clip on all cores; the timelines come back in the order of
