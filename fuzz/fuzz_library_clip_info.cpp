@@ -34,8 +34,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QString report = QString::fromUtf8(bytes);
     const int video = Utils::GetVideoStreamCountFromVideoInfo(report);
     const int audio = Utils::GetAudioStreamCountFromVideoInfo(report);
-    // Each counted stream takes at least "Stream #0:0: Video" of the text.
-    if (video < 0 || audio < 0 || (video + audio) * 18 > report.size())
+    // Each stream counted takes at least "Stream #0:0: Video" of the text; the
+    // same words may count once as video and once as audio.
+    if (video < 0 || audio < 0 || video * 18 > report.size() || audio * 18 > report.size())
         std::abort();
 
     const QUrl url = QUrl::fromLocalFile(QStringLiteral("/card/") + report);

@@ -84,6 +84,9 @@ TEST(UtilsTest, StreamCountsFromTheReport)
         // The name must follow on the same line.
         { "  Stream #0:0:\n Video: h264\n", 0, 0 },
         { "Stream #0:0 Video\n", 0, 0 },
+        // The expressions run on to the first ": Video" or ": Audio" of the
+        // line, so one line may count for both (a fuzzer's find).
+        { "I  Stream #0:2: Audiom#0:1: Video:\n", 1, 1 },
         { "/no/such/file.avi: No such file or directory\n", 0, 0 },
         { "", 0, 0 },
     };
