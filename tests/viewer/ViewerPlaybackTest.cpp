@@ -306,6 +306,11 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     QTest::mouseRelease(zoomArea, Qt::LeftButton, {}, zoomArea->rect().center() + QPoint(40, 20));
     EXPECT_TRUE(window.session().touchedBigMovieScroll());
     EXPECT_NE(window.videoArea()->bigMovieView()->geometry().topLeft(), zoomed.topLeft());
+    // The picture's native window covers the area and no more.
+    const auto* surface = window.videoArea()->bigMovieView()->findChild<QWidget*>(
+        QStringLiteral("videoSurface"));
+    ASSERT_NE(surface, nullptr);
+    EXPECT_EQ(QRect(surface->mapTo(zoomArea, QPoint(0, 0)), surface->size()), zoomArea->rect());
     QTest::mouseClick(transport->resetVideoScaleButton, Qt::LeftButton);
     QCoreApplication::processEvents();
     EXPECT_EQ(window.videoArea()->bigMovieView()->geometry(), zoomArea->rect());
