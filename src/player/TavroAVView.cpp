@@ -27,7 +27,14 @@ TavroAVView::TavroAVView(QWidget* parent)
     setAutoFillBackground(true);
     m_surface = new VideoSurfaceWindow([this] {
         const bool shown = m_player && m_player->hasFrame();
-        return VideoSurfaceWindow::Picture { shown ? m_player->texture() : 0u, m_upsideDown };
+        return VideoSurfaceWindow::Picture { shown ? m_player.get() : nullptr, m_upsideDown };
+    });
+    // Every picture that reaches the screen counts, also one drawn because
+    // the window came on screen (the first frame arrives while it is hidden
+    // behind the loading animation).
+    connect(m_surface, &VideoSurfaceWindow::pictureShown, this, [this] {
+        ++m_framesPresented;
+        emit framePresented();
     });
     m_surfaceContainer = QWidget::createWindowContainer(m_surface, this);
     m_surfaceContainer->setObjectName(QStringLiteral("videoSurface"));
@@ -409,10 +416,7 @@ void TavroAVView::updateSurfaceVisibility()
 
 void TavroAVView::presentPicture()
 {
-    if (!m_surface->present() || !m_player || !m_player->hasFrame())
-        return;
-    ++m_framesPresented;
-    emit framePresented();
+    m_surface->present();
 }
 
 QImage TavroAVView::grabFramebuffer()

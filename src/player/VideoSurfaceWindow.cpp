@@ -1,6 +1,7 @@
 #include "player/VideoSurfaceWindow.h"
 
 #include "player/PlayerLogging.h"
+#include "player/VideoPicture.h"
 
 #include <QExposeEvent>
 #include <QOpenGLContext>
@@ -78,44 +79,66 @@ QSize VideoSurfaceWindow::toPixels(const QSize& size) const
 // `target` is where the picture goes, in pixels of `viewport` counted from its
 // top left; whatever lies outside the viewport is clipped.
 void VideoSurfaceWindow::drawPicture(
-    const Picture& picture, const QRect& target, const QSize& viewport)
+    unsigned int texture, bool upsideDown, const QRect& target, const QSize& viewport)
 {
     QOpenGLFunctions* gl = m_context->functions();
     gl->glViewport(0, 0, viewport.width(), viewport.height());
     gl->glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
     gl->glClear(GL_COLOR_BUFFER_BIT);
-    if (picture.texture == 0 || !m_blitter.isCreated())
+    if (texture == 0 || !m_blitter.isCreated())
         return;
     const QMatrix4x4 transform
         = QOpenGLTextureBlitter::targetTransform(QRectF(target), QRect(QPoint(0, 0), viewport));
     // The texture is stored bottom row first; reading it top row first mirrors
     // the picture vertically, which is what upside-down display means here.
-    const auto origin = picture.upsideDown ? QOpenGLTextureBlitter::OriginTopLeft
-                                           : QOpenGLTextureBlitter::OriginBottomLeft;
+    const auto origin = upsideDown ? QOpenGLTextureBlitter::OriginTopLeft
+                                   : QOpenGLTextureBlitter::OriginBottomLeft;
     m_blitter.bind();
-    m_blitter.blit(picture.texture, transform, origin);
+    m_blitter.blit(texture, transform, origin);
     m_blitter.release();
+}
+
+bool VideoSurfaceWindow::pictureFillsWindow() const
+{
+    return pictureRect() == QRect(QPoint(0, 0), size());
 }
 
 bool VideoSurfaceWindow::present()
 {
-    if (!isExposed() || !ensureContext() || !m_context->makeCurrent(this))
+    const bool shown = draw();
+    if (shown)
+        emit pictureShown();
+    return shown;
+}
+
+bool VideoSurfaceWindow::draw()
+{
+    if (!isExposed())
         return false;
     const Picture picture = m_source ? m_source() : Picture {};
+    // The usual case costs no copy: the player draws into the window itself.
+    if (picture.source && pictureFillsWindow())
+        return picture.source->drawInto(*this, toPixels(size()), picture.upsideDown);
+    // The player's texture first: drawing it may take another context.
+    const unsigned int texture = picture.source ? picture.source->texture() : 0;
+    if (!ensureContext() || !m_context->makeCurrent(this))
+        return false;
     const qreal ratio = devicePixelRatio();
     const QRect picturePixels = pictureRect();
-    drawPicture(picture,
+    drawPicture(texture, picture.upsideDown,
         QRect((QPointF(picturePixels.topLeft()) * ratio).toPoint(), toPixels(picturePixels.size())),
         toPixels(size()));
     m_context->swapBuffers(this);
     m_context->doneCurrent();
-    return picture.texture != 0;
+    return texture != 0;
 }
 
 QImage VideoSurfaceWindow::grabPicture()
 {
     if (!handle())
         create();
+    const Picture picture = m_source ? m_source() : Picture {};
+    const unsigned int texture = picture.source ? picture.source->texture() : 0;
     if (!ensureContext() || !m_context->makeCurrent(this))
         return {};
     const QSize pixels = toPixels(pictureRect().size());
@@ -123,7 +146,7 @@ QImage VideoSurfaceWindow::grabPicture()
     {
         QOpenGLFramebufferObject fbo(pixels);
         fbo.bind();
-        drawPicture(m_source ? m_source() : Picture {}, QRect(QPoint(0, 0), pixels), pixels);
+        drawPicture(texture, picture.upsideDown, QRect(QPoint(0, 0), pixels), pixels);
         fbo.release();
         image = fbo.toImage();
     }

@@ -236,6 +236,23 @@ TEST_F(PlayerViewTest, KeepsItsPictureWhenMovedToAnotherWindow)
     EXPECT_EQ(view->status(), S::Prepared);
 }
 
+TEST_F(PlayerViewTest, OnScreenThePictureIsUprightOrMirrored)
+{
+    // A picture that fills its view is drawn by the player straight into the
+    // window: what the screen shows, not a read-back of a texture.
+    TavroAVView* view = loadedView(clips().redOverBlue);
+    picture(view);
+    auto screenAt = [&](double fy) {
+        const QImage screen = view->screen()->grabWindow(view->winId()).toImage();
+        return dominant(colourAt(screen, 0.5, fy));
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screenAt(0.1) == 'r'; }, kWaitMs));
+    EXPECT_EQ(screenAt(0.9), 'b');
+    view->setUpsideDown(true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screenAt(0.1) == 'b'; }, kWaitMs));
+    EXPECT_EQ(screenAt(0.9), 'r');
+}
+
 TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
 {
     // The picture is a native window, which its parents do not clip: an
