@@ -82,10 +82,11 @@ camera's configuration.")
 # The libraries come from the binaries (dpkg-shlibdeps; libqt6svg6 among them
 # brings the SVG image plugin); what is only loaded or run at run time is named
 # here: ffmpeg for conversion, the web engine's helper process, an OpenGL
-# driver for the player views, and a font.
+# driver for the player views, the Qt Quick modules of the map window, and a
+# font.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "ffmpeg, libqt6webenginecore6-bin, libgl1-mesa-dri, fonts-dejavu-core | fonts-freefont-ttf")
+    "ffmpeg, libqt6webenginecore6-bin, qml6-module-qtwebengine, qml6-module-qtquick, qml6-module-qtqml-workerscript, libgl1-mesa-dri, fonts-dejavu-core | fonts-freefont-ttf")
 # Wayland sessions, Qt's own dialogs in the viewer's languages, Japanese
 # glyphs, and the tools a card format uses.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS

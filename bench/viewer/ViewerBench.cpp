@@ -25,6 +25,7 @@
 #include "player/TavroAVView.h"
 
 #include <QApplication>
+#include <QtWebEngineQuick>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
@@ -409,6 +410,7 @@ int main(int argc, char** argv)
         qputenv(
             "QTWEBENGINE_CHROMIUM_FLAGS", qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") + " --no-sandbox");
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QtWebEngineQuick::initialize();
     QApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     // Settings and conversion cache of its own, apart from the viewer's.

@@ -2,10 +2,9 @@
 
 #include "display/MapPage.h"
 #include "display/MapScripts.h"
-#include "display/WebEngineMapPage.h"
+#include "display/MapWindow.h"
 
 #include <QSettings>
-#include <QWebEngineView>
 
 MapController::MapController(QObject* parent)
     : QObject(parent)
@@ -14,16 +13,24 @@ MapController::MapController(QObject* parent)
 
 MapController::~MapController() = default;
 
-void MapController::initWithWebView(QWebEngineView* webView)
+void MapController::initWithMapWindow(MapWindow* window)
 {
-    m_webView = webView;
-    m_page = std::make_unique<WebEngineMapPage>(webView);
+    m_window = window;
+    m_ownedPage.reset();
 }
 
 void MapController::initWithPage(std::unique_ptr<MapPage> page)
 {
-    m_webView = nullptr;
-    m_page = std::move(page);
+    m_window = nullptr;
+    m_ownedPage = std::move(page);
+}
+
+// The window goes with the main window's widgets; calls after that go nowhere.
+MapPage* MapController::page() const
+{
+    if (m_window)
+        return m_window.data();
+    return m_ownedPage.get();
 }
 
 QString MapController::tileUrl()
@@ -37,16 +44,16 @@ QString MapController::tileUrl()
 
 void MapController::load()
 {
-    if (!m_page)
+    if (!page())
         return;
-    m_page->load(MapScripts::pageUrl(tileUrl()));
+    page()->load(MapScripts::pageUrl(tileUrl()));
     run(QString::fromLatin1(MapScripts::kInitializeScript));
 }
 
 void MapController::run(const QString& script)
 {
-    if (m_page)
-        m_page->runJavaScript(script);
+    if (MapPage* target = page())
+        target->runJavaScript(script);
 }
 
 void MapController::moveToLat(float lat, float lng)

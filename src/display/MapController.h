@@ -1,9 +1,10 @@
 #pragma once
 
+#include "display/MapWindow.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QWebEngineView>
 
 #include <memory>
 
@@ -25,11 +26,11 @@ public:
     explicit MapController(QObject* parent = nullptr);
     ~MapController() override;
 
-    // Shows the map in `webView` (not owned).
-    void initWithWebView(QWebEngineView* webView);
+    // Shows the map in `window` (not owned).
+    void initWithMapWindow(MapWindow* window);
     // Drives any page, e.g. a recording double in tests.
     void initWithPage(std::unique_ptr<MapPage> page);
-    QWebEngineView* webView() const { return m_webView; }
+    MapWindow* mapWindow() const { return m_window; }
 
     // Loads the map page and asks it to initialise; the page receives the call
     // once it has loaded.
@@ -44,6 +45,8 @@ public:
     static QString tileUrl();
 
 private:
-    QPointer<QWebEngineView> m_webView;
-    std::unique_ptr<MapPage> m_page;
+    MapPage* page() const;
+
+    QPointer<MapWindow> m_window;
+    std::unique_ptr<MapPage> m_ownedPage;
 };

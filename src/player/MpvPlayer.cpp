@@ -184,14 +184,17 @@ void MpvPlayer::renderFrame()
     m_renderQueued = false;
     if (m_disposed || !m_target)
         return;
-    const MpvRenderTarget::Result result = m_target->render();
+    const MpvRenderTarget::Result result = m_target->update();
     if (result == MpvRenderTarget::Result::NewFrame)
         ++m_framesRendered;
     if (result != MpvRenderTarget::Result::Nothing && m_framesRendered > 0) {
+        // The host view draws the picture now, into its window or from the texture.
         ++m_dispatching;
         emit frameRendered();
         --m_dispatching;
     }
+    if (m_target)
+        m_target->finishFrame();
 }
 
 void MpvPlayer::handleEvent(const mpv_event& event)
@@ -533,7 +536,12 @@ void MpvPlayer::setTargetSize(const QSize& devicePixels)
     onRenderUpdate(this);
 }
 
-unsigned int MpvPlayer::texture() const
+bool MpvPlayer::drawInto(QWindow& window, const QSize& pixels, bool upsideDown)
+{
+    return m_target && m_target->drawInto(window, pixels, upsideDown);
+}
+
+unsigned int MpvPlayer::texture()
 {
     return m_target ? m_target->texture() : 0;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "player/VideoPicture.h"
+
 #include <QObject>
 #include <QSize>
 #include <QString>
@@ -15,11 +17,11 @@ struct mpv_handle;
 struct mpv_node;
 class MpvRenderTarget;
 
-// One mpv core playing one file into a texture. Every request is sent
+// One mpv core playing one file, its picture drawn into a window or a texture. Every request is sent
 // asynchronously; what the view reads (time, duration, rate, volume) are the
 // values mpv last reported, so nothing here ever waits for the core on the GUI
 // thread. mpv's callbacks only queue work for the GUI thread.
-class MpvPlayer : public QObject {
+class MpvPlayer : public QObject, public VideoPicture {
     Q_OBJECT
 public:
     // How far the file has come, in the terms a view reports.
@@ -63,9 +65,10 @@ public:
     bool hasVideo() const { return m_hasVideo; }
     QSize videoSize() const { return m_videoSize; }
 
-    // Rendering: the texture the host view draws, sized by the host.
+    // Rendering: the picture the host view shows, sized by the host.
     void setTargetSize(const QSize& devicePixels);
-    unsigned int texture() const;
+    bool drawInto(QWindow& window, const QSize& pixels, bool upsideDown) override;
+    unsigned int texture() override;
     bool hasFrame() const { return m_framesRendered > 0; }
     qint64 framesRendered() const { return m_framesRendered; }
 

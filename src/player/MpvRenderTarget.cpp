@@ -7,6 +7,7 @@
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
+#include <QWindow>
 
 #include <mpv/render_gl.h>
 
@@ -81,7 +82,7 @@ void MpvRenderTarget::setSize(const QSize& devicePixels)
     if (size == m_size)
         return;
     m_size = size;
-    m_dirty = true;
+    m_textureStale = true;
 }
 
 void MpvRenderTarget::ensureFramebuffer()
@@ -92,35 +93,71 @@ void MpvRenderTarget::ensureFramebuffer()
     m_fbo = std::make_unique<QOpenGLFramebufferObject>(m_size);
 }
 
-MpvRenderTarget::Result MpvRenderTarget::render()
+MpvRenderTarget::Result MpvRenderTarget::update()
 {
+    // mpv runs work it queued for the render thread here, GL calls among
+    // it: the context must be current.
     if (!m_render || !makeCurrent())
         return Result::Nothing;
     const bool newFrame = mpv_render_context_update(m_render) & MPV_RENDER_UPDATE_FRAME;
-    if (!newFrame && !m_dirty) {
-        m_context->doneCurrent();
-        return Result::Nothing;
+    m_context->doneCurrent();
+    if (newFrame) {
+        m_framePending = true;
+        m_textureStale = true;
+        return Result::NewFrame;
     }
-    ensureFramebuffer();
-    m_dirty = false;
-    mpv_opengl_fbo fbo { static_cast<int>(m_fbo->handle()), m_size.width(), m_size.height(), 0 };
-    // Rendered the way the default framebuffer wants it (origin bottom left);
-    // the view mirrors it when it is asked to show the picture upside down.
-    int flipY = 1;
+    return m_textureStale ? Result::Redrawn : Result::Nothing;
+}
+
+// With the context current: the current picture into `framebuffer` (0 = the
+// current surface's own), at `pixels`.
+void MpvRenderTarget::renderTo(int framebuffer, const QSize& pixels, bool flipY)
+{
+    mpv_opengl_fbo fbo { framebuffer, pixels.width(), pixels.height(), 0 };
+    int flip = flipY ? 1 : 0;
     int block = 0;
     mpv_render_param params[] = {
         { MPV_RENDER_PARAM_OPENGL_FBO, &fbo },
-        { MPV_RENDER_PARAM_FLIP_Y, &flipY },
+        { MPV_RENDER_PARAM_FLIP_Y, &flip },
         { MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block },
         { MPV_RENDER_PARAM_INVALID, nullptr },
     };
     mpv_render_context_render(m_render, params);
-    m_context->functions()->glFlush();
-    m_context->doneCurrent();
-    return newFrame ? Result::NewFrame : Result::Redrawn;
+    m_framePending = false;
 }
 
-unsigned int MpvRenderTarget::texture() const
+bool MpvRenderTarget::drawInto(QWindow& window, const QSize& pixels, bool upsideDown)
 {
-    return m_fbo ? m_fbo->texture() : 0;
+    if (!m_render || !m_context || !m_context->makeCurrent(&window))
+        return false;
+    // A window's framebuffer has its origin at the bottom left: mpv flips
+    // the picture for it, unless the picture is to be shown upside down.
+    renderTo(static_cast<int>(m_context->defaultFramebufferObject()), pixels, !upsideDown);
+    m_context->swapBuffers(&window);
+    m_context->doneCurrent();
+    return true;
+}
+
+unsigned int MpvRenderTarget::texture()
+{
+    if (!m_render)
+        return 0;
+    if (m_textureStale || !m_fbo) {
+        if (!makeCurrent())
+            return 0;
+        ensureFramebuffer();
+        // Stored the way the default framebuffer wants it (origin bottom
+        // left); a view mirrors it when it shows the picture upside down.
+        renderTo(static_cast<int>(m_fbo->handle()), m_size, true);
+        m_context->functions()->glFlush();
+        m_context->doneCurrent();
+        m_textureStale = false;
+    }
+    return m_fbo->texture();
+}
+
+void MpvRenderTarget::finishFrame()
+{
+    if (m_framePending)
+        texture();
 }

@@ -2,6 +2,8 @@
 
 #include <QSize>
 
+class QWindow;
+
 #include <memory>
 
 struct mpv_handle;
@@ -12,9 +14,11 @@ class QOpenGLFramebufferObject;
 
 // The picture of one mpv core: a render context bound to a private OpenGL
 // context (shared with every widget of the application through Qt's global
-// share context) that renders into a texture. The texture, not the render
-// context, is what a view draws, so the media can move between views while it
-// keeps playing: a render context belongs to the GL context it was made in.
+// share context). It draws the picture straight into a window, or into a
+// texture for whoever needs one (a window showing only part of the picture, a
+// grab). Neither ties the media to one view, so it can move between views
+// while it keeps playing: a render context belongs to the GL context it was
+// made in, and that context can draw into any window.
 class MpvRenderTarget {
 public:
     // updateCallback is called by mpv on one of its own threads when a new
@@ -31,22 +35,34 @@ public:
     QSize size() const { return m_size; }
 
     enum class Result { Nothing, Redrawn, NewFrame };
-    // Renders when mpv has a new frame (NewFrame) or the size changed
-    // (Redrawn: the current picture, or black before the first frame).
-    // Never waits for the frame's display time.
-    Result render();
+    // What mpv has to show: a new frame (NewFrame), or the current picture
+    // again because the size changed (Redrawn; black before the first frame).
+    // Draws nothing yet: drawInto(), texture() or finishFrame() do. Nothing
+    // here ever waits for a frame's display time.
+    Result update();
 
-    // 0 until the first render.
-    unsigned int texture() const;
+    // Draws the current picture to fill `window` (`pixels` in device pixels)
+    // and shows it (buffer swap); mirrored vertically when `upsideDown`.
+    bool drawInto(QWindow& window, const QSize& pixels, bool upsideDown);
+
+    // The current picture as a texture at size(), drawn first if it is out
+    // of date; 0 when it cannot be drawn.
+    unsigned int texture();
+
+    // A new frame nobody has drawn (its view is hidden) is drawn into the
+    // texture, so that mpv's frames keep flowing.
+    void finishFrame();
 
 private:
     bool makeCurrent();
     void ensureFramebuffer();
+    void renderTo(int framebuffer, const QSize& pixels, bool flipY);
 
     std::unique_ptr<QOpenGLContext> m_context;
     std::unique_ptr<QOffscreenSurface> m_surface;
     std::unique_ptr<QOpenGLFramebufferObject> m_fbo;
     mpv_render_context* m_render = nullptr;
     QSize m_size { 16, 16 };
-    bool m_dirty = true;
+    bool m_textureStale = true;
+    bool m_framePending = false;
 };

@@ -6,11 +6,10 @@
 #include "player/NoVideoView.h"
 #include "player/PlayerRules.h"
 #include "player/TavroAVViewDelegate.h"
+#include "player/VideoSurfaceWindow.h"
 
 #include <QMouseEvent>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
-#include <QPointer>
+#include <QPalette>
 
 namespace {
 
@@ -19,9 +18,27 @@ const QSize kNoVideoSnapshotSize(1920, 1080);
 } // namespace
 
 TavroAVView::TavroAVView(QWidget* parent)
-    : QOpenGLWidget(parent)
+    : QWidget(parent)
 {
-    setAutoFillBackground(false);
+    // Black under the picture window, and wherever it is hidden.
+    QPalette black = palette();
+    black.setColor(QPalette::Window, Qt::black);
+    setPalette(black);
+    setAutoFillBackground(true);
+    m_surface = new VideoSurfaceWindow([this] {
+        const bool shown = m_player && m_player->hasFrame();
+        return VideoSurfaceWindow::Picture { shown ? m_player.get() : nullptr, m_upsideDown };
+    });
+    // Every picture that reaches the screen counts, also one drawn because
+    // the window came on screen (the first frame arrives while it is hidden
+    // behind the loading animation).
+    connect(m_surface, &VideoSurfaceWindow::pictureShown, this, [this] {
+        ++m_framesPresented;
+        emit framePresented();
+    });
+    m_surfaceContainer = QWidget::createWindowContainer(m_surface, this);
+    m_surfaceContainer->setObjectName(QStringLiteral("videoSurface"));
+    m_surfaceContainer->setFocusPolicy(Qt::NoFocus);
     m_loadingSpinner = new LoadingSpinner(this);
     m_loadingSpinner->setObjectName(QStringLiteral("loadingSpinner"));
     m_loadingSpinner->hide();
@@ -36,8 +53,6 @@ TavroAVView::~TavroAVView()
     m_delegate = nullptr;
     if (m_player)
         close();
-    disconnect(m_contextGone);
-    releaseGL();
 }
 
 void TavroAVView::setFileName(const QString& path)
@@ -63,9 +78,9 @@ void TavroAVView::close()
     MpvPlayer::dispose(std::move(m_player));
     // A closed view shows only its black background again.
     m_loadingSpinner->stopAnimation();
-    m_loadingSpinner->hide();
-    m_noVideoView->hide();
-    update();
+    showOverlay(m_loadingSpinner, false);
+    showOverlay(m_noVideoView, false);
+    presentPicture();
     setFileName(QString());
 }
 
@@ -78,8 +93,7 @@ void TavroAVView::prepareAsset()
 {
     if (m_status == TavroAVViewStatus::Loading)
         return;
-    m_loadingSpinner->show();
-    m_loadingSpinner->raise();
+    showOverlay(m_loadingSpinner, true);
     m_loadingSpinner->startAnimation();
     m_player = std::make_unique<MpvPlayer>(m_videoTrack);
     m_player->setTargetSize(devicePixelSize());
@@ -108,7 +122,7 @@ void TavroAVView::setStatus(TavroAVViewStatus status)
 void TavroAVView::stopLoadingAnimationAndHandleError(bool failed)
 {
     m_loadingSpinner->stopAnimation();
-    m_loadingSpinner->hide();
+    showOverlay(m_loadingSpinner, false);
     if (failed)
         setStatus(TavroAVViewStatus::Error);
 }
@@ -162,8 +176,7 @@ void TavroAVView::onTracksLoaded(bool hasVideo)
     if (hasVideo)
         return;
     stopLoadingAnimationAndHandleError(false);
-    m_noVideoView->show();
-    m_noVideoView->raise();
+    showOverlay(m_noVideoView, true);
     setStatus(TavroAVViewStatus::Error);
 }
 
@@ -189,7 +202,7 @@ void TavroAVView::onPlayedToEnd()
 void TavroAVView::onFrameRendered()
 {
     stopLoadingAnimationAndHandleError(false);
-    update();
+    presentPicture();
 }
 
 void TavroAVView::seekToStartAtEnd()
@@ -282,7 +295,7 @@ void TavroAVView::setVolume(float volume)
 void TavroAVView::setUpsideDown(bool upsideDown)
 {
     m_upsideDown = upsideDown;
-    update();
+    presentPicture();
 }
 
 void TavroAVView::setVideoTrack(int track)
@@ -336,8 +349,8 @@ void TavroAVView::swapPlayerItemWith(PlayerView& otherView)
         other->m_player->setTargetSize(other->devicePixelSize());
     rebuildObservers();
     other->rebuildObservers();
-    update();
-    other->update();
+    presentPicture();
+    other->presentPicture();
 }
 
 qint64 TavroAVView::decoderDroppedFrames() const
@@ -357,52 +370,69 @@ QSize TavroAVView::devicePixelSize() const
 
 void TavroAVView::layoutOverlays()
 {
+    const QRect visible = visiblePart();
+    m_surfaceContainer->setGeometry(visible);
+    m_surface->setPictureRect(rect().translated(-visible.topLeft()));
     m_noVideoView->setGeometry(rect());
     m_loadingSpinner->move(
         (width() - m_loadingSpinner->width()) / 2, (height() - m_loadingSpinner->height()) / 2);
 }
 
-void TavroAVView::initializeGL()
+// A native window is not clipped by the widgets it sits in. An enlarged view
+// is larger than its area, so the picture window covers only the part of the
+// view its ancestors show, and draws the picture shifted to match.
+QRect TavroAVView::visiblePart() const
 {
-    disconnect(m_contextGone);
-    m_contextGone = connect(context(), &QOpenGLContext::aboutToBeDestroyed, this,
-        &TavroAVView::releaseGL, Qt::DirectConnection);
-    m_blitter.create();
+    QRect part = rect();
+    for (const QWidget* w = this; !w->isWindow() && w->parentWidget(); w = w->parentWidget()) {
+        const QWidget* parent = w->parentWidget();
+        part &= QRect(mapFrom(parent, QPoint(0, 0)), parent->size());
+    }
+    return part.isEmpty() ? QRect() : part;
 }
 
-void TavroAVView::releaseGL()
+// The picture window is native and would cover any widget drawn over it. The
+// overlays only show while there is no picture (loading, or a file without
+// video), so the window steps aside for them and the view's black shows.
+void TavroAVView::showOverlay(QWidget* overlay, bool shown)
 {
-    if (!m_blitter.isCreated() || !context())
-        return;
-    makeCurrent();
-    m_blitter.destroy();
-    doneCurrent();
+    overlay->setVisible(shown);
+    if (shown)
+        overlay->raise();
+    updateSurfaceVisibility();
 }
 
-void TavroAVView::paintGL()
+void TavroAVView::setPictureCovered(bool covered)
 {
-    QOpenGLFunctions* gl = context()->functions();
-    gl->glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
-    gl->glClear(GL_COLOR_BUFFER_BIT);
-    if (!m_player || !m_player->hasFrame() || m_player->texture() == 0 || !m_blitter.isCreated())
-        return;
-    const QSize viewport = devicePixelSize();
-    const QMatrix4x4 target = QOpenGLTextureBlitter::targetTransform(
-        QRectF(QPointF(0, 0), QSizeF(viewport)), QRect(QPoint(0, 0), viewport));
-    // The texture is stored bottom row first; reading it top row first mirrors
-    // the picture vertically, which is what upside-down display means here.
-    const auto origin = m_upsideDown ? QOpenGLTextureBlitter::OriginTopLeft
-                                     : QOpenGLTextureBlitter::OriginBottomLeft;
-    m_blitter.bind();
-    m_blitter.blit(m_player->texture(), target, origin);
-    m_blitter.release();
-    ++m_framesPresented;
-    emit framePresented();
+    m_pictureCovered = covered;
+    updateSurfaceVisibility();
+}
+
+void TavroAVView::updateSurfaceVisibility()
+{
+    m_surfaceContainer->setVisible(
+        !m_pictureCovered && m_loadingSpinner->isHidden() && m_noVideoView->isHidden());
+}
+
+void TavroAVView::presentPicture()
+{
+    m_surface->present();
+}
+
+QImage TavroAVView::grabFramebuffer()
+{
+    return m_surface->grabPicture();
+}
+
+void TavroAVView::moveEvent(QMoveEvent* event)
+{
+    QWidget::moveEvent(event);
+    layoutOverlays();
 }
 
 void TavroAVView::resizeEvent(QResizeEvent* event)
 {
-    QOpenGLWidget::resizeEvent(event);
+    QWidget::resizeEvent(event);
     layoutOverlays();
     if (m_player)
         m_player->setTargetSize(devicePixelSize());
@@ -414,5 +444,5 @@ void TavroAVView::mouseReleaseEvent(QMouseEvent* event)
         m_delegate->tavroAVViewDidRequestFullscreen(this);
         return;
     }
-    QOpenGLWidget::mouseReleaseEvent(event);
+    QWidget::mouseReleaseEvent(event);
 }

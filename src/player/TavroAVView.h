@@ -2,23 +2,25 @@
 
 #include "player/PlayerView.h"
 
+#include <QImage>
 #include <QList>
 #include <QMetaObject>
-#include <QOpenGLTextureBlitter>
-#include <QOpenGLWidget>
+#include <QWidget>
 
 #include <memory>
 
 class LoadingSpinner;
 class MpvPlayer;
 class NoVideoView;
+class VideoSurfaceWindow;
 
 // The view that plays one video file on libmpv. It loads asynchronously and
 // reports its progress to its delegate as statuses: Init, Loading, then
 // Prepared (ready to play) or Error (no file, unreadable file, or no video
 // stream; a file with sound only keeps playing its sound behind noVideoView).
-// The picture is drawn at device pixels on a black background.
-class TavroAVView : public QOpenGLWidget, public PlayerView {
+// The picture is drawn at device pixels on a black background, in a native
+// window of its own inside the view (see VideoSurfaceWindow).
+class TavroAVView : public QWidget, public PlayerView {
     Q_OBJECT
 public:
     explicit TavroAVView(QWidget* parent = nullptr);
@@ -67,6 +69,14 @@ public:
     std::function<QImage()> snapshotJob() override;
     void swapPlayerItemWith(PlayerView& other) override;
 
+    // The picture the view shows, at its device-pixel size (black when
+    // nothing is loaded).
+    QImage grabFramebuffer();
+
+    // A widget of the window lies over the view (a cover image): the picture
+    // steps aside so that it shows (see showOverlay()).
+    void setPictureCovered(bool covered);
+
     // Frames drawn into the window, and mpv's own drop counters.
     qint64 framesPresented() const { return m_framesPresented; }
     qint64 decoderDroppedFrames() const;
@@ -77,13 +87,11 @@ signals:
     void framePresented();
 
 protected:
-    void initializeGL() override;
-    void paintGL() override;
     void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void releaseGL();
     void prepareAsset();
     void setStatus(TavroAVViewStatus status);
     void stopLoadingAnimationAndHandleError(bool failed);
@@ -98,9 +106,14 @@ private:
     void seekToStartAtEnd();
     QSize devicePixelSize() const;
     void layoutOverlays();
+    QRect visiblePart() const;
+    void showOverlay(QWidget* overlay, bool shown);
+    void updateSurfaceVisibility();
+    void presentPicture();
 
     bool m_enabled = true;
     bool m_upsideDown = false;
+    bool m_pictureCovered = false;
     TavroAVViewStatus m_status = TavroAVViewStatus::Init;
     TavroAVViewDelegate* m_delegate = nullptr;
     QString m_fileName;
@@ -110,9 +123,7 @@ private:
     NoVideoView* m_noVideoView = nullptr;
     std::unique_ptr<MpvPlayer> m_player;
     QList<QMetaObject::Connection> m_observers;
-    QOpenGLTextureBlitter m_blitter;
-    // The widget's GL context is replaced when the view moves to another
-    // window (full screen); the blitter goes with the old one.
-    QMetaObject::Connection m_contextGone;
+    VideoSurfaceWindow* m_surface = nullptr; // owned by m_surfaceContainer
+    QWidget* m_surfaceContainer = nullptr;
     qint64 m_framesPresented = 0;
 };

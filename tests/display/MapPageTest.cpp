@@ -4,7 +4,7 @@
 #include "ClipDataBuilder.h"
 #include "display/MapController.h"
 #include "display/MapScripts.h"
-#include "display/WebEngineMapPage.h"
+#include "display/MapWindow.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -12,9 +12,6 @@
 #include <QJsonObject>
 #include <QSignalSpy>
 #include <QTest>
-#include <QWebEnginePage>
-#include <QWebEngineSettings>
-#include <QWebEngineView>
 
 #include <gtest/gtest.h>
 
@@ -29,11 +26,11 @@ constexpr int kPageTimeoutMs = 10000;
 // A script sent while a document is being replaced may never answer.
 constexpr int kScriptTimeoutMs = 2000;
 
-QJsonObject mapState(QWebEngineView& view)
+QJsonObject mapState(MapWindow& view)
 {
     auto result = std::make_shared<QString>();
     auto done = std::make_shared<bool>(false);
-    view.page()->runJavaScript(
+    view.evaluate(
         QStringLiteral("typeof tavroMapState === 'function' ? tavroMapState() : '{}'"),
         [result, done](const QVariant& value) {
             *result = value.toString();
@@ -44,7 +41,7 @@ QJsonObject mapState(QWebEngineView& view)
     return QJsonDocument::fromJson(result->toUtf8()).object();
 }
 
-bool waitForState(QWebEngineView& view, const std::function<bool(const QJsonObject&)>& wanted,
+bool waitForState(MapWindow& view, const std::function<bool(const QJsonObject&)>& wanted,
     QJsonObject* last = nullptr)
 {
     QJsonObject state;
@@ -68,13 +65,13 @@ void expectLngLat(
     EXPECT_NEAR(pair[1].toDouble(), lat, tolerance) << what;
 }
 
-void keepScreenshot(QWidget& widget, const QString& name)
+void keepScreenshot(MapWindow& window, const QString& name)
 {
     const QString dir = qEnvironmentVariable("TAVRO_SCREENSHOT_DIR");
     if (dir.isEmpty())
         return;
     QTest::qWait(500); // let the page's last changes reach the screen
-    widget.grab().save(QDir(dir).filePath(name));
+    window.grabWindow().save(QDir(dir).filePath(name));
 }
 
 class MapPageTest : public ::testing::Test {
@@ -87,7 +84,7 @@ protected:
     }
     void TearDown() override { qunsetenv(MapController::kTileUrlEnvironment); }
 
-    QWebEngineView m_view;
+    MapWindow m_view;
 };
 
 const GpsPoint kRoute[] = {
@@ -101,9 +98,9 @@ const GpsPoint kRoute[] = {
 TEST_F(MapPageTest, CallsSentBeforeTheLoadAreAppliedAfterIt)
 {
     MapController controller;
-    controller.initWithWebView(&m_view);
-    EXPECT_EQ(controller.webView(), &m_view);
-    QSignalSpy loaded(&m_view, &QWebEngineView::loadFinished);
+    controller.initWithMapWindow(&m_view);
+    EXPECT_EQ(controller.mapWindow(), &m_view);
+    QSignalSpy loaded(&m_view, &MapWindow::loadFinished);
 
     // The playback session sends these right after load(), before the page exists.
     controller.load();
@@ -151,8 +148,8 @@ TEST_F(MapPageTest, CallsSentBeforeTheLoadAreAppliedAfterIt)
 TEST_F(MapPageTest, MoveToCentresTheMapAndANewRouteReplacesTheOld)
 {
     MapController controller;
-    controller.initWithWebView(&m_view);
-    QSignalSpy loaded(&m_view, &QWebEngineView::loadFinished);
+    controller.initWithMapWindow(&m_view);
+    QSignalSpy loaded(&m_view, &MapWindow::loadFinished);
     controller.load();
     ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
     ASSERT_TRUE(waitForState(
@@ -192,8 +189,8 @@ TEST_F(MapPageTest, MoveToCentresTheMapAndANewRouteReplacesTheOld)
 
 TEST_F(MapPageTest, PageKeepsScriptsUntilLoadedAndStaysOnTheMap)
 {
-    WebEngineMapPage page(&m_view);
-    QSignalSpy loaded(&m_view, &QWebEngineView::loadFinished);
+    MapWindow& page = m_view;
+    QSignalSpy loaded(&m_view, &MapWindow::loadFinished);
     page.load(MapScripts::pageUrl(QString::fromLatin1(kUnreachableTiles)));
     page.runJavaScript(QStringLiteral("initialize()"));
     page.runJavaScript(QStringLiteral("MapMoveToAuto(10.5,20.25,-1)"));
@@ -220,11 +217,11 @@ TEST_F(MapPageTest, PageKeepsScriptsUntilLoadedAndStaysOnTheMap)
 
 namespace {
 
-QString evaluate(QWebEngineView& view, const QString& script)
+QString evaluate(MapWindow& view, const QString& script)
 {
     auto result = std::make_shared<QString>();
     auto done = std::make_shared<bool>(false);
-    view.page()->runJavaScript(script, [result, done](const QVariant& value) {
+    view.evaluate(script, [result, done](const QVariant& value) {
         *result = value.toString();
         *done = true;
     });
@@ -237,8 +234,8 @@ QString evaluate(QWebEngineView& view, const QString& script)
 
 TEST_F(MapPageTest, PageIsFencedIn)
 {
-    WebEngineMapPage page(&m_view);
-    QSignalSpy loaded(&m_view, &QWebEngineView::loadFinished);
+    MapWindow& page = m_view;
+    QSignalSpy loaded(&m_view, &MapWindow::loadFinished);
     page.load(MapScripts::pageUrl(QString::fromLatin1(kUnreachableTiles)));
     page.runJavaScript(QStringLiteral("initialize()"));
     ASSERT_TRUE(loaded.wait(kPageTimeoutMs));
@@ -246,8 +243,10 @@ TEST_F(MapPageTest, PageIsFencedIn)
         return s[QStringLiteral("initialized")].toBool();
     })) << "the page runs under its own policy";
     // No local file, no frame that goes anywhere, a policy in the page.
-    EXPECT_FALSE(m_view.page()->settings()->testAttribute(
-        QWebEngineSettings::LocalContentCanAccessFileUrls));
+    const auto* settings = m_view.webView()->property("settings").value<QObject*>();
+    ASSERT_NE(settings, nullptr);
+    EXPECT_FALSE(settings->property("localContentCanAccessFileUrls").toBool());
+    EXPECT_FALSE(settings->property("javascriptCanOpenWindows").toBool());
     EXPECT_TRUE(evaluate(m_view,
         QStringLiteral("document.querySelector('meta[http-equiv=\"Content-Security-Policy\"]')"
                        ".content"))

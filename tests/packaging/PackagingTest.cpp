@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLibraryInfo>
 #include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
@@ -150,6 +151,28 @@ QMap<QString, QString> linkedPackages(const QString& program)
     return packages;
 }
 
+// The packages holding the QML modules a QML file imports ("import QtQuick" →
+// the owner of …/qml/QtQuick/qmldir), each with the module's name; a module
+// no package holds maps to an empty name.
+QMap<QString, QString> qmlImportPackages(const QString& qmlFile)
+{
+    QMap<QString, QString> packages;
+    static const QRegularExpression importLine(
+        QStringLiteral("^import\\s+([A-Za-z][\\w.]*)"), QRegularExpression::MultilineOption);
+    const QString qmlDir = QLibraryInfo::path(QLibraryInfo::QmlImportsPath);
+    auto it = importLine.globalMatch(QString::fromUtf8(TestFiles::read(qmlFile)));
+    while (it.hasNext()) {
+        const QString module = it.next().captured(1);
+        const QString qmldir = qmlDir + u'/' + QString(module).replace(u'.', u'/') + QStringLiteral("/qmldir");
+        const ToolRun owner = run(QStringLiteral("dpkg"), { QStringLiteral("-S"), qmldir });
+        packages.insert(owner.exitCode == 0
+                ? QString::fromUtf8(owner.out).section(u':', 0, 0).section(u',', 0, 0)
+                : QString(),
+            module);
+    }
+    return packages;
+}
+
 // The commands `tavro --help` lists ("  tavro card identify DIR" → "card").
 QStringList cliCommands(const QString& tavro)
 {
@@ -250,6 +273,14 @@ TEST_F(PackagingTest, ControlFieldsNameTheProjectAndEveryLibraryPackage)
                 << program.toStdString() << " links " << it.value().toStdString() << " of "
                 << it.key().toStdString();
     }
+    // The map window's QML modules are loaded by name at run time: no
+    // library dependency brings them, Depends must.
+    const QMap<QString, QString> qml
+        = qmlImportPackages(QStringLiteral(TAVRO_SOURCE_DIR "/resources/map/MapHost.qml"));
+    EXPECT_GE(qml.size(), 2);
+    for (auto it = qml.cbegin(); it != qml.cend(); ++it)
+        EXPECT_TRUE(depends.contains(it.key())) << "QML module " << it.value().toStdString()
+                                                << " comes from " << it.key().toStdString();
 }
 
 TEST_F(PackagingTest, FileListHoldsTheProgramsAndTheirDesktopFilesOnly)

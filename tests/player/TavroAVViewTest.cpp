@@ -5,6 +5,8 @@
 #include "RecordingPlayerDelegate.h"
 #include "TestTiming.h"
 
+#include <QPalette>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -232,6 +234,75 @@ TEST_F(PlayerViewTest, KeepsItsPictureWhenMovedToAnotherWindow)
     EXPECT_EQ(dominant(colourAt(moved, 0.5, 0.1)), 'r');
     EXPECT_EQ(dominant(colourAt(moved, 0.5, 0.9)), 'b');
     EXPECT_EQ(view->status(), S::Prepared);
+}
+
+TEST_F(PlayerViewTest, OnScreenThePictureIsUprightOrMirrored)
+{
+    // A picture that fills its view is drawn by the player straight into the
+    // window: what the screen shows, not a read-back of a texture.
+    TavroAVView* view = loadedView(clips().redOverBlue);
+    picture(view);
+    auto screenAt = [&](double fy) {
+        const QImage screen = view->screen()->grabWindow(view->winId()).toImage();
+        return dominant(colourAt(screen, 0.5, fy));
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screenAt(0.1) == 'r'; }, kWaitMs));
+    EXPECT_EQ(screenAt(0.9), 'b');
+    view->setUpsideDown(true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screenAt(0.1) == 'b'; }, kWaitMs));
+    EXPECT_EQ(screenAt(0.9), 'r');
+}
+
+TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
+{
+    // The picture is a native window, which its parents do not clip: an
+    // enlarged view (zoom) must not spill over the widgets around its area.
+    QWidget window;
+    QPalette green = window.palette();
+    green.setColor(QPalette::Window, QColor(0, 200, 0));
+    window.setPalette(green);
+    window.setAutoFillBackground(true);
+    window.resize(400, 300);
+    auto* area = new QWidget(&window);
+    area->setGeometry(100, 100, 200, 150);
+    auto* view = new TavroAVView(area);
+    view->setDelegate(&delegate);
+    // Twice the area's size (the clip's 4:3), moved up by one area: the
+    // area shows the lower left quarter of the picture, blue.
+    view->setGeometry(0, -150, 400, 300);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    view->setFileName(clips().redOverBlue);
+    ASSERT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs));
+    picture(view);
+    QImage screen;
+    const bool shown = QTest::qWaitFor(
+        [&] {
+            screen = window.screen()->grabWindow(window.winId()).toImage();
+            return dominant(screen.pixelColor(200, 175)) == 'b';
+        },
+        kWaitMs);
+    EXPECT_TRUE(shown) << "the area shows the picture's lower half";
+    const qreal ratio = screen.devicePixelRatio();
+    auto at = [&](int x, int y) { return dominant(screen.pixelColor(QPoint(x, y) * ratio)); };
+    EXPECT_EQ(at(200, 105), 'b');
+    EXPECT_EQ(at(200, 245), 'b');
+    // Above and beside the area, where the unclipped picture would lie.
+    EXPECT_EQ(at(200, 50), 'g');
+    EXPECT_EQ(at(200, 95), 'g');
+    EXPECT_EQ(at(50, 175), 'g');
+    EXPECT_EQ(at(350, 175), 'g');
+
+    // Dragged down by half an area: the middle of the picture (red over blue) shows.
+    view->move(0, -75);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            screen = window.screen()->grabWindow(window.winId()).toImage();
+            return at(200, 110) == 'r';
+        },
+        kWaitMs));
+    EXPECT_EQ(at(200, 240), 'b');
+    EXPECT_EQ(at(200, 90), 'g');
 }
 
 TEST_F(PlayerViewTest, SecondVideoStreamOfAnAvi)

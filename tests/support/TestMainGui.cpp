@@ -1,6 +1,7 @@
 #include "app/SanitizerLeakCheck.h"
 
 #include <QApplication>
+#include <QtWebEngineQuick>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -14,6 +15,7 @@ int main(int argc, char** argv)
     if (::geteuid() == 0)
         qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--no-sandbox");
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QtWebEngineQuick::initialize();
     QApplication app(argc, argv);
     // libmpv parses numbers with the C locale.
     std::setlocale(LC_NUMERIC, "C");

@@ -23,6 +23,7 @@
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
+#include "display/MapWindow.h"
 #include "display/SpeedMeterView.h"
 #include "library/ClipLibrary.h"
 #include "library/Utils.h"
@@ -45,7 +46,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <QWebEngineView>
 
 #include <gtest/gtest.h>
 
@@ -56,11 +56,11 @@ namespace {
 constexpr int kClipSeconds = 12;
 const int kWaitMs = TestTiming::scaled(20000);
 
-QJsonObject mapState(QWebEngineView& view)
+QJsonObject mapState(MapWindow& view)
 {
     auto result = std::make_shared<QString>();
     auto done = std::make_shared<bool>(false);
-    view.page()->runJavaScript(
+    view.evaluate(
         QStringLiteral("typeof tavroMapState === 'function' ? tavroMapState() : '{}'"),
         [result, done](const QVariant& value) {
             *result = value.toString();
@@ -202,7 +202,7 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     ASSERT_TRUE(QTest::qWaitFor([&] { return meter->speed() > 40; }, kWaitMs));
     EXPECT_FALSE(meter->number10().isEmpty());
 
-    QWebEngineView* map = window.telemetryPanel()->mapWebView();
+    MapWindow* map = window.telemetryPanel()->mapWindow();
     QJsonObject state;
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
@@ -306,6 +306,11 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     QTest::mouseRelease(zoomArea, Qt::LeftButton, {}, zoomArea->rect().center() + QPoint(40, 20));
     EXPECT_TRUE(window.session().touchedBigMovieScroll());
     EXPECT_NE(window.videoArea()->bigMovieView()->geometry().topLeft(), zoomed.topLeft());
+    // The picture's native window covers the area and no more.
+    const auto* surface = window.videoArea()->bigMovieView()->findChild<QWidget*>(
+        QStringLiteral("videoSurface"));
+    ASSERT_NE(surface, nullptr);
+    EXPECT_EQ(QRect(surface->mapTo(zoomArea, QPoint(0, 0)), surface->size()), zoomArea->rect());
     QTest::mouseClick(transport->resetVideoScaleButton, Qt::LeftButton);
     QCoreApplication::processEvents();
     EXPECT_EQ(window.videoArea()->bigMovieView()->geometry(), zoomArea->rect());

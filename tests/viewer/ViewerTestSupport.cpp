@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QScreen>
 #include <QTest>
 #include <QWidget>
 
@@ -31,7 +32,11 @@ QString saveScreenshot(QWidget& widget, const QString& name)
         return {};
     QDir().mkpath(dir);
     const QString path = QDir(dir).filePath(name + QStringLiteral(".png"));
-    widget.window()->grab().save(path);
+    // From the screen: the pictures and the map are native windows of their
+    // own, which a widget grab leaves out.
+    QWidget* window = widget.window();
+    QCoreApplication::processEvents();
+    window->screen()->grabWindow(window->winId()).save(path);
     return path;
 }
 

@@ -6,6 +6,7 @@
 #include "app/window/ViewerStyle.h"
 #include "display/GravityGraphView.h"
 #include "display/MapController.h"
+#include "display/MapWindow.h"
 #include "display/SpeedMeterView.h"
 
 #include <QGridLayout>
@@ -13,7 +14,6 @@
 #include <QLabel>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-#include <QWebEngineView>
 
 namespace {
 
@@ -137,10 +137,12 @@ QWidget* TelemetryPanel::buildMapColumn()
     m_mapCoverView->setObjectName(QStringLiteral("mapCoverView"));
     m_mapCoverView->setMinimumSize(160, 90);
     m_mapCoverView->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    m_mapWebView = new QWebEngineView(m_mapStack);
-    m_mapWebView->setObjectName(QStringLiteral("mapWebView"));
+    m_mapWindow = new MapWindow;
+    m_mapView = QWidget::createWindowContainer(m_mapWindow, m_mapStack);
+    m_mapView->setObjectName(QStringLiteral("mapWebView"));
+    m_mapView->setMinimumSize(160, 90);
     m_mapStack->addWidget(m_mapCoverView);
-    m_mapStack->addWidget(m_mapWebView);
+    m_mapStack->addWidget(m_mapView);
     m_mapStack->setCurrentWidget(m_mapCoverView);
     layout->addWidget(m_mapStack, 1);
     auto* row = new QHBoxLayout;
@@ -168,7 +170,7 @@ void TelemetryPanel::loadMap()
     if (m_mapLoaded)
         return;
     m_mapLoaded = true;
-    m_mapController->initWithWebView(m_mapWebView);
+    m_mapController->initWithMapWindow(m_mapWindow);
     m_mapController->load();
 }
 
@@ -242,7 +244,7 @@ void TelemetryPanel::setGpsIndicatorVisible(bool visible)
 
 void TelemetryPanel::setMapCovered(bool covered)
 {
-    m_mapStack->setCurrentWidget(covered ? static_cast<QWidget*>(m_mapCoverView) : m_mapWebView);
+    m_mapStack->setCurrentWidget(covered ? static_cast<QWidget*>(m_mapCoverView) : m_mapView);
 }
 
 bool TelemetryPanel::isMapCovered() const

@@ -4,9 +4,9 @@
 
 class GravityGraphView;
 class MapController;
+class MapWindow;
 class QLabel;
 class QStackedWidget;
-class QWebEngineView;
 class SpeedMeterView;
 
 // The telemetry row: the G-sensor graph with its X/Y/Z read-outs, the
@@ -33,7 +33,8 @@ public:
     GravityGraphView* gravityGraphView() const { return m_gravityGraphView; }
     SpeedMeterView* speedMeterView() const { return m_speedMeterView; }
     MapController* mapController() const { return m_mapController; }
-    QWebEngineView* mapWebView() const { return m_mapWebView; }
+    // The map page's window, shown inside the panel through a window container.
+    MapWindow* mapWindow() const { return m_mapWindow; }
 
 private:
     QWidget* buildGraphColumn();
@@ -56,7 +57,8 @@ private:
     QLabel* m_earthImageView = nullptr;
     QLabel* m_gpsImageView = nullptr;
     QStackedWidget* m_mapStack = nullptr;
-    QWebEngineView* m_mapWebView = nullptr;
+    MapWindow* m_mapWindow = nullptr; // owned by m_mapView
+    QWidget* m_mapView = nullptr;
     QLabel* m_mapCoverView = nullptr;
     MapController* m_mapController = nullptr;
     bool m_mapLoaded = false;

@@ -101,6 +101,11 @@ void VideoArea::layoutChildren()
     m_smallMovieView->raise();
     m_bigCover->raise();
     m_smallCover->raise();
+    // The pictures are native windows above every widget: a cover that shows
+    // over a view hides its picture (the large cover lies over the inset too).
+    m_bigMovieView->setPictureCovered(m_bigCover->isVisibleTo(this));
+    m_smallMovieView->setPictureCovered(
+        m_bigCover->isVisibleTo(this) || m_smallCover->isVisibleTo(this));
     updateCoverPixmap(m_bigCover);
     updateCoverPixmap(m_smallCover);
 }

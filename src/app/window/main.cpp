@@ -7,6 +7,7 @@
 #include "app/window/ViewerStyle.h"
 
 #include <QApplication>
+#include <QtWebEngineQuick>
 
 #include <clocale>
 #include <cstdio>
@@ -31,6 +32,8 @@ int main(int argc, char** argv)
     allowWebEngineAsRoot();
     // The player views and the map page share OpenGL resources.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    // The map window's web view, before the application object.
+    QtWebEngineQuick::initialize();
     QApplication application(argc, argv);
     // libmpv parses numbers with the C locale.
     std::setlocale(LC_NUMERIC, "C");
