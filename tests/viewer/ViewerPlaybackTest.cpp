@@ -285,6 +285,11 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsSeeksStepsAndGoesFullS
     // Space plays again; mute silences the large view and locks the slider.
     QTest::keyClick(&window, Qt::Key_Space);
     EXPECT_FALSE(window.session().isVideoPaused());
+    // The viewer's keys work while the map (a window of its own) has the focus.
+    QTest::keyClick(window.telemetryPanel()->mapWindow(), Qt::Key_Space);
+    EXPECT_TRUE(window.session().isVideoPaused());
+    QTest::keyClick(window.telemetryPanel()->mapWindow(), Qt::Key_Space);
+    EXPECT_FALSE(window.session().isVideoPaused());
     QTest::mouseClick(transport->muteButton, Qt::LeftButton);
     EXPECT_EQ(transport->muteButton->imageName(), QStringLiteral("volume2"));
     EXPECT_FALSE(transport->volumeSliderView->isEnabled());

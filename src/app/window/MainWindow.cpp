@@ -24,6 +24,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 
@@ -219,13 +220,28 @@ void MainWindow::updateModelInfo(const QString& modelText, bool settingsButtonEn
     m_header->setSettingsButtonEnabled(settingsButtonEnabled);
 }
 
+// The top-level window a key press is for: a widget's window, or for a native
+// window inside a widget (the map), the window it sits in.
+static QWindow* keyWindowOf(QObject* watched)
+{
+    if (watched->isWidgetType()) {
+        const QWidget* window = static_cast<QWidget*>(watched)->window();
+        return window->windowHandle();
+    }
+    auto* window = qobject_cast<QWindow*>(watched);
+    if (!window)
+        return nullptr;
+    while (window->parent())
+        window = window->parent();
+    return window;
+}
+
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+    if (event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
-    auto* widget = static_cast<QWidget*>(watched);
-    QWidget* window = widget->window();
-    if (window != this && window != m_fullScreenControl)
+    QWindow* window = keyWindowOf(watched);
+    if (!window || (window != windowHandle() && window != m_fullScreenControl->windowHandle()))
         return QMainWindow::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
     if (session().keyDown(key->key(), key->modifiers()))
