@@ -12,6 +12,7 @@
 
 #include <mpv/client.h>
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -219,6 +220,8 @@ void MpvPlayer::handleEvent(const mpv_event& event)
     case MPV_EVENT_GET_PROPERTY_REPLY: {
         const auto* property = static_cast<mpv_event_property*>(event.data);
         if (event.reply_userdata == kLandedTimeReply) {
+            if (m_seekPending)
+                break; // another seek went since: its restart asks again
             const bool known = event.error >= 0 && property->format == MPV_FORMAT_DOUBLE;
             reportLandedPosition(known ? *static_cast<double*>(property->data) : m_timePos);
             break;
@@ -237,8 +240,9 @@ void MpvPlayer::handleEvent(const mpv_event& event)
         m_reportNextTime = true;
         if (m_fileLoaded)
             m_restarted = true;
+        sendHeldMoves();
         // Where the seek landed: asked now, answered once mpv is there.
-        if (m_positionWait == PositionWait::Restart)
+        if (!m_seekPending && m_positionWait == PositionWait::Restart)
             mpv_get_property_async(m_mpv, kLandedTimeReply, MpvName::kTimePos, MPV_FORMAT_DOUBLE);
         checkReady();
         break;
@@ -405,8 +409,12 @@ void MpvPlayer::load(const QString& path)
 {
     m_path = path;
     m_positionWait = PositionWait::None;
+    m_changeAfterLanding = false;
+    m_heldMoves.clear();
     const QByteArray file = path.toUtf8();
     command({ MpvName::kLoadFile, file.constData() });
+    // Playback restarts once the file has started: moves asked before wait for it.
+    m_seekPending = true;
 }
 
 void MpvPlayer::play()
@@ -469,9 +477,13 @@ void MpvPlayer::reverseTick()
 
 void MpvPlayer::awaitPosition(PositionWait wait)
 {
-    // A step forward asked while a seek is under way lands after it.
-    if (wait == PositionWait::Change && m_positionWait == PositionWait::Restart)
+    // A step forward sent while the landing of a seek is still being asked
+    // lands after it: its position is awaited once the landing is reported.
+    if (wait == PositionWait::Change && m_positionWait == PositionWait::Restart) {
+        m_changeAfterLanding = true;
         return;
+    }
+    m_changeAfterLanding = false;
     m_positionWait = wait;
 }
 
@@ -479,7 +491,8 @@ void MpvPlayer::reportLandedPosition(double seconds)
 {
     if (m_positionWait == PositionWait::None)
         return;
-    m_positionWait = PositionWait::None;
+    m_positionWait = std::exchange(m_changeAfterLanding, false) ? PositionWait::Change
+                                                                : PositionWait::None;
     m_timePos = seconds;
     m_lastTimeSlot = PlayerRules::timeObserverSlot(seconds);
     m_reportNextTime = false;
@@ -492,6 +505,60 @@ void MpvPlayer::reportLandedPosition(double seconds)
 
 void MpvPlayer::seekExact(double seconds)
 {
+    if (m_seekPending)
+        hold(Move::Seek, seconds);
+    else
+        sendSeek(seconds);
+}
+
+void MpvPlayer::stepForward()
+{
+    if (m_seekPending)
+        hold(Move::StepForward);
+    else
+        sendStepForward();
+}
+
+void MpvPlayer::stepBackward()
+{
+    if (m_seekPending)
+        hold(Move::StepBackward);
+    else
+        sendStepBackward();
+}
+
+void MpvPlayer::hold(Move move, double seconds)
+{
+    // A seek makes what waited before it pointless.
+    if (move == Move::Seek)
+        m_heldMoves.clear();
+    m_heldMoves.append({ move, seconds });
+    m_reportNextTime = true;
+    awaitPosition(PositionWait::Restart);
+}
+
+void MpvPlayer::sendHeldMoves()
+{
+    while (!m_heldMoves.isEmpty() && !m_seekPending) {
+        const HeldMove held = m_heldMoves.takeFirst();
+        switch (held.move) {
+        case Move::Seek:
+            sendSeek(held.seconds);
+            break;
+        case Move::StepForward:
+            // Lands at the next position mpv reports, not at this restart.
+            m_positionWait = PositionWait::None;
+            sendStepForward();
+            break;
+        case Move::StepBackward:
+            sendStepBackward();
+            break;
+        }
+    }
+}
+
+void MpvPlayer::sendSeek(double seconds)
+{
     const QByteArray target = QByteArray::number(seconds, 'f', 6);
     command({ MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact });
     m_seekPending = true;
@@ -499,16 +566,18 @@ void MpvPlayer::seekExact(double seconds)
     awaitPosition(PositionWait::Restart);
 }
 
-void MpvPlayer::stepForward()
+void MpvPlayer::sendStepForward()
 {
     command({ MpvName::kFrameStep });
     m_reportNextTime = true;
     awaitPosition(PositionWait::Change);
 }
 
-void MpvPlayer::stepBackward()
+void MpvPlayer::sendStepBackward()
 {
+    // mpv steps back by seeking: playback restarts on the frame before.
     command({ MpvName::kFrameBackStep });
+    m_seekPending = true;
     m_reportNextTime = true;
     awaitPosition(PositionWait::Restart);
 }

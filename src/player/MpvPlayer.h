@@ -2,6 +2,7 @@
 
 #include "player/VideoPicture.h"
 
+#include <QList>
 #include <QObject>
 #include <QSize>
 #include <QString>
@@ -145,12 +146,29 @@ private:
     float m_volume = 1.0f;
     long long m_lastTimeSlot = -1;
     bool m_reportNextTime = false;
+    // A seek (or a step back, or a load) sent to mpv whose playback restart has
+    // not come yet. mpv merges seeks queued behind each other into one restart
+    // and spends a frame step asked during a seek on the seek's own frame, so
+    // such moves go one at a time: what is asked meanwhile waits here and goes
+    // at the restart, a newer seek replacing whatever waited.
     bool m_seekPending = false;
+    enum class Move { Seek, StepForward, StepBackward };
+    struct HeldMove {
+        Move move;
+        double seconds;
+    };
+    QList<HeldMove> m_heldMoves;
+    void hold(Move move, double seconds = 0.0);
+    void sendHeldMoves();
+    void sendSeek(double seconds);
+    void sendStepForward();
+    void sendStepBackward();
     // After a seek or a step the position is reported once it is the new one:
     // a seek (and a step back, which mpv seeks) when playback restarts there,
     // a step forward at the next position mpv reports.
     enum class PositionWait { None, Restart, Change };
     PositionWait m_positionWait = PositionWait::None;
+    bool m_changeAfterLanding = false;
     void awaitPosition(PositionWait wait);
     void reportLandedPosition(double seconds);
     QTimer m_reverseTimer;

@@ -148,6 +148,31 @@ TEST_F(PlayerViewTest, SeeksLandOnWholeSecondsAndStepsMoveOneFrame)
     EXPECT_FALSE(delegate.log(view).times.isEmpty());
 }
 
+// Keys pressed quickly after a click on the slider: mpv would merge the seeks
+// and spend a step asked during a seek on the seek's own frame.
+TEST_F(PlayerViewTest, MovesAskedDuringASeekFollowItInOrder)
+{
+    TavroAVView* view = loadedView(clips().redOverBlue);
+    view->setCurrentTime(2.4);
+    view->setCurrentTime(5.5);
+    view->stepForward();
+    view->stepForward();
+    EXPECT_TRUE(waitForTime(view, 6.2)) << view->currentTime();
+    view->setCurrentTime(9.2);
+    view->stepBackward();
+    EXPECT_TRUE(waitForTime(view, 8.9)) << view->currentTime();
+    // The time shown follows too, and nothing older is reported after it.
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            const QVector<double>& times = delegate.log(view).times;
+            return !times.isEmpty() && std::abs(times.last() - 8.9) < 1e-3;
+        },
+        kWaitMs));
+    QTest::qWait(300);
+    EXPECT_NEAR(delegate.log(view).times.last(), 8.9, 1e-3);
+    EXPECT_NEAR(view->currentTime(), 8.9, 1e-3);
+}
+
 TEST_F(PlayerViewTest, RatesFollowTheTransportRules)
 {
     TavroAVView* view = loadedView(clips().redOverBlue);
