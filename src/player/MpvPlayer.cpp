@@ -12,14 +12,12 @@
 
 #include <mpv/client.h>
 
-#include <utility>
 #include <vector>
 
 namespace {
 
 constexpr quint64 kTrackListReply = 1000;
 constexpr quint64 kLandedTimeReply = 1001;
-constexpr int kReverseStepMs = 100;
 constexpr int kShutdownGraceMs = 5000;
 
 } // namespace
@@ -458,128 +456,6 @@ void MpvPlayer::updateRate()
     ++m_dispatching;
     emit rateChanged(rate);
     --m_dispatching;
-}
-
-void MpvPlayer::reverseTick()
-{
-    if (m_seekPending)
-        return;
-    if (m_timePos <= 0.0) {
-        setRate(0.0f);
-        return;
-    }
-    const QByteArray step = QByteArray::number(-0.001 * kReverseStepMs * double(-m_reverseRate));
-    command({ MpvName::kSeek, step.constData(), MpvName::kSeekRelativeExact });
-    m_seekPending = true;
-    m_reportNextTime = true;
-    awaitPosition(PositionWait::Restart);
-}
-
-void MpvPlayer::awaitPosition(PositionWait wait)
-{
-    // A step forward sent while the landing of a seek is still being asked
-    // lands after it: its position is awaited once the landing is reported.
-    if (wait == PositionWait::Change && m_positionWait == PositionWait::Restart) {
-        m_changeAfterLanding = true;
-        return;
-    }
-    m_changeAfterLanding = false;
-    m_positionWait = wait;
-}
-
-void MpvPlayer::reportLandedPosition(double seconds)
-{
-    if (m_positionWait == PositionWait::None)
-        return;
-    m_positionWait = std::exchange(m_changeAfterLanding, false) ? PositionWait::Change
-                                                                : PositionWait::None;
-    m_timePos = seconds;
-    m_lastTimeSlot = PlayerRules::timeObserverSlot(seconds);
-    m_reportNextTime = false;
-    if (!m_fileLoaded)
-        return;
-    ++m_dispatching;
-    emit timeChanged(seconds);
-    --m_dispatching;
-}
-
-void MpvPlayer::seekExact(double seconds)
-{
-    if (m_seekPending)
-        hold(Move::Seek, seconds);
-    else
-        sendSeek(seconds);
-}
-
-void MpvPlayer::stepForward()
-{
-    if (m_seekPending)
-        hold(Move::StepForward);
-    else
-        sendStepForward();
-}
-
-void MpvPlayer::stepBackward()
-{
-    if (m_seekPending)
-        hold(Move::StepBackward);
-    else
-        sendStepBackward();
-}
-
-void MpvPlayer::hold(Move move, double seconds)
-{
-    // A seek makes what waited before it pointless.
-    if (move == Move::Seek)
-        m_heldMoves.clear();
-    m_heldMoves.append({ move, seconds });
-    m_reportNextTime = true;
-    awaitPosition(PositionWait::Restart);
-}
-
-void MpvPlayer::sendHeldMoves()
-{
-    while (!m_heldMoves.isEmpty() && !m_seekPending) {
-        const HeldMove held = m_heldMoves.takeFirst();
-        switch (held.move) {
-        case Move::Seek:
-            sendSeek(held.seconds);
-            break;
-        case Move::StepForward:
-            // Lands at the next position mpv reports, not at this restart.
-            m_positionWait = PositionWait::None;
-            sendStepForward();
-            break;
-        case Move::StepBackward:
-            sendStepBackward();
-            break;
-        }
-    }
-}
-
-void MpvPlayer::sendSeek(double seconds)
-{
-    const QByteArray target = QByteArray::number(seconds, 'f', 6);
-    command({ MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact });
-    m_seekPending = true;
-    m_reportNextTime = true;
-    awaitPosition(PositionWait::Restart);
-}
-
-void MpvPlayer::sendStepForward()
-{
-    command({ MpvName::kFrameStep });
-    m_reportNextTime = true;
-    awaitPosition(PositionWait::Change);
-}
-
-void MpvPlayer::sendStepBackward()
-{
-    // mpv steps back by seeking: playback restarts on the frame before.
-    command({ MpvName::kFrameBackStep });
-    m_seekPending = true;
-    m_reportNextTime = true;
-    awaitPosition(PositionWait::Restart);
 }
 
 void MpvPlayer::setVolume(float volume)

@@ -171,6 +171,8 @@ private:
     bool m_changeAfterLanding = false;
     void awaitPosition(PositionWait wait);
     void reportLandedPosition(double seconds);
+    // Backwards play: one short exact seek back per tick.
+    static constexpr int kReverseStepMs = 100;
     QTimer m_reverseTimer;
 
     qint64 m_framesRendered = 0;
