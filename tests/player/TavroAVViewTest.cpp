@@ -171,6 +171,13 @@ TEST_F(PlayerViewTest, MovesAskedDuringASeekFollowItInOrder)
     QTest::qWait(300);
     EXPECT_NEAR(delegate.log(view).times.last(), 8.9, 1e-3);
     EXPECT_NEAR(view->currentTime(), 8.9, 1e-3);
+    // A step back from the first frame has nowhere to go; what follows still moves.
+    view->setCurrentTime(0.0);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return std::abs(delegate.log(view).times.last()) < 1e-3; }, kWaitMs));
+    view->stepBackward();
+    view->setCurrentTime(3.2);
+    EXPECT_TRUE(waitForTime(view, 3.0)) << view->currentTime();
 }
 
 TEST_F(PlayerViewTest, RatesFollowTheTransportRules)
