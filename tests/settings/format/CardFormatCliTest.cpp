@@ -171,6 +171,10 @@ QStringList cardEntries(const QString& root, const QString& label)
 struct FileSystemCase {
     const char* name;
     QStringList mkfs; // program and arguments before the device
+    // Gives the card a known volume serial, so that the format has to bring a
+    // new one: mkfs.exfat derives its serial from the clock, and two formats in
+    // the same second can share it.
+    QStringList setSerial;
     QStringList mount; // program and arguments before device and folder
     QString mountType;
 };
@@ -195,8 +199,12 @@ TEST_P(CardFormatLoopTest, FormatsTheCardAndMountsItAgainWithTypeAndLabelKept)
     ASSERT_EQ(card.backingFile(), folder.path() + QStringLiteral("/card.img"));
 
     ASSERT_EQ(runTool(c.mkfs[0], c.mkfs.mid(1) << card.device()).exitCode, 0);
+    if (!c.setSerial.isEmpty()) {
+        ASSERT_EQ(runTool(c.setSerial[0], c.setSerial.mid(1) << card.device()).exitCode, 0);
+    }
     const QMap<QString, QString> before = probe(card.device());
     ASSERT_EQ(before.value(QStringLiteral("ID_FS_LABEL")), QStringLiteral("DASHCAM"));
+    ASSERT_EQ(before.value(QStringLiteral("ID_FS_UUID")), QStringLiteral("1234-ABCD"));
     ASSERT_EQ(
         runTool(c.mount[0], c.mount.mid(1) << card.device() << card.mountPoint()).exitCode, 0);
     ASSERT_TRUE(mountAt(card.mountPoint()).has_value());
@@ -232,11 +240,13 @@ TEST_P(CardFormatLoopTest, FormatsTheCardAndMountsItAgainWithTypeAndLabelKept)
 INSTANTIATE_TEST_SUITE_P(FileSystems, CardFormatLoopTest,
     ::testing::Values(
         FileSystemCase { "fat",
-            { QStringLiteral("mkfs.vfat"), QStringLiteral("-n"), QStringLiteral("DASHCAM") },
-            { QStringLiteral("fusefat"), QStringLiteral("-o"), QStringLiteral("rw+") },
+            { QStringLiteral("mkfs.vfat"), QStringLiteral("-i"), QStringLiteral("1234ABCD"),
+                QStringLiteral("-n"), QStringLiteral("DASHCAM") },
+            {}, { QStringLiteral("fusefat"), QStringLiteral("-o"), QStringLiteral("rw+") },
             QStringLiteral("fuse.fusefat") },
         FileSystemCase { "exfat",
             { QStringLiteral("mkfs.exfat"), QStringLiteral("-L"), QStringLiteral("DASHCAM") },
+            { QStringLiteral("tune.exfat"), QStringLiteral("-I"), QStringLiteral("0x1234ABCD") },
             { QStringLiteral("mount.exfat-fuse") }, QStringLiteral("fuseblk") }),
     [](const ::testing::TestParamInfo<FileSystemCase>& info) {
         return std::string(info.param.name);
