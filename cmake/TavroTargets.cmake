@@ -7,7 +7,8 @@ endfunction()
 
 # tavro_add_test(NAME name SOURCES ... LIBS ... [GUI] [TIMEOUT s])
 # A GoogleTest binary registered with CTest. GUI tests get a QApplication and
-# run under the display the test command provides (xvfb-run in CI).
+# an X server of their own (tools/own-display.sh), so that tests running side
+# by side never see each other's windows.
 function(tavro_add_test)
     cmake_parse_arguments(T "GUI" "NAME;TIMEOUT" "SOURCES;LIBS" ${ARGN})
     add_executable(${T_NAME} ${T_SOURCES})
@@ -20,7 +21,11 @@ function(tavro_add_test)
     target_link_libraries(${T_NAME} PRIVATE ${T_LIBS} tavro_test_support GTest::gtest GTest::gmock)
     tavro_warnings(${T_NAME})
     add_dependencies(${T_NAME} tavro)
-    add_test(NAME ${T_NAME} COMMAND ${T_NAME})
+    if(T_GUI)
+        add_test(NAME ${T_NAME} COMMAND ${PROJECT_SOURCE_DIR}/tools/own-display.sh $<TARGET_FILE:${T_NAME}>)
+    else()
+        add_test(NAME ${T_NAME} COMMAND ${T_NAME})
+    endif()
     if(NOT T_TIMEOUT)
         set(T_TIMEOUT 300)
     endif()

@@ -39,10 +39,9 @@ run_demo() {
 }
 
 run_tests() {
-    # Widget and OpenGL tests need a display: give them a virtual one.
-    local xvfb=()
-    [ -n "${DISPLAY:-}" ] || xvfb=(xvfb-run -a -s "-screen 0 1920x1080x24")
-    "${xvfb[@]}" ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)"
+    # Each widget and OpenGL test starts a virtual X server of its own
+    # (tools/own-display.sh); the other tests need no display.
+    ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)"
 }
 
 package_deb() {
@@ -83,9 +82,7 @@ run_asan() {
     export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
     # The tests' own waits for players, pages and processes stretch as their limits do.
     export TAVRO_TEST_TIME_FACTOR=4
-    local xvfb=()
-    [ -n "${DISPLAY:-}" ] || xvfb=(xvfb-run -a -s "-screen 0 1920x1080x24")
-    "${xvfb[@]}" ctest --test-dir "$dir" --output-on-failure --parallel "$(nproc)" "$@"
+    ctest --test-dir "$dir" --output-on-failure --parallel "$(nproc)" "$@"
 }
 
 # The tests whose code runs on more than one thread: clip conversion and
@@ -110,11 +107,9 @@ run_tsan() {
     # play no sound anyway.
     export SDL_AUDIODRIVER=dummy
     export TSAN_OPTIONS="halt_on_error=1:detect_deadlocks=0:die_after_fork=0:suppressions=$root/tools/sanitizers/tsan.supp"
-    local xvfb=()
-    [ -n "${DISPLAY:-}" ] || xvfb=(xvfb-run -a -s "-screen 0 1920x1080x24")
     local pattern
     pattern="^($(IFS='|'; echo "${TSAN_TESTS[*]}"))\$"
-    "${xvfb[@]}" ctest --test-dir "$dir" --output-on-failure --parallel "$(nproc)" -R "$pattern" "$@"
+    ctest --test-dir "$dir" --output-on-failure --parallel "$(nproc)" -R "$pattern" "$@"
 }
 
 case "${1:-}" in
