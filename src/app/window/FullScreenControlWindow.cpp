@@ -19,12 +19,16 @@ QString localized(const char* key)
 } // namespace
 
 FullScreenControlWindow::FullScreenControlWindow(QWidget* parent)
-    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    : QWidget(parent)
 {
     setObjectName(QStringLiteral("fullScreenControlWindow"));
+    // Native, so that it stacks above the picture windows, which are native
+    // too; opaque, as nothing shows through a native window's corners.
+    setAttribute(Qt::WA_NativeWindow);
+    setAttribute(Qt::WA_DontCreateNativeAncestors);
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("#fullScreenControlWindow { background: #1f2226; border: 1px "
-                                 "solid #2c3036; border-radius: 8px; }"));
+    setStyleSheet(QStringLiteral(
+        "#fullScreenControlWindow { background: #1f2226; border: 1px solid #2c3036; }"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 6, 12, 6);
     layout->setSpacing(6);
@@ -60,13 +64,32 @@ void FullScreenControlWindow::setPlayPauseImage(const QString& imageName)
         localized(playing ? LocalizationKeys::kPause : LocalizationKeys::kPlay));
 }
 
-void FullScreenControlWindow::showOn(const QRect& screenGeometry)
+void FullScreenControlWindow::showOverParent()
 {
+    if (QWidget* parent = parentWidget())
+        parent->installEventFilter(this);
     adjustSize();
-    move(screenGeometry.center().x() - width() / 2,
-        screenGeometry.bottom() - height() - kBottomMargin);
+    placeAtBottomCentre();
     show();
     raise();
+}
+
+void FullScreenControlWindow::placeAtBottomCentre()
+{
+    const QWidget* parent = parentWidget();
+    if (!parent)
+        return;
+    move((parent->width() - width()) / 2, parent->height() - height() - kBottomMargin);
+}
+
+// The window grows to the screen after the bar is shown: the bar follows.
+bool FullScreenControlWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize && isVisible()) {
+        placeAtBottomCentre();
+        raise();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void FullScreenControlWindow::keyPressEvent(QKeyEvent* event)

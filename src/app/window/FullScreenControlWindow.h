@@ -4,9 +4,11 @@
 
 class ImageButton;
 
-// The small floating control window of full-screen playback: play/pause, one
-// frame back and forward, and leaving full screen. It stays at the bottom
-// centre of the screen that shows the movie.
+// The control bar of full-screen playback: play/pause, one frame back and
+// forward, and leaving full screen, at the bottom centre of the full-screen
+// window. It lives inside that window, as a native child above the picture
+// windows, not as a window of its own: on Wayland a client cannot place a
+// window of its own, and over the picture a plain widget would not show.
 class FullScreenControlWindow : public QWidget {
     Q_OBJECT
 public:
@@ -14,8 +16,8 @@ public:
 
     void applyLanguageSettings();
     void setPlayPauseImage(const QString& imageName);
-    // Shows the window at the bottom centre of `screenGeometry`.
-    void showOn(const QRect& screenGeometry);
+    // Shows the bar at the bottom centre of its parent, above its siblings.
+    void showOverParent();
 
     ImageButton* playPauseButton() const { return m_playPauseButton; }
     ImageButton* rewindButton() const { return m_rewindButton; }
@@ -27,8 +29,11 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void placeAtBottomCentre();
+
     ImageButton* m_playPauseButton = nullptr;
     ImageButton* m_rewindButton = nullptr;
     ImageButton* m_fastForwardButton = nullptr;

@@ -12,8 +12,8 @@
 #include "app/window/TelemetryPanel.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
-#include "app/window/ViewerSettingsPageOpener.h"
 #include "app/window/ViewerImages.h"
+#include "app/window/ViewerSettingsPageOpener.h"
 #include "app/window/ZoomableMovieArea.h"
 #include "config/TolmSettingManager.h"
 #include "display/SpeedMeterView.h"
@@ -241,7 +241,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
     QWindow* window = keyWindowOf(watched);
-    if (!window || (window != windowHandle() && window != m_fullScreenControl->windowHandle()))
+    if (!window || window != windowHandle())
         return QMainWindow::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
     if (session().keyDown(key->key(), key->modifiers()))

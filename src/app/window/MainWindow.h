@@ -132,6 +132,10 @@ private:
 
     bool m_mapHiddenOnFullScreen = true;
     bool m_wasMaximized = false;
+    // How long a window manager may take to make the window full screen.
+    static constexpr int kWindowManagerGraceMs = 250;
+    QRect m_geometryBeforeFullScreen;
+    bool m_tookScreenItself = false;
     bool m_busy = false;
     // Shown while a clip takes long to prepare; its Cancel drops the clip.
     QProgressDialog* m_preparingDialog = nullptr;

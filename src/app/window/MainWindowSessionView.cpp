@@ -163,9 +163,18 @@ void MainWindow::showFullScreenMovie(bool smallView)
     menuBar()->hide();
     centralWidget()->layout()->setContentsMargins(0, 0, 0, 0);
     m_videoArea->setShown(smallView ? VideoArea::Shown::SmallOnly : VideoArea::Shown::BigOnly);
+    m_geometryBeforeFullScreen = geometry();
     showFullScreen();
-    QScreen* screen = this->screen() ? this->screen() : QGuiApplication::primaryScreen();
-    m_fullScreenControl->showOn(screen->geometry());
+    m_fullScreenControl->showOverParent();
+    // An X11 session without a window manager leaves the window as it was:
+    // then it takes the screen itself (and gives it back on leaving).
+    QTimer::singleShot(kWindowManagerGraceMs, this, [this] {
+        const QScreen* screen = this->screen();
+        if (!isFullScreen() || !screen || geometry() == screen->geometry())
+            return;
+        m_tookScreenItself = true;
+        setGeometry(screen->geometry());
+    });
 }
 
 void MainWindow::hideFullScreenMovie()
@@ -183,6 +192,9 @@ void MainWindow::hideFullScreenMovie()
         showMaximized();
     else
         showNormal();
+    if (m_tookScreenItself)
+        setGeometry(m_geometryBeforeFullScreen);
+    m_tookScreenItself = false;
 }
 
 void MainWindow::setBusy(bool busy)
