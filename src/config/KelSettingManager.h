@@ -16,10 +16,13 @@ class AlertSink;
 // and sections the viewer does not know survive a save untouched.
 class KelSettingManager {
 public:
+    // The shared instance lives as long as the process, like the shared
+    // TolmSettingManager: a page holding it stays valid across a replacement.
     static KelSettingManager* SharedKelSettingManager();
-    // Replaces the shared instance (taking ownership); null leaves a fresh one
-    // to be created on next use.
-    static void setSharedKelSettingManager(KelSettingManager* manager);
+    // The shared instance takes over the contents of `manager` (of a fresh
+    // one when null); returns the shared instance.
+    static KelSettingManager* setSharedKelSettingManager(
+        std::unique_ptr<KelSettingManager> manager);
 
     QStringList linedSettings() const { return m_linedSettings; }
     void setLinedSettings(const QStringList& lines) { m_linedSettings = lines; }

@@ -11,7 +11,7 @@ namespace C = NativeControl;
 
 TolmSettingManager& sharedModel()
 {
-    // Looked up on every use: the page's Reset may replace the shared model.
+    // The shared instance never changes; Reset replaces its contents.
     return *TolmSettingManager::SharedTolmSettingManager();
 }
 
