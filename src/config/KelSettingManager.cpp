@@ -95,9 +95,11 @@ void KelSettingManager::loadData()
     if (!CardFiles::readWhole(path, text)) {
         qCWarning(lcConfig) << "cannot read" << path;
         m_linedSettings.clear();
+        m_cardFileUnread = true;
         return;
     }
     m_linedSettings = linesFromText(text);
+    m_cardFileUnread = false;
 }
 
 void KelSettingManager::loadDefaultValue()
@@ -111,11 +113,17 @@ void KelSettingManager::loadDefaultData_Wenna()
 {
     const QByteArray text = defaultFileText();
     m_linedSettings = text.isEmpty() ? QStringList() : linesFromText(text);
+    m_cardFileUnread = false;
 }
 
 bool KelSettingManager::saveData()
 {
     const QString root = TolmSettingManager::SharedTolmSettingManager()->settingDirPath();
+    if (m_cardFileUnread) {
+        qCWarning(lcConfig) << "blackbox.cfg was not read; the card's file is kept";
+        showMemoryCardAlert();
+        return false;
+    }
     if (root.isEmpty()
         || !CardFiles::writeSettingFile(root, kBlackboxFile, textFromLines(m_linedSettings))) {
         showMemoryCardAlert();
