@@ -99,8 +99,7 @@ std::unique_ptr<SettingsPageModel> openPage(const SettingsOptions& options, KelS
         return std::make_unique<KelSettingViewController>(
             type, &kel, [] { return QDateTime(QDate(2016, 3, 7), QTime(1, 2, 3)); });
     case EditorKind::Native: {
-        auto* model = new TolmSettingManager;
-        TolmSettingManager::ChagneTolmSettingManager(model);
+        TolmSettingManager* model = TolmSettingManager::ChagneTolmSettingManager(nullptr);
         model->setSettingDirPath(QStringLiteral("/nonexistent/tavro-fuzz-card"));
         model->setModelType(type);
         if (options.overrides.firmware)

@@ -871,6 +871,11 @@ Take the card out and insert it again.</translation>
         <translation>The camera&apos;s settings page cannot be opened.</translation>
     </message>
     <message>
+        <source>설정 페이지가 빈 설정값을 돌려주었습니다. 메모리카드의 setup.cfg는 그대로 두었습니다.</source>
+        <extracomment>Camera settings page on the card: Save got an empty record from the page and wrote nothing</extracomment>
+        <translation>The camera&apos;s settings page handed back an empty record. The card&apos;s setup.cfg was left as it was.</translation>
+    </message>
+    <message>
         <source>음성 녹음</source>
         <extracomment>Native camera settings page: Common tab: record sound with the video</extracomment>
         <translation>Audio Recording</translation>

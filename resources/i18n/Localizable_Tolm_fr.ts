@@ -871,6 +871,11 @@ Retirez la carte puis insérez-la de nouveau.</translation>
         <translation>Impossible d&apos;ouvrir la page de réglages de la caméra.</translation>
     </message>
     <message>
+        <source>설정 페이지가 빈 설정값을 돌려주었습니다. 메모리카드의 setup.cfg는 그대로 두었습니다.</source>
+        <extracomment>Camera settings page on the card: Save got an empty record from the page and wrote nothing</extracomment>
+        <translation>La page de réglages de la caméra a renvoyé un enregistrement vide. Le fichier setup.cfg de la carte n&apos;a pas été modifié.</translation>
+    </message>
+    <message>
         <source>음성 녹음</source>
         <extracomment>Native camera settings page: Common tab: record sound with the video</extracomment>
         <translation>Enregistrement audio</translation>

@@ -871,6 +871,11 @@ Draveloを終了してから、もう一度フォーマットしてください�
         <translation>ドライブレコーダーの設定ページを開けません。</translation>
     </message>
     <message>
+        <source>설정 페이지가 빈 설정값을 돌려주었습니다. 메모리카드의 setup.cfg는 그대로 두었습니다.</source>
+        <extracomment>Camera settings page on the card: Save got an empty record from the page and wrote nothing</extracomment>
+        <translation>ドライブレコーダーの設定ページが空の設定を返しました。メモリーカードの setup.cfg はそのままです。</translation>
+    </message>
+    <message>
         <source>음성 녹음</source>
         <extracomment>Native camera settings page: Common tab: record sound with the video</extracomment>
         <translation>音声録音</translation>

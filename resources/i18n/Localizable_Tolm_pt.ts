@@ -871,6 +871,11 @@ Retire o cartão e insira-o novamente.</translation>
         <translation>Não é possível abrir a página de configurações da câmera.</translation>
     </message>
     <message>
+        <source>설정 페이지가 빈 설정값을 돌려주었습니다. 메모리카드의 setup.cfg는 그대로 두었습니다.</source>
+        <extracomment>Camera settings page on the card: Save got an empty record from the page and wrote nothing</extracomment>
+        <translation>A página de configurações da câmera devolveu um registro vazio. O setup.cfg do cartão foi mantido como estava.</translation>
+    </message>
+    <message>
         <source>음성 녹음</source>
         <extracomment>Native camera settings page: Common tab: record sound with the video</extracomment>
         <translation>Gravação de áudio</translation>

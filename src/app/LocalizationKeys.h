@@ -190,6 +190,7 @@
     /* Settings editors not available in this build */ \
     X(kSettingsEditorUnavailable, "이 모델의 설정 화면은 아직 지원되지 않습니다.") \
     X(kWebSettingsUnavailable, "블랙박스의 설정 페이지를 열 수 없습니다.") \
+    X(kEmptySettingsRecordKept, "설정 페이지가 빈 설정값을 돌려주었습니다. 메모리카드의 setup.cfg는 그대로 두었습니다.") \
     /* Native camera settings page */ \
     X(kAudioRecord, "음성 녹음") \
     X(kDateFormat, "날짜 표시 형식") \

@@ -134,8 +134,9 @@ QString CardOverrides::parse(const QString& name, const QString& value)
 
 TolmSettingManager& identifyCard(const QString& dir, const CardOverrides& overrides)
 {
-    auto* manager = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(manager);
+    // A fresh model; the shared instance itself stays, so a reference to it
+    // outlives a later replacement (the page's Reset).
+    TolmSettingManager* manager = TolmSettingManager::ChagneTolmSettingManager(nullptr);
     manager->setSettingDirPath(dir);
     manager->identifySettingDir();
     if (overrides.modelType)

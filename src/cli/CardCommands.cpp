@@ -19,8 +19,7 @@ int runCardCommand(const QStringList& args, CliIo& io)
     if (!CardCli::checkCardFolder(dir, io.err))
         return CliExit::kFailure;
 
-    auto* manager = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(manager);
+    TolmSettingManager* manager = TolmSettingManager::ChagneTolmSettingManager(nullptr);
     manager->setSettingDirPath(dir);
     manager->identifySettingDir();
     manager->refreshModelName();

@@ -25,11 +25,8 @@ void printLines(const QStringList& lines, QTextStream& out)
 
 KelSettingManager* prepareManager(const QString& dir)
 {
-    auto* card = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(card);
-    card->setSettingDirPath(dir);
-    auto* kel = new KelSettingManager;
-    KelSettingManager::setSharedKelSettingManager(kel);
+    TolmSettingManager::ChagneTolmSettingManager(nullptr)->setSettingDirPath(dir);
+    KelSettingManager* kel = KelSettingManager::setSharedKelSettingManager(nullptr);
     kel->loadData();
     return kel;
 }

@@ -10,8 +10,7 @@ int runLanguagesCommand(const QStringList& args, CliIo& io)
         return CardCli::usage(io, QStringLiteral("languages DIR"));
     if (!CardCli::checkCardFolder(args[0], io.err))
         return CliExit::kFailure;
-    auto* manager = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(manager);
+    TolmSettingManager* manager = TolmSettingManager::ChagneTolmSettingManager(nullptr);
     manager->setSettingDirPath(args[0]);
     manager->loadLanguages();
 

@@ -71,9 +71,7 @@ void loadWithoutWriting(TolmSettingManager& manager)
 {
     using ModelCatalogue::EditorKind;
     if (ModelCatalogue::editorForModelType(manager.modelType()) == EditorKind::Kel) {
-        auto* kel = new KelSettingManager;
-        KelSettingManager::setSharedKelSettingManager(kel);
-        kel->loadData();
+        KelSettingManager::setSharedKelSettingManager(nullptr)->loadData();
         return;
     }
     const QString path = CardFiles::findSettingFile(manager.settingDirPath(), "setup.cfg");

@@ -4,6 +4,7 @@
 #include "TelemetrySubtitleExtract.h"
 
 #include "export/RouteExport.h"
+#include "library/ClipListScan.h"
 #include "telemetry/ClipFileBytes.h"
 #include "telemetry/Mp4TextTrack.h"
 #include "telemetry/TavroClipData.h"
@@ -93,11 +94,17 @@ bool loadNative(const QString& file, TavroClipData& data, const QString& why, QT
 bool loadFile(
     const QString& file, Loader loader, bool native, TavroClipData& data, QTextStream& err)
 {
-    QFile probe(file);
-    if (QFileInfo(file).isDir() || !probe.open(QIODevice::ReadOnly)) {
+    // Checked before anything opens it: a pipe would wait for a writer.
+    const QFileInfo info(file);
+    if (info.exists() && !ClipListScan::isRegularFile(info)) {
         err << "tavro telemetry: cannot open " << file << ": "
-            << (QFileInfo(file).isDir() ? QStringLiteral("is a folder") : probe.errorString())
+            << (info.isDir() ? "is a folder" : "not a regular file (a pipe, socket or device)")
             << '\n';
+        return false;
+    }
+    QFile probe(file);
+    if (!probe.open(QIODevice::ReadOnly)) {
+        err << "tavro telemetry: cannot open " << file << ": " << probe.errorString() << '\n';
         return false;
     }
     probe.close();

@@ -17,9 +17,9 @@ const QStringList kClockKeys { QStringLiteral("year="), QStringLiteral("month=")
     QStringLiteral("day="), QStringLiteral("hour="), QStringLiteral("min="),
     QStringLiteral("sec=") };
 
-std::unique_ptr<KelSettingManager>& sharedManager()
+KelSettingManager& sharedManager()
 {
-    static std::unique_ptr<KelSettingManager> manager;
+    static KelSettingManager manager;
     return manager;
 }
 
@@ -41,17 +41,20 @@ bool isBlank(QChar c)
 
 KelSettingManager* KelSettingManager::SharedKelSettingManager()
 {
-    std::unique_ptr<KelSettingManager>& manager = sharedManager();
-    if (!manager)
-        manager = std::make_unique<KelSettingManager>();
-    return manager.get();
+    return &sharedManager();
 }
 
-void KelSettingManager::setSharedKelSettingManager(KelSettingManager* manager)
+KelSettingManager* KelSettingManager::setSharedKelSettingManager(
+    std::unique_ptr<KelSettingManager> manager)
 {
-    std::unique_ptr<KelSettingManager>& shared = sharedManager();
-    if (shared.get() != manager)
-        shared.reset(manager);
+    KelSettingManager& shared = sharedManager();
+    if (!manager)
+        shared = KelSettingManager();
+    else if (manager.get() != &shared)
+        shared = std::move(*manager);
+    else
+        (void)manager.release(); // the shared instance itself is never freed
+    return &shared;
 }
 
 QStringList KelSettingManager::linesFromText(const QByteArray& bytes)
@@ -92,9 +95,11 @@ void KelSettingManager::loadData()
     if (!CardFiles::readWhole(path, text)) {
         qCWarning(lcConfig) << "cannot read" << path;
         m_linedSettings.clear();
+        m_cardFileUnread = true;
         return;
     }
     m_linedSettings = linesFromText(text);
+    m_cardFileUnread = false;
 }
 
 void KelSettingManager::loadDefaultValue()
@@ -108,11 +113,17 @@ void KelSettingManager::loadDefaultData_Wenna()
 {
     const QByteArray text = defaultFileText();
     m_linedSettings = text.isEmpty() ? QStringList() : linesFromText(text);
+    m_cardFileUnread = false;
 }
 
 bool KelSettingManager::saveData()
 {
     const QString root = TolmSettingManager::SharedTolmSettingManager()->settingDirPath();
+    if (m_cardFileUnread) {
+        qCWarning(lcConfig) << "blackbox.cfg was not read; the card's file is kept";
+        showMemoryCardAlert();
+        return false;
+    }
     if (root.isEmpty()
         || !CardFiles::writeSettingFile(root, kBlackboxFile, textFromLines(m_linedSettings))) {
         showMemoryCardAlert();

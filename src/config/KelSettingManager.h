@@ -16,21 +16,28 @@ class AlertSink;
 // and sections the viewer does not know survive a save untouched.
 class KelSettingManager {
 public:
+    // The shared instance lives as long as the process, like the shared
+    // TolmSettingManager: a page holding it stays valid across a replacement.
     static KelSettingManager* SharedKelSettingManager();
-    // Replaces the shared instance (taking ownership); null leaves a fresh one
-    // to be created on next use.
-    static void setSharedKelSettingManager(KelSettingManager* manager);
+    // The shared instance takes over the contents of `manager` (of a fresh
+    // one when null); returns the shared instance.
+    static KelSettingManager* setSharedKelSettingManager(
+        std::unique_ptr<KelSettingManager> manager);
 
     QStringList linedSettings() const { return m_linedSettings; }
     void setLinedSettings(const QStringList& lines) { m_linedSettings = lines; }
 
     // Lines from the card (the card folder of the shared TolmSettingManager),
-    // or from the built-in default file when the card has none.
+    // or from the built-in default file when the card has none. A card file
+    // that exists but can't be read leaves no lines, and the card file is
+    // then not written over until lines are loaded again (see saveData).
     void loadData();
     void loadDefaultValue();
     void loadDefaultData_Wenna();
     // Writes the lines to SETTING/blackbox.cfg; false (after the memory-card
-    // alert) without a card or when the write fails.
+    // alert) without a card, when the write fails, or when the lines are not
+    // the card's because its file could not be read: an empty or partial
+    // file must not take the place of the camera's settings.
     bool saveData();
 
     // The clock lines of the [time] section.
@@ -65,5 +72,6 @@ private:
     void showMemoryCardAlert() const;
 
     QStringList m_linedSettings;
+    bool m_cardFileUnread = false;
     std::shared_ptr<AlertSink> m_alertSink;
 };

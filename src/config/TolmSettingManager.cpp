@@ -13,9 +13,11 @@ namespace {
 const QString kSetupFile = QStringLiteral("setup.cfg");
 const QString kDefaultFile = QStringLiteral("default.cfg");
 
-std::unique_ptr<TolmSettingManager>& sharedManager()
+// One object for the life of the process: holders of the shared model keep a
+// plain pointer to it, so a replacement must never pull it from under them.
+TolmSettingManager& sharedManager()
 {
-    static std::unique_ptr<TolmSettingManager> manager;
+    static TolmSettingManager manager;
     return manager;
 }
 
@@ -25,17 +27,20 @@ TolmSettingManager::TolmSettingManager() = default;
 
 TolmSettingManager* TolmSettingManager::SharedTolmSettingManager()
 {
-    std::unique_ptr<TolmSettingManager>& manager = sharedManager();
-    if (!manager)
-        manager = std::make_unique<TolmSettingManager>();
-    return manager.get();
+    return &sharedManager();
 }
 
-void TolmSettingManager::ChagneTolmSettingManager(TolmSettingManager* manager)
+TolmSettingManager* TolmSettingManager::ChagneTolmSettingManager(
+    std::unique_ptr<TolmSettingManager> manager)
 {
-    std::unique_ptr<TolmSettingManager>& shared = sharedManager();
-    if (shared.get() != manager)
-        shared.reset(manager);
+    TolmSettingManager& shared = sharedManager();
+    if (!manager)
+        shared = TolmSettingManager();
+    else if (manager.get() != &shared)
+        shared = std::move(*manager);
+    else
+        (void)manager.release(); // the shared instance itself is never freed
+    return &shared;
 }
 
 const QStringList& TolmSettingManager::modelNameList()

@@ -15,17 +15,25 @@ class AlertSink;
 // The settings model of the camera on the card: which card and model it is,
 // the camera's language list, and one property per field of SETTING/setup.cfg.
 // One shared instance per process, reached through SharedTolmSettingManager().
+//
+// The shared instance lives as long as the process: a pointer or reference to
+// it taken anywhere (a command, a page, the settings router, a window) stays
+// valid across every replacement, which hands it another manager's contents.
 class TolmSettingManager {
 public:
     TolmSettingManager();
     TolmSettingManager(const TolmSettingManager&) = default;
     TolmSettingManager& operator=(const TolmSettingManager&) = default;
+    TolmSettingManager(TolmSettingManager&&) = default;
+    TolmSettingManager& operator=(TolmSettingManager&&) = default;
 
-    // The shared instance, created on first use.
+    // The shared instance, created on first use; it lasts until the process ends.
     static TolmSettingManager* SharedTolmSettingManager();
-    // Replaces the shared instance with `manager` (taking ownership); the old
-    // one is destroyed. A null manager leaves a fresh instance to be created.
-    static void ChagneTolmSettingManager(TolmSettingManager* manager);
+    // Makes `manager` the shared model: the shared instance takes over its
+    // contents (a null manager: those of a fresh one) and `manager` goes.
+    // Returns the shared instance, the same one as before.
+    static TolmSettingManager* ChagneTolmSettingManager(
+        std::unique_ptr<TolmSettingManager> manager);
 
     // Card identification.
     void loadVersionInfo();
@@ -65,7 +73,7 @@ public:
     // (read into a fresh manager that then becomes the shared instance,
     // keeping the firmware version text, its number and the driving-guide
     // version of the current one), otherwise the built-in values of the
-    // model. Returns the manager that is shared afterwards.
+    // model. Returns the shared manager (the same instance as before).
     static TolmSettingManager* resetSharedToDefaults();
 
     // The camera's language list from SETTING/lang/ver.dat.

@@ -229,6 +229,6 @@ TolmSettingManager* TolmSettingManager::resetSharedToDefaults()
     fresh->setModelName(current->modelName());
     fresh->setLanguages(current->languages());
     fresh->m_alertSink = current->m_alertSink;
-    ChagneTolmSettingManager(fresh.release());
-    return SharedTolmSettingManager();
+    // `current` stays valid: it is the shared instance, which takes over.
+    return ChagneTolmSettingManager(std::move(fresh));
 }

@@ -34,8 +34,8 @@ public:
             if (info.isDir()) {
                 if (recursive)
                     scanFolder(info.filePath(), true);
-            } else if (info.isFile() && ClipFolders::isClipExtension(info.suffix().toLower())) {
-                // isFile() holds for regular files (or links to them) only.
+            } else if (ClipListScan::isRegularFile(info)
+                && ClipFolders::isClipExtension(info.suffix().toLower())) {
                 QString path = info.filePath();
                 m_clips.append({ QUrl::fromLocalFile(path), std::move(path), info.fileName() });
             }
@@ -84,6 +84,12 @@ QList<Entry> scanCard(const QString& folder)
     for (const QLatin1StringView name : ClipFolders::kCardFolders)
         scanner.scanFolder(folder + u'/' + name, true);
     return scanner.takeClips();
+}
+
+bool isRegularFile(const QFileInfo& info)
+{
+    // isFile() holds for regular files (or links to them) only.
+    return info.isFile();
 }
 
 } // namespace ClipListScan

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileInfo>
 #include <QList>
 #include <QString>
 #include <QUrl>
@@ -28,5 +29,10 @@ QList<Entry> scan(const QString& folder, bool recursive);
 // subfolders, under the same rules, confined to `folder`; a real folder that
 // several of them lead to is listed once.
 QList<Entry> scanCard(const QString& folder);
+
+// What may be read as a clip: a regular file, or a link to one. Pipes,
+// sockets and devices never are; opening one can wait for a writer that
+// never comes, or read without end.
+bool isRegularFile(const QFileInfo& info);
 
 } // namespace ClipListScan

@@ -50,6 +50,9 @@ MpvPlayer::MpvPlayer(int videoTrack, QObject* parent)
 {
     m_reverseTimer.setInterval(kReverseStepMs);
     connect(&m_reverseTimer, &QTimer::timeout, this, &MpvPlayer::reverseTick);
+    m_stepLandingTimer.setSingleShot(true);
+    m_stepLandingTimer.setInterval(kStepLandingMs);
+    connect(&m_stepLandingTimer, &QTimer::timeout, this, &MpvPlayer::forwardStepLanded);
 
     m_mpv = mpv_create();
     if (!m_mpv) {
@@ -109,6 +112,7 @@ void MpvPlayer::dispose(std::unique_ptr<MpvPlayer> player)
     player->pause();
     player->m_retiring = true;
     player->m_reverseTimer.stop();
+    player->m_stepLandingTimer.stop();
     MpvPlayer* retiring = player.release();
     // Shutting a core down takes a moment; the GUI thread does not wait for
     // it. The file is stopped first so that mpv has let go of the picture by
@@ -238,7 +242,7 @@ void MpvPlayer::handleEvent(const mpv_event& event)
         m_reportNextTime = true;
         if (m_fileLoaded)
             m_restarted = true;
-        sendHeldMoves();
+        playbackRestarted();
         // Where the seek landed: asked now, answered once mpv is there.
         if (!m_seekPending && m_positionWait == PositionWait::Restart)
             mpv_get_property_async(m_mpv, kLandedTimeReply, MpvName::kTimePos, MPV_FORMAT_DOUBLE);
@@ -328,6 +332,7 @@ void MpvPlayer::onTimePos(const mpv_event_property& property)
         return; // possibly still the old position: the restart tells
     if (m_positionWait == PositionWait::Change) {
         reportLandedPosition(m_timePos);
+        forwardStepLanded();
         return;
     }
     const long long slot = PlayerRules::timeObserverSlot(m_timePos);
@@ -409,6 +414,8 @@ void MpvPlayer::load(const QString& path)
     m_positionWait = PositionWait::None;
     m_changeAfterLanding = false;
     m_heldMoves.clear();
+    m_stepUnderWay.reset();
+    m_stepLandingTimer.stop();
     const QByteArray file = path.toUtf8();
     command({ MpvName::kLoadFile, file.constData() });
     // Playback restarts once the file has started: moves asked before wait for it.

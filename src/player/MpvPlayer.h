@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <span>
 
 struct mpv_event;
@@ -158,7 +159,19 @@ private:
         double seconds;
     };
     QList<HeldMove> m_heldMoves;
+    // A frame step sent and not yet landed (a step back at its restart, a step
+    // forward at the next position, or after kStepLandingMs at the latest).
+    // Steps wait behind it too, and a held arrow key's repeats fold: while a
+    // step is under way, at most one more step of its direction waits, so the
+    // picture stops at most one frame after the key is let go.
+    std::optional<Move> m_stepUnderWay;
+    static constexpr int kStepLandingMs = 500;
+    QTimer m_stepLandingTimer;
+    bool isMoveUnderWay() const { return m_seekPending || m_stepUnderWay.has_value(); }
     void hold(Move move, double seconds = 0.0);
+    void keepOneWaiting(Move step);
+    void playbackRestarted();
+    void forwardStepLanded();
     void sendHeldMoves();
     void sendSeek(double seconds);
     void sendStepForward();

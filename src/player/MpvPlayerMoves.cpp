@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <utility>
 
 void MpvPlayer::reverseTick()
@@ -56,7 +57,7 @@ void MpvPlayer::reportLandedPosition(double seconds)
 
 void MpvPlayer::seekExact(double seconds)
 {
-    if (m_seekPending)
+    if (isMoveUnderWay())
         hold(Move::Seek, seconds);
     else
         sendSeek(seconds);
@@ -64,7 +65,7 @@ void MpvPlayer::seekExact(double seconds)
 
 void MpvPlayer::stepForward()
 {
-    if (m_seekPending)
+    if (isMoveUnderWay())
         hold(Move::StepForward);
     else
         sendStepForward();
@@ -72,7 +73,7 @@ void MpvPlayer::stepForward()
 
 void MpvPlayer::stepBackward()
 {
-    if (m_seekPending)
+    if (isMoveUnderWay())
         hold(Move::StepBackward);
     else
         sendStepBackward();
@@ -80,17 +81,54 @@ void MpvPlayer::stepBackward()
 
 void MpvPlayer::hold(Move move, double seconds)
 {
-    // A seek makes what waited before it pointless.
+    const auto waits = [this](Move step) {
+        return std::any_of(m_heldMoves.cbegin(), m_heldMoves.cend(),
+            [step](const HeldMove& held) { return held.move == step; });
+    };
+    // A seek makes what waited before it pointless. A step asked while a step
+    // the same way is under way and another already waits adds nothing: key
+    // repeats come faster than mpv steps.
     if (move == Move::Seek)
         m_heldMoves.clear();
+    else if (m_stepUnderWay == move && waits(move))
+        return;
     m_heldMoves.append({ move, seconds });
+    if (!m_seekPending)
+        return; // behind a step forward, which reports its own landing
     m_reportNextTime = true;
     awaitPosition(PositionWait::Restart);
 }
 
+void MpvPlayer::keepOneWaiting(Move step)
+{
+    bool kept = false;
+    m_heldMoves.removeIf([step, &kept](const HeldMove& held) {
+        if (held.move != step)
+            return false;
+        return std::exchange(kept, true);
+    });
+}
+
+void MpvPlayer::playbackRestarted()
+{
+    if (m_stepUnderWay == Move::StepBackward)
+        m_stepUnderWay.reset();
+    sendHeldMoves();
+}
+
+void MpvPlayer::forwardStepLanded()
+{
+    // Also reached when mpv never reports the step (at the last frame).
+    if (m_retiring || m_stepUnderWay != Move::StepForward)
+        return;
+    m_stepUnderWay.reset();
+    m_stepLandingTimer.stop();
+    sendHeldMoves();
+}
+
 void MpvPlayer::sendHeldMoves()
 {
-    while (!m_heldMoves.isEmpty() && !m_seekPending) {
+    while (!m_heldMoves.isEmpty() && !isMoveUnderWay()) {
         const HeldMove held = m_heldMoves.takeFirst();
         switch (held.move) {
         case Move::Seek:
@@ -100,9 +138,11 @@ void MpvPlayer::sendHeldMoves()
             // Lands at the next position mpv reports, not at this restart.
             m_positionWait = PositionWait::None;
             sendStepForward();
+            keepOneWaiting(Move::StepForward);
             break;
         case Move::StepBackward:
             sendStepBackward();
+            keepOneWaiting(Move::StepBackward);
             break;
         }
     }
@@ -113,6 +153,8 @@ void MpvPlayer::sendSeek(double seconds)
     const QByteArray target = QByteArray::number(seconds, 'f', 6);
     command({ MpvName::kSeek, target.constData(), MpvName::kSeekAbsoluteExact });
     m_seekPending = true;
+    m_stepUnderWay.reset();
+    m_stepLandingTimer.stop();
     m_reportNextTime = true;
     awaitPosition(PositionWait::Restart);
 }
@@ -120,6 +162,8 @@ void MpvPlayer::sendSeek(double seconds)
 void MpvPlayer::sendStepForward()
 {
     command({ MpvName::kFrameStep });
+    m_stepUnderWay = Move::StepForward;
+    m_stepLandingTimer.start();
     m_reportNextTime = true;
     awaitPosition(PositionWait::Change);
 }
@@ -129,6 +173,8 @@ void MpvPlayer::sendStepBackward()
     // mpv steps back by seeking: playback restarts on the frame before.
     command({ MpvName::kFrameBackStep });
     m_seekPending = true;
+    m_stepUnderWay = Move::StepBackward;
+    m_stepLandingTimer.stop();
     m_reportNextTime = true;
     awaitPosition(PositionWait::Restart);
 }

@@ -18,9 +18,7 @@ class KelSettingTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        auto* card = new TolmSettingManager;
-        card->setSettingDirPath(m_card.root());
-        TolmSettingManager::ChagneTolmSettingManager(card);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr)->setSettingDirPath(m_card.root());
     }
     void TearDown() override
     {

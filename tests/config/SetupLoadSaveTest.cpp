@@ -23,8 +23,7 @@ protected:
 
     TolmSettingManager& manager(qint64 modelType, const QString& root)
     {
-        auto* fresh = new TolmSettingManager;
-        TolmSettingManager::ChagneTolmSettingManager(fresh);
+        TolmSettingManager* fresh = TolmSettingManager::ChagneTolmSettingManager(nullptr);
         fresh->setModelType(modelType);
         fresh->setSettingDirPath(root);
         return *fresh;
@@ -187,7 +186,9 @@ TEST_F(SetupLoadSaveTest, ResetTakesTheCardDefaultsButKeepsWhatTheCameraReports)
     current.setFront_resolution(1);
     TolmSettingManager* shared = TolmSettingManager::resetSharedToDefaults();
     EXPECT_EQ(shared, TolmSettingManager::SharedTolmSettingManager());
-    EXPECT_EQ(shared->front_resolution(), 5);
+    // Whoever held the model before the reset holds the reset one.
+    EXPECT_EQ(shared, &current);
+    EXPECT_EQ(current.front_resolution(), 5);
     EXPECT_EQ(shared->version(), QStringLiteral("1.02.17"));
     EXPECT_EQ(shared->firmwareVersionInt(), 17);
     EXPECT_EQ(shared->driving_guide_version(), 42);

@@ -120,8 +120,7 @@ QStringList kelChanges()
 
 QStringList nativeChanges(qint64 modelType)
 {
-    auto* model = new TolmSettingManager;
-    TolmSettingManager::ChagneTolmSettingManager(model);
+    TolmSettingManager* model = TolmSettingManager::ChagneTolmSettingManager(nullptr);
     model->setSettingDirPath(QDir::temp().filePath(QStringLiteral("no-card-here")));
     model->setModelType(modelType);
     model->loadDefaultValue();

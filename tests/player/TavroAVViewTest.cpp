@@ -180,6 +180,25 @@ TEST_F(PlayerViewTest, MovesAskedDuringASeekFollowItInOrder)
     EXPECT_TRUE(waitForTime(view, 3.0)) << view->currentTime();
 }
 
+// A held arrow key: its repeats come faster than mpv steps. While a step is
+// under way they fold into one more, so the picture stops right after the key
+// is let go instead of working through every repeat.
+TEST_F(PlayerViewTest, HeldStepKeysFoldIntoOneMoreStep)
+{
+    TavroAVView* view = loadedView(clips().redOverBlue);
+    view->setCurrentTime(6.0);
+    ASSERT_TRUE(waitForTime(view, 6.0)) << view->currentTime();
+    const std::pair<void (TavroAVView::*)(), double> keys[]
+        = { { &TavroAVView::stepForward, 6.2 }, { &TavroAVView::stepBackward, 6.0 } };
+    for (const auto& [step, landing] : keys) {
+        for (int repeat = 0; repeat < 10; ++repeat)
+            (view->*step)();
+        EXPECT_TRUE(waitForTime(view, landing)) << view->currentTime();
+        QTest::qWait(TestTiming::scaled(600));
+        EXPECT_NEAR(view->currentTime(), landing, 1e-3);
+    }
+}
+
 TEST_F(PlayerViewTest, RatesFollowTheTransportRules)
 {
     TavroAVView* view = loadedView(clips().redOverBlue);

@@ -26,7 +26,7 @@ QByteArray read(const QString& path)
     return file.readAll();
 }
 
-CliResult runCli(const QStringList& args, const QStringList& extraEnv)
+CliResult runCli(const QStringList& args, const QStringList& extraEnv, int timeoutMs)
 {
     QProcess process;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -37,7 +37,7 @@ CliResult runCli(const QStringList& args, const QStringList& extraEnv)
     process.setProcessEnvironment(env);
     process.start(QStringLiteral(TAVRO_CLI_PATH), args);
     CliResult result;
-    if (!process.waitForFinished(120000)) {
+    if (!process.waitForFinished(timeoutMs)) {
         process.kill();
         process.waitForFinished();
         return result;

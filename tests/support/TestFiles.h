@@ -17,7 +17,8 @@ struct CliResult {
     QByteArray out;
     QByteArray err;
 };
-CliResult runCli(const QStringList& args, const QStringList& extraEnv = {});
+// Runs `tavro`; a run still going after `timeoutMs` is killed (exit code -1).
+CliResult runCli(const QStringList& args, const QStringList& extraEnv = {}, int timeoutMs = 120000);
 
 // True when an executable of that name is on PATH (ffmpeg, mpv, ...).
 bool haveTool(const QString& name);

@@ -5,11 +5,14 @@
 #include "TelemetryTestFiles.h"
 #include "TelemetryTextBuilders.h"
 
+#include <QFile>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
 
 #include <random>
+
+#include <sys/stat.h>
 
 using namespace TelemetryTestFiles;
 
@@ -162,4 +165,17 @@ TEST(BadInput, InvalidUtf8AndOddText)
         expectSaneEverywhere(bytes, "case " + std::to_string(i++));
     EXPECT_EQ(loadGeneral(good, "ok.srt")->clipDataCount(), 10);
     EXPECT_EQ(loadGeneral(cases[0], "bad.srt")->clipDataCount(), 0);
+}
+
+TEST(BadInput, SourcesThatCannotBeMappedEnd)
+{
+    // An endless device is read up to a bound; a pipe without a writer ends at once.
+    const QString fifo = scratchPath("nobody-writes.avi");
+    QFile::remove(fifo);
+    ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    for (const QString& path : { QStringLiteral("/dev/zero"), fifo }) {
+        TavroClipData data;
+        data.loadVideoFileCilpDataFromFilePath(path);
+        EXPECT_EQ(data.clipDataCount(), 0) << path.toStdString();
+    }
 }

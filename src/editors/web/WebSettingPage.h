@@ -43,4 +43,7 @@ public:
     virtual void showNotification(
         const QString& title, const QString& message, const QStringList& buttonKeys)
         = 0;
+    // Tells the user something of the window's own (localisation keys), with
+    // one OK button, window-modally; the window stays open.
+    virtual void showMessage(const QString& titleKey, const QString& messageKey) = 0;
 };

@@ -265,6 +265,18 @@ void WebSettingWindow::showNotification(
     box->open();
 }
 
+void WebSettingWindow::showMessage(const QString& titleKey, const QString& messageKey)
+{
+    const TavroLanguages& languages = TavroLanguages::SharedTavroLanguages();
+    auto* box = new QMessageBox(QMessageBox::Warning, languages.localized(titleKey),
+        languages.localized(titleKey), QMessageBox::Ok, this);
+    box->setInformativeText(languages.localized(messageKey));
+    box->setWindowModality(Qt::WindowModal);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    m_messageBox = box;
+    box->open();
+}
+
 void WebSettingWindow::closeEvent(QCloseEvent* event)
 {
     if (m_controller)

@@ -48,6 +48,8 @@ public:
     void closeWindow() override;
     void showNotification(
         const QString& title, const QString& message, const QStringList& buttonKeys) override;
+    void showMessage(const QString& titleKey, const QString& messageKey) override;
+    QMessageBox* messageBox() const { return m_messageBox; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -68,6 +70,7 @@ private:
     QPushButton* m_cancelButton = nullptr;
     QPushButton* m_saveButton = nullptr;
     QPointer<QMessageBox> m_notificationBox;
+    QPointer<QMessageBox> m_messageBox;
     LanguageRefreshObserver* m_languageObserver = nullptr;
     std::unique_ptr<WebSettingWindowController> m_controller;
 };

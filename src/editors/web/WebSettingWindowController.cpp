@@ -1,6 +1,7 @@
 #include "editors/web/WebSettingWindowController.h"
 
 #include "EditorsLogging.h"
+#include "app/LocalizationKeys.h"
 #include "config/AlertSink.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebSettingPage.h"
@@ -193,33 +194,44 @@ void WebSettingWindowController::resetCfg()
     showTabs(true);
 }
 
-void WebSettingWindowController::saveConfig(std::function<void(bool)> done)
+void WebSettingWindowController::saveConfig(std::function<void(SaveOutcome)> done)
 {
     awaitAnswer(QString::fromLatin1(WebSettingScripts::kGetCfg),
         [this, done](const QVariant& record, bool answered) {
             // A script error, no answer or an answer that is not text is not
             // a record: the card keeps what it has.
             const bool isRecord = answered && record.typeId() == QMetaType::QString;
+            SaveOutcome outcome = SaveOutcome::NoRecord;
             if (isRecord)
-                writeCard(record.toString());
+                outcome = writeCard(WebSettingScripts::dataFromCfgString(record.toString()));
             else
                 qCDebug(lcEditors) << "settings page gave no record; nothing written";
             if (done)
-                done(isRecord);
+                done(outcome);
         });
 }
 
-void WebSettingWindowController::writeCard(const QString& recordHex)
+WebSettingWindowController::SaveOutcome WebSettingWindowController::writeCard(
+    const QByteArray& record)
 {
+    // A page hands back an empty record when it was given none (a card
+    // without setup.cfg, or Reset on a card without default.cfg). The camera
+    // can't start from an empty file: the card keeps its own.
+    if (record.isEmpty()) {
+        qCDebug(lcEditors) << "settings page gave an empty record; nothing written";
+        m_view.showMessage(QString::fromUtf8(LocalizationKeys::kSaveFailed),
+            QString::fromUtf8(LocalizationKeys::kEmptySettingsRecordKept));
+        return SaveOutcome::EmptyRecord;
+    }
     // The clock request goes first, then the record; failed writes pass in
     // silence, as every card write of this window does.
     if (m_dateTimeUse
         && !WebSettingCard::writeSettingFile(
             m_folder, QStringLiteral("time.dat"), WebSettingCard::timeDatText(m_time)))
         qCDebug(lcEditors) << "time.dat not written";
-    if (!WebSettingCard::writeSettingFile(
-            m_folder, QStringLiteral("setup.cfg"), WebSettingScripts::dataFromCfgString(recordHex)))
+    if (!WebSettingCard::writeSettingFile(m_folder, QStringLiteral("setup.cfg"), record))
         qCDebug(lcEditors) << "setup.cfg not written";
+    return SaveOutcome::Written;
 }
 
 void WebSettingWindowController::askFormat(QWidget* window)
@@ -294,7 +306,15 @@ void WebSettingWindowController::onBtnSave()
         return;
     m_saving = true;
     m_view.setExchangeButtonsEnabled(false);
-    saveConfig([this](bool) { m_view.closeWindow(); });
+    saveConfig([this](SaveOutcome outcome) {
+        if (outcome != SaveOutcome::EmptyRecord) {
+            m_view.closeWindow();
+            return;
+        }
+        // Nothing was saved: the page stays, to be cancelled or saved again.
+        m_saving = false;
+        m_view.setExchangeButtonsEnabled(true);
+    });
 }
 
 void WebSettingWindowController::setDateUse(const QString& use)

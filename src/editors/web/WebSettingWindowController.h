@@ -77,11 +77,18 @@ public:
     void startWebBrowserConnection();
     void showTabs(bool showFirstView);
     void resetCfg();
+    // What a save came to.
+    enum class SaveOutcome {
+        Written, // the clock request (when asked for) and the record went to the card
+        NoRecord, // the page threw, never answered or answered with no text
+        EmptyRecord, // the page handed back a record of 0 bytes
+    };
     // Asks the page for its record and writes the clock request (when asked
-    // for) and then setup.cfg; `done` learns whether setup.cfg was written.
-    // A page that throws, never answers or answers with anything but a
-    // string leaves the card untouched.
-    void saveConfig(std::function<void(bool written)> done = {});
+    // for) and then setup.cfg. A page that throws, never answers or answers
+    // with anything but a string leaves the card untouched. An empty record
+    // never replaces the card's: the card is left as it was and the window
+    // says so (it stays open).
+    void saveConfig(std::function<void(SaveOutcome)> done = {});
     QString cfgString() const;
     static QString cfgStringWithData(const QByteArray& data);
     void askFormat(QWidget* window);
@@ -131,7 +138,7 @@ private:
     void awaitAnswer(const QString& script, AnswerHandler handler);
     void sendRecordAndLanguages();
     void showNextNotification();
-    void writeCard(const QString& recordHex);
+    SaveOutcome writeCard(const QByteArray& record);
 
     QString m_folder;
     CameraLanguageList m_languages;

@@ -11,7 +11,7 @@ namespace C = NativeControl;
 
 TolmSettingManager& sharedModel()
 {
-    // Looked up on every use: the page's Reset may replace the shared model.
+    // The shared instance never changes; Reset replaces its contents.
     return *TolmSettingManager::SharedTolmSettingManager();
 }
 
@@ -258,11 +258,13 @@ void NativeSettingsPage::applySettingTime()
         return;
     m_clock.checked = false;
     m_clock.value = QDateTime::currentDateTime();
-    // A clock request still waiting on the card is shown as checked.
+    // A clock request still waiting on the card is shown as checked, at the
+    // instant it names read on this computer's clock: "14:05:09,+0000" shows
+    // as 23:05:09 in Tokyo.
     if (const std::optional<QDateTime> pending
         = TimeDatFile::read(sharedModel().settingDirPath())) {
         m_clock.checked = true;
-        m_clock.value = *pending;
+        m_clock.value = pending->toLocalTime();
     }
 }
 
@@ -275,8 +277,9 @@ void NativeSettingsPage::saveSettingTime()
         return;
     // The camera reads the request at its next start; failures are ignored
     // as the camera's own program does (the record's write reports the card).
+    // The request names its zone: this computer's, for the instant chosen.
     if (m_clock.checked)
-        TimeDatFile::write(card, m_clock.value);
+        TimeDatFile::write(card, m_clock.value.toLocalTime());
     else
         TimeDatFile::remove(card);
 }

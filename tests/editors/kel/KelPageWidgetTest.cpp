@@ -35,10 +35,9 @@ protected:
         ViewerTestSupport::useOwnSettings("tavro-editors-kel-page-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        auto* card = new TolmSettingManager;
+        TolmSettingManager* card = TolmSettingManager::ChagneTolmSettingManager(nullptr);
         card->setSettingDirPath(m_card.root());
         card->setModelType(6);
-        TolmSettingManager::ChagneTolmSettingManager(card);
         KelSettingManager::setSharedKelSettingManager(nullptr);
     }
     void TearDown() override

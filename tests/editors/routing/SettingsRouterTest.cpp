@@ -74,7 +74,7 @@ class SettingsRouterTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        TolmSettingManager::ChagneTolmSettingManager(new TolmSettingManager);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
         KelSettingManager::setSharedKelSettingManager(nullptr);
         m_router.setParentWindow(m_fakeParent);
     }
@@ -272,7 +272,7 @@ TEST_F(SettingsRouterTest, ModelPageRules)
         { 28, QStringLiteral("native 28"), -1 },
     };
     for (const auto& c : cases) {
-        TolmSettingManager::ChagneTolmSettingManager(new TolmSettingManager);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
         m_opener = RecordingOpener();
         m_opener.modelAnswer = c.chosen;
         m_opener.editorResult = 0;

@@ -53,9 +53,14 @@ public:
     {
         notices.append({ title, message, buttonKeys });
     }
+    void showMessage(const QString& titleKey, const QString& messageKey) override
+    {
+        messages.append({ titleKey, messageKey, {} });
+    }
 
     bool backVisible = true;
     bool exchangeEnabled = true;
     int closed = 0;
     QList<Notice> notices;
+    QList<Notice> messages;
 };

@@ -207,19 +207,62 @@ TEST_F(WebSettingControllerTest, WhatThePageReturnsIsWrittenAsTheDesignSays)
     const struct {
         QString answer;
         QByteArray written;
-    } cases[] = { { "", QByteArray() }, { "abc", QByteArray("\xab\x0c", 2) },
-        { "zz", QByteArray(1, '\0') }, { QString(200000, u'F'), QByteArray(100000, '\xff') } };
+    } cases[] = { { "abc", QByteArray("\xab\x0c", 2) }, { "zz", QByteArray(1, '\0') },
+        { QString(200000, u'F'), QByteArray(100000, '\xff') } };
+    using Outcome = WebSettingWindowController::SaveOutcome;
     for (const auto& c : cases) {
         ScriptedSettingPage page;
         RecordingWindowView view;
         writeCard("setup.cfg", "old");
         page.answer(kGetCfg, c.answer);
         WebSettingWindowController controller(m_card, {}, page, view);
-        bool written = false;
-        controller.saveConfig([&written](bool ok) { written = ok; });
+        Outcome outcome = Outcome::NoRecord;
+        controller.saveConfig([&outcome](Outcome done) { outcome = done; });
         settle();
-        EXPECT_TRUE(written);
+        EXPECT_EQ(outcome, Outcome::Written);
         EXPECT_EQ(TestFiles::read(m_card + "/SETTING/setup.cfg"), c.written) << c.answer.size();
+    }
+}
+
+// A page given no record (a card without setup.cfg, or Reset on a card
+// without default.cfg) hands back an empty one: the card keeps its own.
+TEST_F(WebSettingControllerTest, AnEmptyRecordNeverReplacesTheCardsRecord)
+{
+    const QByteArray record = SetupCfgBuilder(432).int32(428, 1).bytes();
+    enum class Card { WithRecord, WithoutRecord, ResetWithoutDefaults };
+    for (const Card card : { Card::WithRecord, Card::WithoutRecord, Card::ResetWithoutDefaults }) {
+        SCOPED_TRACE(int(card));
+        QDir(m_card + "/SETTING").removeRecursively();
+        if (card != Card::WithoutRecord)
+            writeCard("setup.cfg", record);
+        const QMap<QString, QByteArray> before = snapshot(m_card);
+        ScriptedSettingPage page;
+        RecordingWindowView view;
+        page.answer(kGetCfg, QStringLiteral(""));
+        WebSettingWindowController controller(m_card, {}, page, view);
+        controller.mainFrameDidFinishLoad(true);
+        settle();
+        if (card == Card::ResetWithoutDefaults)
+            controller.onBtnReset();
+        controller.webDashcam()->SetDateUse(QStringLiteral("1"));
+        controller.onBtnSave();
+        settle();
+        EXPECT_EQ(page.count(kGetCfg), 1);
+        EXPECT_EQ(snapshot(m_card), before);
+        // The window says so and stays, ready for Cancel or another Save.
+        ASSERT_EQ(view.messages.size(), 1);
+        EXPECT_EQ(view.messages[0].message,
+            QString::fromUtf8("설정 페이지가 빈 설정값을 돌려주었습니다. 메모리카드의 setup.cfg는 "
+                              "그대로 두었습니다."));
+        EXPECT_EQ(view.closed, 0);
+        EXPECT_TRUE(view.exchangeEnabled);
+        EXPECT_FALSE(controller.isSaving());
+        // A record of any other length is written as the page hands it back.
+        page.answer(kGetCfg, QStringLiteral("00"));
+        controller.onBtnSave();
+        settle();
+        EXPECT_EQ(view.closed, 1);
+        EXPECT_EQ(TestFiles::read(m_card + "/SETTING/setup.cfg"), QByteArray(1, '\0'));
     }
 }
 

@@ -6,6 +6,7 @@
 #include "editors/web/WebSettingWindow.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
+#include "app/LocalizationKeys.h"
 #include "app/TavroLanguages.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebSettingWebPage.h"
@@ -234,6 +235,26 @@ TEST_F(WebSettingWindowTest, ABrokenRecordFromThePageWritesNothing)
         ASSERT_TRUE(waitClosed()) << mode;
         EXPECT_EQ(snapshot(m_card), before) << mode;
     }
+}
+
+TEST_F(WebSettingWindowTest, AnEmptyRecordIsRefusedInTheWindow)
+{
+    ASSERT_TRUE(open());
+    ASSERT_TRUE(waitForPage("report.readyForSave === true"));
+    answerNotification(QMessageBox::NoRole);
+    const QMap<QString, QByteArray> before = snapshot(m_card);
+    js(QStringLiteral("getCfgMode = 'empty'"));
+    m_window->saveButton()->click();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return m_window && m_window->messageBox() && m_window->messageBox()->isVisible(); },
+        kPageTimeoutMs));
+    EXPECT_EQ(m_window->messageBox()->informativeText(),
+        TavroLanguages::SharedTavroLanguages().localized(
+            QString::fromUtf8(LocalizationKeys::kEmptySettingsRecordKept)));
+    EXPECT_EQ(snapshot(m_card), before);
+    m_window->messageBox()->accept();
+    EXPECT_TRUE(m_window->isVisible());
+    EXPECT_TRUE(m_window->saveButton()->isEnabled());
 }
 
 TEST_F(WebSettingWindowTest, OneSettingsWindowAtATime)

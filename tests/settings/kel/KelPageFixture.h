@@ -15,10 +15,9 @@ class KelPageFixture : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        auto* card = new TolmSettingManager;
+        TolmSettingManager* card = TolmSettingManager::ChagneTolmSettingManager(nullptr);
         card->setSettingDirPath(m_card.root());
         card->setModelType(6);
-        TolmSettingManager::ChagneTolmSettingManager(card);
         KelSettingManager::setSharedKelSettingManager(nullptr);
     }
     void TearDown() override

@@ -4,6 +4,7 @@
 #include "KelPageFixture.h"
 
 #include "SettingsPages.h"
+#include "UnreadableFile.h"
 #include "kel/KelSettingViewController.h"
 
 #include <QDateTime>
@@ -328,4 +329,26 @@ TEST_F(KelPageTest, FailedWriteReportsTheMemoryCardAlert)
     TolmSettingManager::SharedTolmSettingManager()->setSettingDirPath(QString());
     EXPECT_FALSE(page.pressOk());
     EXPECT_EQ(m_alerts.sink().memoryCardErrors(), 1);
+}
+
+TEST_F(KelPageTest, UnreadableCardFileIsKeptAndOkAlerts)
+{
+    cardWith(with(defaultLines(), "language=", "fr"));
+    const QByteArray onCard = cardFile();
+    {
+        const UnreadableFile unreadable(m_card.path(QStringLiteral("blackbox.cfg")));
+        if (!unreadable.holds())
+            GTEST_SKIP() << "this system reads the file whatever its mode";
+        KelSettingManager::SharedKelSettingManager()->loadData();
+        KelSettingViewController& page = openPage();
+        page.userChange(Page::kDateTime, 1);
+        // OK: the memory-card alert, and the camera's file stays as it was.
+        EXPECT_FALSE(page.pressOk());
+        EXPECT_EQ(m_alerts.sink().memoryCardErrors(), 1);
+    }
+    EXPECT_EQ(cardFile(), onCard);
+    // Read again, it saves as before.
+    KelSettingManager::SharedKelSettingManager()->loadData();
+    EXPECT_TRUE(openPage().pressOk());
+    EXPECT_EQ(cardFile(), onCard);
 }

@@ -1,5 +1,6 @@
-// `tavro settings show|set` run as a user would, on Kel cards (and on a card
-// whose editor is the web page, which has no page to show).
+// `tavro settings show|set` run as a user would, on Kel cards (and on a
+// binary-record card, and a card whose editor is the web page, which has no
+// page to show).
 #include "KelPageFixture.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
@@ -7,6 +8,7 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QtEndian>
 
 namespace {
 
@@ -140,6 +142,47 @@ TEST_F(SettingsCliTest, ResetWritesTheBuiltInDefaults)
     const auto result = run({ "set", "--reset" });
     ASSERT_EQ(result.exitCode, 0) << result.err.constData();
     EXPECT_EQ(cardFile(), KelSettingManager::defaultFileText());
+}
+
+TEST_F(SettingsCliTest, BinaryRecordCardThroughResetAndItsClockRequest)
+{
+    // A Tolm camera asking for its clock to be set to 14:05:09 UTC; its
+    // default.cfg has another shock sensitivity.
+    constexpr int kShock = 120; // acceleration_sensor
+    const auto record = [](int shock) {
+        return SetupCfgBuilder(432).productName("Tolm").version("1.00.17").int32(kShock, shock);
+    };
+    CardBuilder card;
+    card.setupCfg(record(3).bytes());
+    card.defaultCfg(record(7).bytes());
+    card.file(QStringLiteral("time.dat"), "2016,03,07,14,05,09,+0000");
+    const QStringList tokyo { QStringLiteral("TZ=Asia/Tokyo") };
+    const auto settings = [&](QStringList args) {
+        args.insert(1, card.root());
+        return TestFiles::runCli(QStringList { QStringLiteral("settings") } + args, tokyo);
+    };
+
+    auto result = settings({ "show" });
+    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
+    QJsonObject shown = page(result);
+    EXPECT_EQ(value(shown, "alwaysShockSensitivitySlider"), 3);
+    // The request's instant on this computer's clock.
+    EXPECT_TRUE(shown["clock"].toObject()["checked"].toBool());
+    EXPECT_EQ(shown["clock"].toObject()["value"].toString(), "2016-03-07T23:05:09");
+
+    // Reset takes default.cfg; the card is still the Tolm camera it was.
+    result = settings({ "set", "--reset" });
+    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
+    shown = page(result);
+    EXPECT_EQ(shown["modelType"].toInt(), 1);
+    EXPECT_EQ(shown["family"].toString(), QStringLiteral("Tolm"));
+    EXPECT_EQ(value(shown, "alwaysShockSensitivitySlider"), 7);
+    const QByteArray saved = card.read(QStringLiteral("setup.cfg"));
+    ASSERT_EQ(saved.size(), 432);
+    EXPECT_EQ(qFromLittleEndian<qint32>(saved.constData() + kShock), 7);
+    EXPECT_EQ(saved.mid(8, 5), QByteArray("Tolm\0", 5));
+    // OK writes the same instant back, from this computer's zone.
+    EXPECT_EQ(card.read(QStringLiteral("time.dat")), QByteArray("2016,03,07,23,05,09,+0900"));
 }
 
 TEST_F(SettingsCliTest, UnwritableCardExitsOne)

@@ -40,7 +40,7 @@ TEST(NativeDemoCard, SliderAndRadioRowChangeExactlyTheirFields)
     ASSERT_TRUE(maker.waitForFinished(240000));
     ASSERT_EQ(maker.exitCode(), 0) << maker.readAllStandardError().toStdString();
 
-    TolmSettingManager::ChagneTolmSettingManager(new TolmSettingManager);
+    TolmSettingManager::ChagneTolmSettingManager(nullptr);
     TolmSettingManager* model = TolmSettingManager::SharedTolmSettingManager();
     model->setSettingDirPath(card);
     model->identifySettingDir();

@@ -99,7 +99,7 @@ qint32 int32At(const QByteArray& record, int offset)
 
 void NativePageTest::SetUp()
 {
-    TolmSettingManager::ChagneTolmSettingManager(new TolmSettingManager);
+    TolmSettingManager::ChagneTolmSettingManager(nullptr);
     answer(AlertSink::kSecondButtonReturn);
 }
 

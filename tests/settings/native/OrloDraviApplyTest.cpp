@@ -271,7 +271,7 @@ TEST_F(OrloDraviApply, DraviDriverAssistanceNeedsFirmware17OrSarn)
     // whatever the model holds for them is not shown.
     for (const int firmware : { 16, 17 }) {
         SCOPED_TRACE(firmware);
-        TolmSettingManager::ChagneTolmSettingManager(new TolmSettingManager);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
         TolmSettingManager* model = TolmSettingManager::SharedTolmSettingManager();
         model->setAdas_car_high(2);
         model->setLdws_onoff(0);

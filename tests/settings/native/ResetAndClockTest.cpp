@@ -1,6 +1,7 @@
 // Reset (the card's default.cfg, else the factory values of the five oldest
 // models) and the clock request in SETTING/time.dat.
 #include "NativePageFixture.h"
+#include "ScopedTimeZone.h"
 
 #include "config/TimeDatFile.h"
 #include "config/TolmSettingManager.h"
@@ -90,21 +91,28 @@ TEST_F(ResetAndClock, OrloFactoryValuesReachThePage)
 
 TEST_F(ResetAndClock, ClockRequestOnTheCard)
 {
+    const ScopedTimeZone tokyo("Asia/Tokyo");
     open(5, typicalRecord(5));
     EXPECT_FALSE(m_page->clock().checked);
     EXPECT_LE(qAbs(m_page->clock().value.secsTo(QDateTime::currentDateTime())), 5);
 
-    // Checked: OK leaves a request.
-    const QDateTime when(QDate(2016, 3, 7), QTime(14, 5, 9), QTimeZone(9 * 3600));
+    // Checked: OK leaves a request for the chosen instant, in this
+    // computer's zone whatever zone it was chosen in.
+    const QDateTime when(QDate(2016, 3, 7), QTime(14, 5, 9), QTimeZone(0));
     m_page->setClock({ true, when });
     pressOk();
-    EXPECT_EQ(m_card.read(QStringLiteral("time.dat")), QByteArray("2016,03,07,14,05,09,+0900"));
+    EXPECT_EQ(m_card.read(QStringLiteral("time.dat")), QByteArray("2016,03,07,23,05,09,+0900"));
 
-    // A pending request shows checked with its time.
+    // A pending request shows checked, at its instant on this computer's clock.
+    m_card.file(QStringLiteral("time.dat"), "2016,03,07,14,05,09,+0000");
     openLoaded(5);
     EXPECT_TRUE(m_page->clock().checked);
     EXPECT_EQ(m_page->clock().value, when);
+    EXPECT_EQ(m_page->clock().value.time(), QTime(23, 5, 9));
     EXPECT_EQ(m_page->clock().value.offsetFromUtc(), 9 * 3600);
+    // OK keeps the instant: the same request, written from here.
+    pressOk();
+    EXPECT_EQ(m_card.read(QStringLiteral("time.dat")), QByteArray("2016,03,07,23,05,09,+0900"));
 
     // Unchecked: OK withdraws it.
     m_page->setClock({ false, when });
@@ -136,12 +144,13 @@ TEST_F(ResetAndClock, GarbledRequestShowsUnchecked)
         openLoaded(3);
         EXPECT_FALSE(m_page->clock().checked);
     }
-    // A line end after the request is fine; so is a western zone.
+    // A line end after the request is fine; so is a western zone (shown in
+    // this computer's zone, here UTC).
+    const ScopedTimeZone utc("UTC");
     m_card.file(QStringLiteral("time.dat"), "2024,12,31,23,59,59,-0330\r\n");
     openLoaded(3);
     EXPECT_TRUE(m_page->clock().checked);
-    EXPECT_EQ(m_page->clock().value.offsetFromUtc(), -(3 * 3600 + 30 * 60));
-    EXPECT_EQ(TimeDatFile::format(m_page->clock().value), QByteArray("2024,12,31,23,59,59,-0330"));
+    EXPECT_EQ(TimeDatFile::format(m_page->clock().value), QByteArray("2025,01,01,03,29,59,+0000"));
 }
 
 TEST_F(ResetAndClock, ClockOnTheCardsLowerCaseFolder)
