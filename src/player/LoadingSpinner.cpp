@@ -22,6 +22,7 @@ LoadingSpinner::LoadingSpinner(QWidget* parent)
     connect(&m_timer, &QTimer::timeout, this, [this] {
         m_step = (m_step + 1) % kDots;
         update();
+        emit stepped();
     });
 }
 

@@ -14,6 +14,10 @@ public:
     void stopAnimation();
     bool isAnimating() const { return m_timer.isActive(); }
 
+signals:
+    // The ring turned one step (for whoever draws the spinner elsewhere).
+    void stepped();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

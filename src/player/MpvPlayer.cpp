@@ -191,7 +191,7 @@ void MpvPlayer::renderFrame()
     if (result == MpvRenderTarget::Result::NewFrame)
         ++m_framesRendered;
     if (result != MpvRenderTarget::Result::Nothing && m_framesRendered > 0) {
-        // The host view draws the picture now, into its window or from the texture.
+        // The view's scene shows the picture soon, from the texture.
         ++m_dispatching;
         emit frameRendered();
         --m_dispatching;
@@ -488,9 +488,9 @@ void MpvPlayer::setTargetSize(const QSize& devicePixels)
     onRenderUpdate(this);
 }
 
-bool MpvPlayer::drawInto(QWindow& window, const QSize& pixels, bool upsideDown)
+QImage MpvPlayer::image()
 {
-    return m_target && m_target->drawInto(window, pixels, upsideDown);
+    return m_target ? m_target->image() : QImage();
 }
 
 unsigned int MpvPlayer::texture()

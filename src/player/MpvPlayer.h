@@ -19,7 +19,7 @@ struct mpv_handle;
 struct mpv_node;
 class MpvRenderTarget;
 
-// One mpv core playing one file, its picture drawn into a window or a texture. Every request is sent
+// One mpv core playing one file, its picture rendered into a texture. Every request is sent
 // asynchronously; what the view reads (time, duration, rate, volume) are the
 // values mpv last reported, so nothing here ever waits for the core on the GUI
 // thread. mpv's callbacks only queue work for the GUI thread.
@@ -69,8 +69,8 @@ public:
 
     // Rendering: the picture the host view shows, sized by the host.
     void setTargetSize(const QSize& devicePixels);
-    bool drawInto(QWindow& window, const QSize& pixels, bool upsideDown) override;
     unsigned int texture() override;
+    QImage image() override;
     bool hasFrame() const { return m_framesRendered > 0; }
     qint64 framesRendered() const { return m_framesRendered; }
 

@@ -7,7 +7,6 @@
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
-#include <QWindow>
 
 #include <mpv/render_gl.h>
 
@@ -126,18 +125,6 @@ void MpvRenderTarget::renderTo(int framebuffer, const QSize& pixels, bool flipY)
     m_framePending = false;
 }
 
-bool MpvRenderTarget::drawInto(QWindow& window, const QSize& pixels, bool upsideDown)
-{
-    if (!m_render || !m_context || !m_context->makeCurrent(&window))
-        return false;
-    // A window's framebuffer has its origin at the bottom left: mpv flips
-    // the picture for it, unless the picture is to be shown upside down.
-    renderTo(static_cast<int>(m_context->defaultFramebufferObject()), pixels, !upsideDown);
-    m_context->swapBuffers(&window);
-    m_context->doneCurrent();
-    return true;
-}
-
 unsigned int MpvRenderTarget::texture()
 {
     if (!m_render)
@@ -154,6 +141,15 @@ unsigned int MpvRenderTarget::texture()
         m_textureStale = false;
     }
     return m_fbo->texture();
+}
+
+QImage MpvRenderTarget::image()
+{
+    if (texture() == 0 || !makeCurrent())
+        return {};
+    QImage picture = m_fbo->toImage();
+    m_context->doneCurrent();
+    return picture;
 }
 
 void MpvRenderTarget::finishFrame()

@@ -1,8 +1,7 @@
 #pragma once
 
+#include <QImage>
 #include <QSize>
-
-class QWindow;
 
 #include <memory>
 
@@ -13,12 +12,10 @@ class QOpenGLContext;
 class QOpenGLFramebufferObject;
 
 // The picture of one mpv core: a render context bound to a private OpenGL
-// context (shared with every widget of the application through Qt's global
-// share context). It draws the picture straight into a window, or into a
-// texture for whoever needs one (a window showing only part of the picture, a
-// grab). Neither ties the media to one view, so it can move between views
-// while it keeps playing: a render context belongs to the GL context it was
-// made in, and that context can draw into any window.
+// context (shared with every window of the application through Qt's global
+// share context), rendering into a texture that any scene can show. Nothing
+// ties the media to one view, so it can move between views while it keeps
+// playing.
 class MpvRenderTarget {
 public:
     // updateCallback is called by mpv on one of its own threads when a new
@@ -37,17 +34,15 @@ public:
     enum class Result { Nothing, Redrawn, NewFrame };
     // What mpv has to show: a new frame (NewFrame), or the current picture
     // again because the size changed (Redrawn; black before the first frame).
-    // Draws nothing yet: drawInto(), texture() or finishFrame() do. Nothing
-    // here ever waits for a frame's display time.
+    // Draws nothing yet: texture() or finishFrame() do. Nothing here ever
+    // waits for a frame's display time.
     Result update();
-
-    // Draws the current picture to fill `window` (`pixels` in device pixels)
-    // and shows it (buffer swap); mirrored vertically when `upsideDown`.
-    bool drawInto(QWindow& window, const QSize& pixels, bool upsideDown);
 
     // The current picture as a texture at size(), drawn first if it is out
     // of date; 0 when it cannot be drawn.
     unsigned int texture();
+    // The texture read back, top row first; null when it cannot be drawn.
+    QImage image();
 
     // A new frame nobody has drawn (its view is hidden) is drawn into the
     // texture, so that mpv's frames keep flowing.

@@ -6,7 +6,7 @@
 #include "player/NoVideoView.h"
 #include "player/PlayerRules.h"
 #include "player/TavroAVViewDelegate.h"
-#include "player/VideoSurfaceWindow.h"
+#include "player/VideoScene.h"
 
 #include <QMouseEvent>
 #include <QPalette>
@@ -25,26 +25,17 @@ TavroAVView::TavroAVView(QWidget* parent)
     black.setColor(QPalette::Window, Qt::black);
     setPalette(black);
     setAutoFillBackground(true);
-    m_surface = new VideoSurfaceWindow([this] {
-        const bool shown = m_player && m_player->hasFrame();
-        return VideoSurfaceWindow::Picture { shown ? m_player.get() : nullptr, m_upsideDown };
-    });
-    // Every picture that reaches the screen counts, also one drawn because
-    // the window came on screen (the first frame arrives while it is hidden
-    // behind the loading animation).
-    connect(m_surface, &VideoSurfaceWindow::pictureShown, this, [this] {
-        ++m_framesPresented;
-        emit framePresented();
-    });
-    m_surfaceContainer = QWidget::createWindowContainer(m_surface, this);
-    m_surfaceContainer->setObjectName(QStringLiteral("videoSurface"));
-    m_surfaceContainer->setFocusPolicy(Qt::NoFocus);
     m_loadingSpinner = new LoadingSpinner(this);
     m_loadingSpinner->setObjectName(QStringLiteral("loadingSpinner"));
+    connect(m_loadingSpinner, &LoadingSpinner::stepped, this, &TavroAVView::overlayChanged);
     m_loadingSpinner->hide();
     m_noVideoView = new NoVideoView(this);
     m_noVideoView->setObjectName(QStringLiteral("noVideoView"));
     m_noVideoView->hide();
+    // A view on its own shows itself; an area holding several views gives
+    // them one scene (useScene).
+    m_ownScene = new VideoScene(this);
+    m_ownScene->setLayers({ this });
     layoutOverlays();
 }
 
@@ -80,7 +71,7 @@ void TavroAVView::close()
     m_loadingSpinner->stopAnimation();
     showOverlay(m_loadingSpinner, false);
     showOverlay(m_noVideoView, false);
-    presentPicture();
+    emit pictureChanged();
     setFileName(QString());
 }
 
@@ -202,7 +193,7 @@ void TavroAVView::onPlayedToEnd()
 void TavroAVView::onFrameRendered()
 {
     stopLoadingAnimationAndHandleError(false);
-    presentPicture();
+    emit pictureChanged();
 }
 
 void TavroAVView::seekToStartAtEnd()
@@ -295,7 +286,7 @@ void TavroAVView::setVolume(float volume)
 void TavroAVView::setUpsideDown(bool upsideDown)
 {
     m_upsideDown = upsideDown;
-    presentPicture();
+    emit pictureChanged();
 }
 
 void TavroAVView::setVideoTrack(int track)
@@ -349,8 +340,8 @@ void TavroAVView::swapPlayerItemWith(PlayerView& otherView)
         other->m_player->setTargetSize(other->devicePixelSize());
     rebuildObservers();
     other->rebuildObservers();
-    presentPicture();
-    other->presentPicture();
+    emit pictureChanged();
+    emit other->pictureChanged();
 }
 
 qint64 TavroAVView::decoderDroppedFrames() const
@@ -370,64 +361,53 @@ QSize TavroAVView::devicePixelSize() const
 
 void TavroAVView::layoutOverlays()
 {
-    const QRect visible = visiblePart();
-    m_surfaceContainer->setGeometry(visible);
-    m_surface->setPictureRect(rect().translated(-visible.topLeft()));
     m_noVideoView->setGeometry(rect());
     m_loadingSpinner->move(
         (width() - m_loadingSpinner->width()) / 2, (height() - m_loadingSpinner->height()) / 2);
 }
 
-// A native window is not clipped by the widgets it sits in. An enlarged view
-// is larger than its area, so the picture window covers only the part of the
-// view its ancestors show, and draws the picture shifted to match.
-QRect TavroAVView::visiblePart() const
-{
-    QRect part = rect();
-    for (const QWidget* w = this; !w->isWindow() && w->parentWidget(); w = w->parentWidget()) {
-        const QWidget* parent = w->parentWidget();
-        part &= QRect(mapFrom(parent, QPoint(0, 0)), parent->size());
-    }
-    return part.isEmpty() ? QRect() : part;
-}
-
-// The picture window is native and would cover any widget drawn over it. The
-// overlays only show while there is no picture (loading, or a file without
-// video), so the window steps aside for them and the view's black shows.
 void TavroAVView::showOverlay(QWidget* overlay, bool shown)
 {
     overlay->setVisible(shown);
     if (shown)
         overlay->raise();
-    updateSurfaceVisibility();
 }
 
-void TavroAVView::setPictureCovered(bool covered)
+VideoPicture* TavroAVView::shownPicture() const
 {
-    m_pictureCovered = covered;
-    updateSurfaceVisibility();
+    if (!m_player || !m_player->hasFrame() || !m_loadingSpinner->isHidden()
+        || !m_noVideoView->isHidden())
+        return nullptr;
+    return m_player.get();
 }
 
-void TavroAVView::updateSurfaceVisibility()
+qint64 TavroAVView::pictureSerial() const
 {
-    m_surfaceContainer->setVisible(
-        !m_pictureCovered && m_loadingSpinner->isHidden() && m_noVideoView->isHidden());
+    return m_player ? m_player->framesRendered() : 0;
 }
 
-void TavroAVView::presentPicture()
+void TavroAVView::useScene(VideoScene* scene)
 {
-    m_surface->present();
+    if (scene == m_ownScene)
+        return;
+    delete m_ownScene;
+    m_ownScene = nullptr;
+}
+
+void TavroAVView::notePicturePresented()
+{
+    ++m_framesPresented;
+    emit framePresented();
 }
 
 QImage TavroAVView::grabFramebuffer()
 {
-    return m_surface->grabPicture();
-}
-
-void TavroAVView::moveEvent(QMoveEvent* event)
-{
-    QWidget::moveEvent(event);
-    layoutOverlays();
+    QImage picture = m_player && m_player->hasFrame() ? m_player->image() : QImage();
+    if (picture.isNull()) {
+        picture = QImage(devicePixelSize().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
+        picture.fill(Qt::black);
+    }
+    return m_upsideDown ? picture.mirrored(false, true) : picture;
 }
 
 void TavroAVView::resizeEvent(QResizeEvent* event)

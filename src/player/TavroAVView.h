@@ -12,14 +12,16 @@
 class LoadingSpinner;
 class MpvPlayer;
 class NoVideoView;
-class VideoSurfaceWindow;
+class VideoPicture;
+class VideoScene;
 
 // The view that plays one video file on libmpv. It loads asynchronously and
 // reports its progress to its delegate as statuses: Init, Loading, then
 // Prepared (ready to play) or Error (no file, unreadable file, or no video
 // stream; a file with sound only keeps playing its sound behind noVideoView).
-// The picture is drawn at device pixels on a black background, in a native
-// window of its own inside the view (see VideoSurfaceWindow).
+// The picture is rendered at the view's device pixels and shown by a
+// VideoScene: the view's own, or the scene of the area it lies in, which
+// shows several views (and the widgets over them) in one native window.
 class TavroAVView : public QWidget, public PlayerView {
     Q_OBJECT
 public:
@@ -73,22 +75,31 @@ public:
     // nothing is loaded).
     QImage grabFramebuffer();
 
-    // A widget of the window lies over the view (a cover image): the picture
-    // steps aside so that it shows (see showOverlay()).
-    void setPictureCovered(bool covered);
+    // What a scene shows of the view: the picture, or none while there is no
+    // frame yet or the loading animation or a notice takes its place.
+    VideoPicture* shownPicture() const;
+    // Changes with every new frame the player renders.
+    qint64 pictureSerial() const;
+    // `scene` shows the view from now on; the view's own scene goes.
+    void useScene(VideoScene* scene);
+    // A scene showed a new picture of the view on the screen.
+    void notePicturePresented();
 
-    // Frames drawn into the window, and mpv's own drop counters.
+    // Pictures that reached the screen, and mpv's own drop counters.
     qint64 framesPresented() const { return m_framesPresented; }
     qint64 decoderDroppedFrames() const;
     qint64 outputDroppedFrames() const;
 
 signals:
-    // A picture of the loaded media was drawn into the view.
+    // A picture of the loaded media reached the screen.
     void framePresented();
+    // What the view shows changed (a new frame, mirrored, another media).
+    void pictureChanged();
+    // The widgets over the picture changed (the loading animation turned).
+    void overlayChanged();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
-    void moveEvent(QMoveEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
@@ -106,14 +117,10 @@ private:
     void seekToStartAtEnd();
     QSize devicePixelSize() const;
     void layoutOverlays();
-    QRect visiblePart() const;
     void showOverlay(QWidget* overlay, bool shown);
-    void updateSurfaceVisibility();
-    void presentPicture();
 
     bool m_enabled = true;
     bool m_upsideDown = false;
-    bool m_pictureCovered = false;
     TavroAVViewStatus m_status = TavroAVViewStatus::Init;
     TavroAVViewDelegate* m_delegate = nullptr;
     QString m_fileName;
@@ -123,7 +130,6 @@ private:
     NoVideoView* m_noVideoView = nullptr;
     std::unique_ptr<MpvPlayer> m_player;
     QList<QMetaObject::Connection> m_observers;
-    VideoSurfaceWindow* m_surface = nullptr; // owned by m_surfaceContainer
-    QWidget* m_surfaceContainer = nullptr;
+    VideoScene* m_ownScene = nullptr; // a child, until another scene shows the view
     qint64 m_framesPresented = 0;
 };

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <QSize>
+#include <QImage>
 
-class QWindow;
-
-// A video picture a window can show: drawn straight into the window, or as a
-// texture of the application's shared OpenGL contexts.
+// A video picture a scene can show: a texture of the application's shared
+// OpenGL contexts, rendered at the size its view asked for.
 class VideoPicture {
 public:
     virtual ~VideoPicture() = default;
 
-    // Draws the current picture to fill `window` (`pixels` in device pixels)
-    // and shows it; mirrored vertically when `upsideDown`. False when nothing
-    // could be drawn.
-    virtual bool drawInto(QWindow& window, const QSize& pixels, bool upsideDown) = 0;
     // The current picture as a texture (stored bottom row first); 0 when there
     // is none.
     virtual unsigned int texture() = 0;
+    // The current picture read back, top row first; null when there is none.
+    virtual QImage image() = 0;
 };

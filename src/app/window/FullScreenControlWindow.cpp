@@ -22,13 +22,9 @@ FullScreenControlWindow::FullScreenControlWindow(QWidget* parent)
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("fullScreenControlWindow"));
-    // Native, so that it stacks above the picture windows, which are native
-    // too; opaque, as nothing shows through a native window's corners.
-    setAttribute(Qt::WA_NativeWindow);
-    setAttribute(Qt::WA_DontCreateNativeAncestors);
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "#fullScreenControlWindow { background: #1f2226; border: 1px solid #2c3036; }"));
+    setStyleSheet(QStringLiteral("#fullScreenControlWindow { background: #1f2226; border: 1px "
+                                 "solid #2c3036; border-radius: 8px; }"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 6, 12, 6);
     layout->setSpacing(6);
@@ -82,7 +78,7 @@ void FullScreenControlWindow::placeAtBottomCentre()
     move((parent->width() - width()) / 2, parent->height() - height() - kBottomMargin);
 }
 
-// The window grows to the screen after the bar is shown: the bar follows.
+// The area grows to the screen after the bar is shown: the bar follows.
 bool FullScreenControlWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == parentWidget() && event->type() == QEvent::Resize && isVisible()) {

@@ -5,10 +5,10 @@
 class ImageButton;
 
 // The control bar of full-screen playback: play/pause, one frame back and
-// forward, and leaving full screen, at the bottom centre of the full-screen
-// window. It lives inside that window, as a native child above the picture
-// windows, not as a window of its own: on Wayland a client cannot place a
-// window of its own, and over the picture a plain widget would not show.
+// forward, and leaving full screen, at the bottom centre of the video area
+// (which fills the screen then). It is a widget of that area, drawn over the
+// picture by the area's video scene, not a window of its own: on Wayland a
+// client cannot place a window of its own.
 class FullScreenControlWindow : public QWidget {
     Q_OBJECT
 public:

@@ -41,8 +41,9 @@ MainWindow::MainWindow(QWidget* parent)
     setWindowIcon(ViewerImages::applicationIcon());
     setMinimumSize(kMinimumWidth, kMinimumHeight);
     buildLayout();
-    m_fullScreenControl = new FullScreenControlWindow(this);
+    m_fullScreenControl = new FullScreenControlWindow;
     m_fullScreenControl->hide();
+    m_videoArea->addTopLayer(m_fullScreenControl);
     m_controller = std::make_unique<MainWindowController>(
         *m_videoArea->bigMovieView(), *m_videoArea->smallMovieView(), *this);
     // Conversion and telemetry scans never hold up the window.

@@ -3,6 +3,7 @@
 #include "app/window/ViewerImages.h"
 #include "app/window/ZoomableMovieArea.h"
 #include "player/TavroAVView.h"
+#include "player/VideoScene.h"
 
 #include <QLabel>
 
@@ -42,6 +43,10 @@ VideoArea::VideoArea(QWidget* parent)
     m_bigCover->setObjectName(QStringLiteral("bigMovieCover"));
     m_smallCover->setObjectName(QStringLiteral("smallMovieCover"));
     m_bigCover->setStyleSheet(QStringLiteral("background: #000000;"));
+    // One window shows the whole area, bottom first: the large picture, the
+    // inset, the large cover (over the inset too), the inset's cover.
+    m_scene = new VideoScene(this);
+    m_scene->setLayers({ m_bigMovieView, m_smallMovieView, m_bigCover, m_smallCover });
     layoutChildren();
 }
 
@@ -77,6 +82,13 @@ void VideoArea::setShown(Shown shown)
     setCoversVisible(isBigCoverVisible(), isSmallCoverVisible());
 }
 
+void VideoArea::addTopLayer(QWidget* widget)
+{
+    widget->setParent(this);
+    widget->raise();
+    m_scene->setLayers({ m_bigMovieView, m_smallMovieView, m_bigCover, m_smallCover, widget });
+}
+
 QRect VideoArea::smallViewRect() const
 {
     if (m_shown == Shown::SmallOnly)
@@ -101,11 +113,6 @@ void VideoArea::layoutChildren()
     m_smallMovieView->raise();
     m_bigCover->raise();
     m_smallCover->raise();
-    // The pictures are native windows above every widget: a cover that shows
-    // over a view hides its picture (the large cover lies over the inset too).
-    m_bigMovieView->setPictureCovered(m_bigCover->isVisibleTo(this));
-    m_smallMovieView->setPictureCovered(
-        m_bigCover->isVisibleTo(this) || m_smallCover->isVisibleTo(this));
     updateCoverPixmap(m_bigCover);
     updateCoverPixmap(m_smallCover);
 }

@@ -4,12 +4,13 @@
 
 class QLabel;
 class TavroAVView;
+class VideoScene;
 class ZoomableMovieArea;
 
 // The black video area: the large player view (zoomable, in its own area)
 // filling it and the small player view inset in its lower right corner. Each
 // view shows its cover image while it has no movie. In full screen only one of
-// the two views is shown, filling the area.
+// the two views is shown, filling the area. One VideoScene shows it all.
 class VideoArea : public QWidget {
     Q_OBJECT
 public:
@@ -26,6 +27,9 @@ public:
     bool isSmallCoverVisible() const;
 
     void setShown(Shown shown);
+    // A widget over both pictures (the full-screen controls), taken over by
+    // the area; it places itself.
+    void addTopLayer(QWidget* widget);
     Shown shown() const { return m_shown; }
 
     QSize minimumSizeHint() const override;
@@ -43,5 +47,6 @@ private:
     ZoomableMovieArea* m_bigArea = nullptr;
     QLabel* m_bigCover = nullptr;
     QLabel* m_smallCover = nullptr;
+    VideoScene* m_scene = nullptr;
     Shown m_shown = Shown::Both;
 };
