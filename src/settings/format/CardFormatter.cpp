@@ -6,6 +6,16 @@
 
 namespace {
 
+FormatResult unchanged(const FormatPlan& plan, FormatResult::Outcome outcome, const QString& detail)
+{
+    FormatResult result;
+    result.outcome = outcome;
+    result.detail = detail;
+    result.mounted = true; // as it was: nothing was unmounted
+    result.mountPoint = plan.mountPoint;
+    return result;
+}
+
 // The card is looked at again just before it is formatted: between the
 // question and the answer it may have been taken out, or another card put in
 // at the same folder.
@@ -15,16 +25,11 @@ FormatResult checkedFormat(
     if (plan.allowed()) {
         const FormatPlan now = CardFormatInspector(system, runner).inspect(plan.cardRoot);
         if (!now.allowed() || now.deviceName != plan.deviceName || now.mountPoint != plan.mountPoint
-            || now.fileSystem != plan.fileSystem || now.label != plan.label) {
-            FormatResult result;
-            result.outcome = FormatResult::Outcome::Failed;
-            result.detail
-                = QStringLiteral("the card changed since it was checked; nothing was changed")
-                + (now.allowed() ? QString() : QStringLiteral(" (") + now.reason + u')');
-            result.mounted = true; // as it was: nothing was unmounted
-            result.mountPoint = plan.mountPoint;
-            return result;
-        }
+            || now.fileSystem != plan.fileSystem || now.label != plan.label
+            || now.serial != plan.serial)
+            return unchanged(plan, FormatResult::Outcome::Failed,
+                QStringLiteral("the card changed since it was checked; nothing was changed")
+                    + (now.allowed() ? QString() : QStringLiteral(" (") + now.reason + u')'));
     }
     return runFormat(plan, runner, system.procRoot);
 }
