@@ -5,6 +5,7 @@
 #include "app/window/ViewerCommandLine.h"
 #include "app/window/ViewerImages.h"
 #include "app/window/ViewerStyle.h"
+#include "format/FormatQuitGuard.h"
 
 #include <QApplication>
 #include <QtWebEngineQuick>
@@ -53,6 +54,8 @@ int main(int argc, char** argv)
     ViewerStyle::apply(application);
     // Ctrl+C or a polite kill quits like closing the window does.
     QuitSignalHandler quitOnSignal;
+    // No quit cuts a card format short: it waits until the card is mounted again.
+    FormatQuitGuard holdQuitWhileFormatting;
     AppDelegate delegate(commandLine.options);
     delegate.applicationDidFinishLaunching();
     const int code = application.exec();

@@ -506,3 +506,24 @@ TEST(CardFormatDecisionTest, TheFormatterLooksAgainAndLeavesAnotherCardAlone)
     EXPECT_TRUE(formatter.formatNow(plan).succeeded());
     EXPECT_TRUE(runner->programs().contains(QStringLiteral("mkfs.vfat")));
 }
+
+TEST(CardFormatDecisionTest, AFormatAskedForOnceTheViewerQuitsNeverStarts)
+{
+    FakeCardSystem machine;
+    auto runner = std::make_shared<ScriptedRunner>();
+    addSystemDisk(machine);
+    const QString point
+        = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+    CardFormatActivity activity;
+    const CardFormatter formatter(machine.system(), runner, activity);
+    const FormatPlan plan = formatter.inspectNow(point);
+    ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
+    const qsizetype inspected = runner->calls().size();
+
+    EXPECT_FALSE(activity.closeStarts()); // nothing running yet
+    const FormatResult result = formatter.formatNow(plan);
+    EXPECT_EQ(result.outcome, FormatResult::Outcome::NotStarted);
+    EXPECT_TRUE(result.mounted);
+    EXPECT_EQ(runner->calls().size(), inspected) << "not even looked at again";
+    EXPECT_FALSE(activity.isRunning());
+}
