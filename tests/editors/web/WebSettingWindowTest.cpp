@@ -53,14 +53,20 @@ protected:
         ASSERT_TRUE(m_dir.isValid());
         ASSERT_TRUE(m_server.listen(QHostAddress::LocalHost));
         QObject::connect(&m_server, &QTcpServer::newConnection, [this] { ++m_connections; });
-        m_card = m_dir.filePath(QStringLiteral("card one"));
         m_record = SetupCfgBuilder::letterPattern(596).int32(428, 1).bytes();
-        const QString setting = m_card + "/SETTING/";
+        TestFiles::write(m_dir.filePath("secret.txt"), "SECRET");
+        m_card = writeCard(QStringLiteral("card one"));
+    }
+
+    // A card folder of that name with the probe page and the camera's files.
+    QString writeCard(const QString& name)
+    {
+        const QString card = m_dir.filePath(name);
+        const QString setting = card + "/SETTING/";
         TestFiles::write(setting + "setup.cfg", m_record);
         TestFiles::write(setting + "default.cfg", SetupCfgBuilder(596).bytes());
         TestFiles::write(setting + "time.dat", "2020,05,17,08,09,00,+0900");
         TestFiles::write(setting + "ADAS_CAL.dat", "calibration");
-        TestFiles::write(m_dir.filePath("secret.txt"), "SECRET");
         TestFiles::write(
             setting + "html/index.html", TestFiles::read(sourcePath("pages/probe.html")));
         TestFiles::write(
@@ -71,6 +77,7 @@ protected:
                 .arg(m_server.serverPort())
                 .arg(m_dir.filePath("secret.txt"))
                 .toUtf8());
+        return card;
     }
 
     void TearDown() override
@@ -237,6 +244,23 @@ TEST_F(WebSettingWindowTest, ABrokenRecordFromThePageWritesNothing)
         m_window->saveButton()->click();
         ASSERT_TRUE(waitClosed()) << mode;
         EXPECT_EQ(snapshot(m_card), before) << mode;
+    }
+}
+
+TEST_F(WebSettingWindowTest, CardFoldersWithUrlCharactersInTheirNameLoadAndSave)
+{
+    // "#" would start a fragment, "?" a query and "%" an escape in a URL
+    // written by hand; the page must load and Save write all the same.
+    for (const char* name : { "CAM#1 card", "what? card", "100% card" }) {
+        m_card = writeCard(QString::fromUtf8(name));
+        ASSERT_TRUE(open()) << name;
+        ASSERT_TRUE(waitForPage("report.readyForSave === true")) << name;
+        answerNotification(QMessageBox::NoRole);
+        m_window->saveButton()->click();
+        ASSERT_TRUE(waitClosed()) << name;
+        QByteArray saved = m_record;
+        saved[0] = char(0xAB);
+        EXPECT_EQ(TestFiles::read(m_card + "/SETTING/setup.cfg"), saved) << name;
     }
 }
 
