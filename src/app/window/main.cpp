@@ -5,6 +5,7 @@
 #include "app/window/ViewerCommandLine.h"
 #include "app/window/ViewerImages.h"
 #include "app/window/ViewerStyle.h"
+#include "editors/web/WebEngineProcess.h"
 #include "format/FormatQuitGuard.h"
 
 #include <QApplication>
@@ -12,25 +13,12 @@
 
 #include <clocale>
 #include <cstdio>
-#include <unistd.h>
-
-namespace {
-
-// QtWebEngine cannot start its sandbox as root.
-void allowWebEngineAsRoot()
-{
-    if (::geteuid() != 0)
-        return;
-    QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
-    if (!flags.contains("--no-sandbox"))
-        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", (flags + " --no-sandbox").trimmed());
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
-    allowWebEngineAsRoot();
+    // Chromium's flags (no WebRTC UDP, no WebTransport; no sandbox as root)
+    // before anything starts QtWebEngine.
+    WebEngineProcess::prepare();
     // The player views and the map page share OpenGL resources.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     // The map window's web view, before the application object.
