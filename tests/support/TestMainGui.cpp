@@ -1,19 +1,19 @@
 #include "app/SanitizerLeakCheck.h"
+#include "editors/web/WebEngineProcess.h"
 
 #include <QApplication>
-#include <QtWebEngineQuick>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QtWebEngineQuick>
 
 #include <clocale>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 int main(int argc, char** argv)
 {
-    // QtWebEngine refuses to start its sandbox as root (CI runs as root).
-    if (::geteuid() == 0)
-        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--no-sandbox");
+    // Chromium's flags as the viewer sets them (and no sandbox as root: CI
+    // runs as root).
+    WebEngineProcess::prepare();
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QtWebEngineQuick::initialize();
     QApplication app(argc, argv);

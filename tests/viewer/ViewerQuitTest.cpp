@@ -1,17 +1,28 @@
 // Quitting the viewer by a signal while a clip is being converted: ffmpeg
-// ends within a second and nothing of its output is left in the cache.
+// ends within a second and nothing of its output is left in the cache. While
+// a card is being formatted, the quit waits with the progress sheet up.
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
-#include "ViewerTestSupport.h"
 #include "TestTiming.h"
+#include "ViewerTestSupport.h"
+#include "app/window/QuitSignalHandler.h"
+#include "format/CardFormatActivity.h"
+#include "format/CardFormatter.h"
+#include "format/CardOperationDialog.h"
+#include "format/CardSheetDialog.h"
+#include "format/FormatQuitGuard.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -86,13 +97,79 @@ TEST(ViewerQuitTest, ASignalDuringAConversionEndsFfmpegAndLeavesNoPartialFile)
         QElapsedTimer stopping;
         stopping.start();
         ::kill(pid_t(viewer.processId()), signal);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !processAlive(ffmpeg); }, TestTiming::scaled(1000)))
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return !processAlive(ffmpeg); }, TestTiming::scaled(1000)))
             << "ffmpeg still runs " << stopping.elapsed() << " ms after the signal";
         ASSERT_TRUE(viewer.waitForFinished(20000));
         EXPECT_EQ(viewer.exitStatus(), QProcess::NormalExit);
         EXPECT_TRUE(conversionFiles(cacheHome).isEmpty())
             << qPrintable(conversionFiles(cacheHome).join(u' '));
     }
+}
+
+// A format engine whose format runs `formatMs` and is counted in `activity`
+// as the real one is, from the moment it has unmounted the card.
+class SlowFormatEngine final : public CardFormatEngine {
+public:
+    SlowFormatEngine(CardFormatActivity& activity, int formatMs)
+        : m_activity(activity)
+        , m_formatMs(formatMs)
+    {
+    }
+    void inspect(
+        const QString&, QObject* context, std::function<void(const FormatPlan&)> done) override
+    {
+        FormatPlan plan;
+        plan.refusal = FormatRefusal::None;
+        QTimer::singleShot(0, context, [plan, done] { done(plan); });
+    }
+    void format(
+        const FormatPlan&, QObject* context, std::function<void(const FormatResult&)> done) override
+    {
+        started = m_activity.begin();
+        QTimer::singleShot(m_formatMs, context, [this, done] {
+            m_activity.end(false);
+            done(FormatResult { FormatResult::Outcome::Formatted, {}, true, {} });
+        });
+    }
+    bool started = false;
+
+private:
+    CardFormatActivity& m_activity;
+    int m_formatMs;
+};
+
+TEST(ViewerQuitTest, ASignalDuringACardFormatWaitsWithTheSheetUpUntilTheCardIsBack)
+{
+    QuitSignalHandler quitOnSignal;
+    CardFormatActivity activity;
+    FormatQuitGuard guard(activity, nullptr);
+    QWidget editor;
+    editor.resize(600, 400);
+    editor.show();
+    const int formatMs = TestTiming::scaled(1500);
+    auto engine = std::make_unique<SlowFormatEngine>(activity, formatMs);
+    SlowFormatEngine* formatting = engine.get();
+    QPointer<CardOperationDialog> operation
+        = askFormat(&editor, QStringLiteral("/media/user/CARD"), std::move(engine));
+    QPointer<CardSheetDialog> sheet = operation->sheetDialog();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet && sheet->isVisible()); }, 5000));
+    QTest::mouseClick(sheet->buttons()[1], Qt::LeftButton); // "예"
+    ASSERT_TRUE(formatting->started);
+
+    QElapsedTimer quitting;
+    bool sheetUpWhileHeld = false;
+    QObject::connect(&guard, &FormatQuitGuard::quitHeld, [&] {
+        quitting.start();
+        QTimer::singleShot(formatMs / 3,
+            [&] { sheetUpWhileHeld = sheet && sheet->isVisible() && editor.isVisible(); });
+    });
+    QTimer::singleShot(0, [] { ::raise(SIGTERM); });
+    QApplication::exec();
+    EXPECT_TRUE(sheetUpWhileHeld);
+    ASSERT_TRUE(quitting.isValid()) << "the signal's quit was not held";
+    EXPECT_GE(quitting.elapsed(), formatMs * 2 / 3) << "quit before the format had ended";
+    EXPECT_FALSE(activity.isRunning());
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 // `tavro-viewer --card CARD --settings`.
 #include "app/ViewerLanguage.h"
 #include "config/TolmSettingManager.h"
+#include "editors/web/WebEngineProcess.h"
 #include "editors/web/WebSettingWindowController.h"
 
 #include <QApplication>
@@ -15,14 +16,11 @@
 #include <QWidget>
 
 #include <cstdio>
-#include <unistd.h>
 
 int main(int argc, char** argv)
 {
-    // QtWebEngine cannot start its sandbox as root.
-    if (::geteuid() == 0 && !qgetenv("QTWEBENGINE_CHROMIUM_FLAGS").contains("--no-sandbox"))
-        qputenv("QTWEBENGINE_CHROMIUM_FLAGS",
-            (qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") + " --no-sandbox").trimmed());
+    // Chromium's flags for the card's page, as the viewer sets them.
+    WebEngineProcess::prepare();
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("tavro"));

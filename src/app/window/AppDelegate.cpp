@@ -8,11 +8,14 @@
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
 #include "config/VolumeWatcher.h"
+#include "format/CardFormatActivity.h"
 #include "library/ClipLibrary.h"
 #include "library/Utils.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QSessionManager>
 #include <QTimer>
 #include <QUrl>
 
@@ -37,6 +40,7 @@ AppDelegate::AppDelegate(ViewerOptions options, QObject* parent)
     , m_options(std::move(options))
 {
     connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::applicationWillTerminate);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionWillEnd);
 }
 
 AppDelegate::~AppDelegate()
@@ -92,6 +96,17 @@ void AppDelegate::showMainWindow()
     // After the window's queued start-up work, as if the button were pressed.
     if (m_options.openSettings)
         QTimer::singleShot(0, m_window.get(), &MainWindow::settingButtonTouched);
+}
+
+void AppDelegate::sessionWillEnd(QSessionManager& manager)
+{
+    // Logging out while a card is being formatted would end the viewer under
+    // a card with no file system or no mount. Where the session lets us ask,
+    // the logout is called off; the format's sheet shows why, and the next
+    // logout goes through once it has ended. Otherwise the quit that follows
+    // waits for the format (FormatQuitGuard).
+    if (CardFormatActivity::shared().isRunning() && manager.allowsInteraction())
+        manager.cancel();
 }
 
 void AppDelegate::applicationWillTerminate()

@@ -8,6 +8,7 @@
 #include <memory>
 
 class MainWindow;
+class QSessionManager;
 class MessageBoxAlertSink;
 #include "app/window/SplashWindowController.h"
 class VolumeWatcher;
@@ -27,6 +28,8 @@ public:
     void applicationDidFinishLaunching();
     // Removes the working folder with everything in it.
     void applicationWillTerminate();
+    // The desktop session is about to end (logout, shutdown).
+    void sessionWillEnd(QSessionManager& manager);
 
     MainWindow* window() const { return m_window.get(); }
     SplashWindowController* splashWindow() const { return m_splash; }

@@ -5,31 +5,20 @@
 #include "app/window/ViewerCommandLine.h"
 #include "app/window/ViewerImages.h"
 #include "app/window/ViewerStyle.h"
+#include "editors/web/WebEngineProcess.h"
+#include "format/FormatQuitGuard.h"
 
 #include <QApplication>
 #include <QtWebEngineQuick>
 
 #include <clocale>
 #include <cstdio>
-#include <unistd.h>
-
-namespace {
-
-// QtWebEngine cannot start its sandbox as root.
-void allowWebEngineAsRoot()
-{
-    if (::geteuid() != 0)
-        return;
-    QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
-    if (!flags.contains("--no-sandbox"))
-        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", (flags + " --no-sandbox").trimmed());
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
-    allowWebEngineAsRoot();
+    // Chromium's flags (no WebRTC UDP, no WebTransport; no sandbox as root)
+    // before anything starts QtWebEngine.
+    WebEngineProcess::prepare();
     // The player views and the map page share OpenGL resources.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     // The map window's web view, before the application object.
@@ -53,6 +42,8 @@ int main(int argc, char** argv)
     ViewerStyle::apply(application);
     // Ctrl+C or a polite kill quits like closing the window does.
     QuitSignalHandler quitOnSignal;
+    // No quit cuts a card format short: it waits until the card is mounted again.
+    FormatQuitGuard holdQuitWhileFormatting;
     AppDelegate delegate(commandLine.options);
     delegate.applicationDidFinishLaunching();
     const int code = application.exec();

@@ -89,9 +89,13 @@ void CardSheetDialog::showSheet(const CardSheet& sheet)
         button->setEnabled(sheet.buttonsEnabled);
         m_buttons.append(button);
     }
-    // The last button is the one Return presses.
-    if (!m_buttons.isEmpty() && sheet.buttonsEnabled)
-        m_buttons.last()->setDefault(true);
+    // Return answers the safe choice: "아니오" on a question that would erase
+    // the card or its calibration, the only button otherwise. "예" takes a
+    // click (or Tab and Space).
+    if (!m_buttons.isEmpty() && sheet.buttonsEnabled) {
+        m_buttons.first()->setDefault(true);
+        m_buttons.first()->setFocus();
+    }
     adjustSize();
 }
 

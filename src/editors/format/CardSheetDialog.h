@@ -14,7 +14,8 @@ class QHBoxLayout;
 // informative text, a busy progress bar while the format runs, and the
 // buttons in the order given (the first answers 1000, the second 1001).
 // Window-modal, so the editor stays drawn and the rest of the viewer runs.
-// While the buttons are disabled, Escape and the close box do nothing.
+// Return, Escape and the close box answer with the first button ("아니오"
+// on a question); while the buttons are disabled they do nothing.
 class CardSheetDialog final : public QDialog {
     Q_OBJECT
 

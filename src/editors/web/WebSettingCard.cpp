@@ -32,11 +32,9 @@ std::optional<QByteArray> readBounded(const QString& path, qint64 limit)
 
 } // namespace
 
-QString indexHtmlFilename(const QString& folder)
+QUrl indexHtmlFilename(const QString& folder)
 {
-    QString escaped = folder;
-    escaped.replace(u' ', QStringLiteral("%20"));
-    return QStringLiteral("file://%1/SETTING/html/index.html").arg(escaped);
+    return QUrl::fromLocalFile(settingPath(folder, "html/index.html"));
 }
 
 QString cfgFilename(const QString& folder)

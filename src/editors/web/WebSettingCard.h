@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QUrl>
 
 #include <optional>
 
@@ -9,9 +10,11 @@
 // "SETTING" folder, and the clock request the page edits.
 namespace WebSettingCard {
 
-// "file://<folder>/SETTING/html/index.html" with every blank of the folder
-// written "%20"; no other character is escaped.
-QString indexHtmlFilename(const QString& folder);
+// The address of <folder>/SETTING/html/index.html, made from the path so
+// that every character of the folder stays part of the path: a blank is
+// written "%20", and "#", "?" or "%" in a card's folder name neither start a
+// fragment or query nor an escape.
+QUrl indexHtmlFilename(const QString& folder);
 QString cfgFilename(const QString& folder);
 QString defaultCfgFilename(const QString& folder);
 QString adasFilename(const QString& folder);

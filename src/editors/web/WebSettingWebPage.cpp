@@ -1,6 +1,7 @@
 #include "editors/web/WebSettingWebPage.h"
 
 #include "EditorsLogging.h"
+#include "editors/web/NoWebRtcScript.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebDashcamShim.h"
 
@@ -52,6 +53,7 @@ WebSettingWebPage::WebSettingWebPage(
     s->setAttribute(QWebEngineSettings::ScreenCaptureEnabled, false);
     s->setAttribute(QWebEngineSettings::AllowGeolocationOnInsecureOrigins, false);
     s->setAttribute(QWebEngineSettings::LocalStorageEnabled, true);
+    s->setAttribute(QWebEngineSettings::WebRTCPublicInterfacesOnly, true);
     connect(this, &QWebEnginePage::featurePermissionRequested, this,
         [this](const QUrl& origin, Feature feature) {
             setFeaturePermission(origin, feature, PermissionDeniedByUser);
@@ -66,6 +68,14 @@ WebSettingWebPage::WebSettingWebPage(
     shim.setInjectionPoint(QWebEngineScript::DocumentCreation);
     shim.setWorldId(QWebEngineScript::MainWorld);
     shim.setRunsOnSubFrames(false);
+
+    QWebEngineScript noWebRtc;
+    noWebRtc.setName(QStringLiteral("tavro-no-webrtc"));
+    noWebRtc.setSourceCode(NoWebRtcScript::source());
+    noWebRtc.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    noWebRtc.setWorldId(QWebEngineScript::MainWorld);
+    noWebRtc.setRunsOnSubFrames(true);
+    scripts().insert(noWebRtc);
     scripts().insert(shim);
 }
 

@@ -26,10 +26,11 @@ private:
 };
 
 // The camera's settings page in QtWebEngine. A profile of its own that keeps
-// nothing on disk, no pop-up windows, no downloads, no permissions; every
-// navigation is asked of a policy (the window's handshake state plus the
+// nothing on disk, no pop-up windows, no downloads, no permissions, no WebRTC;
+// every navigation is asked of a policy (the window's handshake state plus the
 // card folder rule); the page's "Dashcam" is installed at document creation
-// over a QWebChannel.
+// over a QWebChannel. The process must have been prepared with
+// WebEngineProcess::prepare().
 class WebSettingWebPage : public QWebEnginePage, public WebSettingPage {
     Q_OBJECT
 public:

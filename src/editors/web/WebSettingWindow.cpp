@@ -253,8 +253,11 @@ void WebSettingWindow::showNotification(
         buttons.append(box->addButton(
             TavroLanguages::SharedTavroLanguages().localized(buttonKeys.at(i)), role));
     }
+    // Return and Escape answer with the first button: "아니오" on a question.
+    // The page may be asking to delete or reset something, and only the page
+    // knows what; "예" takes a click.
     box->setEscapeButton(buttons.first());
-    box->setDefaultButton(qobject_cast<QPushButton*>(buttons.last()));
+    box->setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
     connect(box, &QMessageBox::finished, this, [this, box, buttons] {
         const qsizetype chosen = buttons.indexOf(box->clickedButton());
         box->deleteLater();

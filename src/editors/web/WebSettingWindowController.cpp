@@ -97,7 +97,7 @@ void WebSettingWindowController::windowDidLoad()
 {
     m_view.setBackButtonVisible(false);
     m_dateTimeUse = false;
-    m_page.loadPage(QUrl(WebSettingCard::indexHtmlFilename(m_folder)));
+    m_page.loadPage(WebSettingCard::indexHtmlFilename(m_folder));
 }
 
 void WebSettingWindowController::mainFrameDidFinishLoad(bool ok)

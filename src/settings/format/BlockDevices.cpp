@@ -2,6 +2,7 @@
 
 #include "config/StorageVolumeSource.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -77,4 +78,31 @@ QString BlockDevices::loopBackingFile(const QString& name) const
         return {};
     return QString::fromLocal8Bit(
         readAttribute(classFolder(name) + QStringLiteral("/loop/backing_file")));
+}
+
+QStringList BlockDevices::slaves(const QString& name) const
+{
+    if (!exists(name))
+        return {};
+    QStringList names;
+    const QDir folder(classFolder(name) + QStringLiteral("/slaves"));
+    for (const QString& entry :
+        folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+        if (exists(entry))
+            names.append(entry);
+    }
+    return names;
+}
+
+QString BlockDevices::mapperDevice(const QString& mapperName) const
+{
+    if (!isPlainName(mapperName))
+        return {};
+    const QDir block(m_sysRoot + QStringLiteral("/class/block"));
+    for (const QString& name : block.entryList(
+             { QStringLiteral("dm-*") }, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+        if (readAttribute(classFolder(name) + QStringLiteral("/dm/name")) == mapperName.toUtf8())
+            return name;
+    }
+    return {};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 // Block devices as sysfs describes them, under a sysfs root ("/sys" on the
 // system; a folder laid out the same way in tests).
@@ -27,6 +28,15 @@ public:
     // For a loop device, the file it is backed by as the kernel reports it
     // ("" when the device is no loop or has no backing file).
     QString loopBackingFile(const QString& name) const;
+
+    // The devices a device-mapper or md device is built on ("sda2" under the
+    // LUKS volume "dm-0"), as sysfs lists them in `slaves/`; none for a disk
+    // or a partition.
+    QStringList slaves(const QString& name) const;
+
+    // The device-mapper device of that name ("dm-0" for "luks-1f2e…", the
+    // name /dev/mapper shows); "" when there is none.
+    QString mapperDevice(const QString& mapperName) const;
 
 private:
     QString classFolder(const QString& name) const;

@@ -8,6 +8,8 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <optional>
+
 namespace {
 
 // How long a FUSE program may take to let go of the card after unmounting.
@@ -40,28 +42,57 @@ FormatResult notStarted(const FormatPlan& plan, const QString& detail)
     return result;
 }
 
-// Puts the outcome of the make-file-system and mount-again steps together.
-FormatResult finish(const FormatPlan& plan, const CommandResult& make, const QString& makeStep,
-    const CommandResult& mount, const QString& mountStep, const QString& mountedAt)
+// Puts the outcome of the make-file-system and mount-again steps together;
+// `makeProblem` is "" when the file system was made.
+FormatResult finish(const FormatPlan& plan, const QString& makeProblem, const CommandResult& mount,
+    const QString& mountStep, const QString& mountedAt)
 {
     FormatResult result;
     result.mounted = mount.succeeded();
     result.mountPoint = result.mounted ? mountedAt : QString();
     QStringList problems;
-    if (!make.succeeded())
-        problems << stepFailure(makeStep, make);
+    if (!makeProblem.isEmpty())
+        problems << makeProblem;
     if (!result.mounted) {
         problems << stepFailure(mountStep, mount)
                  << QStringLiteral("the card is no longer mounted: mount %1 at \"%2\" again, "
                                    "or take the card out and put it back")
                         .arg(plan.devicePath(), plan.mountPoint);
-    } else if (!make.succeeded()) {
+    } else if (!makeProblem.isEmpty()) {
         problems << QStringLiteral("the card is mounted again at \"%1\"").arg(mountedAt);
     }
     result.outcome
         = problems.isEmpty() ? FormatResult::Outcome::Formatted : FormatResult::Outcome::Failed;
     result.detail = problems.join(QStringLiteral("; "));
     return result;
+}
+
+QString makeProblem(const QString& step, const CommandResult& made)
+{
+    return made.succeeded() ? QString() : stepFailure(step, made);
+}
+
+// The serial read again once the card is unmounted, just before its file
+// system is made: "" when it is still the card that was asked about,
+// otherwise why not.
+QString serialChange(const FormatPlan& plan, const std::optional<QString>& serialNow)
+{
+    if (serialNow && *serialNow == plan.serial)
+        return {};
+    return QStringLiteral("the card changed since it was checked (serial %1, now %2); "
+                          "nothing was formatted")
+        .arg(plan.serial.isEmpty() ? QStringLiteral("none") : plan.serial,
+            serialNow ? (serialNow->isEmpty() ? QStringLiteral("none") : *serialNow)
+                      : QStringLiteral("unreadable"));
+}
+
+std::optional<QString> blkidSerial(const FormatPlan& plan, FormatCommandRunner& runner)
+{
+    const CommandResult blkid = runner.run(QStringLiteral("blkid"),
+        { QStringLiteral("-p"), QStringLiteral("-o"), QStringLiteral("udev"), plan.devicePath() });
+    if (!blkid.succeeded())
+        return std::nullopt; // nothing on the device blkid knows, or it can't be read
+    return parseBlkidUdev(blkid.output).value("ID_FS_UUID");
 }
 
 CommandResult unmount(const FormatPlan& plan, FormatCommandRunner& runner)
@@ -129,23 +160,39 @@ QString gvariantString(const QString& text)
     return u'\'' + escaped + u'\'';
 }
 
+// `method` in full ("org.freedesktop.DBus.Properties.Get"), or under
+// UDisks2's own name ("Block.Format").
 QStringList udisksCall(const FormatPlan& plan, const QString& method, const QStringList& args)
 {
+    const QString fullMethod = method.startsWith(QLatin1String("org."))
+        ? method
+        : QStringLiteral("org.freedesktop.UDisks2.") + method;
     return QStringList { QStringLiteral("call"), QStringLiteral("--system"),
         QStringLiteral("--dest"), QStringLiteral("org.freedesktop.UDisks2"),
         QStringLiteral("--object-path"), udisksBlockObjectPath(plan.deviceName),
         QStringLiteral("--timeout"), QStringLiteral("3600"), QStringLiteral("--method"),
-        QStringLiteral("org.freedesktop.UDisks2.") + method }
+        fullMethod }
     + args;
 }
 
-// "('/media/user/DASHCAM',)" → /media/user/DASHCAM
-QString mountPathOf(const QByteArray& reply)
+// The quoted text of a gdbus reply: "('/media/user/DASHCAM',)" → /media/user/DASHCAM
+QString firstQuoted(const QByteArray& reply)
 {
     const QString text = QString::fromUtf8(reply);
     const qsizetype first = text.indexOf(u'\'');
     const qsizetype last = text.lastIndexOf(u'\'');
     return first >= 0 && last > first ? text.mid(first + 1, last - first - 1) : QString();
+}
+
+// The serial UDisks2 has for the device now (its Block.IdUUID).
+std::optional<QString> udisksSerial(const FormatPlan& plan, FormatCommandRunner& runner)
+{
+    const CommandResult reply = runner.run(QStringLiteral("gdbus"),
+        udisksCall(plan, QStringLiteral("org.freedesktop.DBus.Properties.Get"),
+            { QStringLiteral("org.freedesktop.UDisks2.Block"), QStringLiteral("IdUUID") }));
+    if (!reply.succeeded())
+        return std::nullopt;
+    return firstQuoted(reply.output); // "(<'1234-ABCD'>,)"
 }
 
 } // namespace
@@ -180,11 +227,14 @@ FormatResult runCommandLineFormat(
     }
     waitForDaemonExit(plan, procRoot);
 
-    const Step make = makeFileSystem(plan);
-    const CommandResult made = runner.run(make.program, make.arguments);
+    QString problem = serialChange(plan, blkidSerial(plan, runner));
+    if (problem.isEmpty()) {
+        const Step make = makeFileSystem(plan);
+        problem = makeProblem(make.program, runner.run(make.program, make.arguments));
+    }
     const Step mount = mountAgain(plan);
     const CommandResult mounted = runner.run(mount.program, mount.arguments);
-    return finish(plan, made, make.program, mounted, mount.program, plan.mountPoint);
+    return finish(plan, problem, mounted, mount.program, plan.mountPoint);
 }
 
 FormatResult runUDisksFormat(const FormatPlan& plan, FormatCommandRunner& runner)
@@ -203,16 +253,19 @@ FormatResult runUDisksFormat(const FormatPlan& plan, FormatCommandRunner& runner
         result.outcome = FormatResult::Outcome::Failed;
         return result;
     }
-    const QString options = plan.label.isEmpty()
-        ? QStringLiteral("{}")
-        : QStringLiteral("{'label': <%1>}").arg(gvariantString(plan.label));
-    const CommandResult made = runner.run(
-        gdbus, udisksCall(plan, QStringLiteral("Block.Format"), { plan.fileSystem, options }));
+    QString problem = serialChange(plan, udisksSerial(plan, runner));
+    if (problem.isEmpty()) {
+        const QString options = plan.label.isEmpty()
+            ? QStringLiteral("{}")
+            : QStringLiteral("{'label': <%1>}").arg(gvariantString(plan.label));
+        problem = makeProblem(QStringLiteral("UDisks2 format"),
+            runner.run(gdbus,
+                udisksCall(plan, QStringLiteral("Block.Format"), { plan.fileSystem, options })));
+    }
     const CommandResult mounted = runner.run(
         gdbus, udisksCall(plan, QStringLiteral("Filesystem.Mount"), { QStringLiteral("{}") }));
-    QString mountedAt = mountPathOf(mounted.output);
+    QString mountedAt = firstQuoted(mounted.output);
     if (mountedAt.isEmpty())
         mountedAt = plan.mountPoint;
-    return finish(plan, made, QStringLiteral("UDisks2 format"), mounted,
-        QStringLiteral("UDisks2 mount"), mountedAt);
+    return finish(plan, problem, mounted, QStringLiteral("UDisks2 mount"), mountedAt);
 }

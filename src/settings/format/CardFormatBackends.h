@@ -7,9 +7,11 @@ class FormatCommandRunner;
 // Runs the format a plan allows, step by step, on the calling thread (the
 // format's worker): unmount, make the file system again with the same type and
 // label, mount again. Nothing goes through a shell; every argument is its own
-// (a folder with blanks stays one argument). When a step fails after the card
-// was unmounted, the card is still mounted again, and the result says when
-// that too failed.
+// (a folder with blanks stays one argument). Once the card is unmounted, its
+// serial is read again (blkid, or UDisks2's IdUUID) right before the file
+// system is made: another card in its place is not formatted. When a step
+// fails after the card was unmounted, the card is still mounted again, and the
+// result says when that too failed.
 FormatResult runFormat(const FormatPlan& plan, FormatCommandRunner& runner,
     const QString& procRoot = QStringLiteral("/proc"));
 

@@ -5,6 +5,7 @@
 #include "format/FormatLog.h"
 #include "format/FuseDaemons.h"
 #include "format/MountTable.h"
+#include "format/PhysicalDisks.h"
 
 #include <QDir>
 #include <QFile>
@@ -161,6 +162,7 @@ FormatPlan CardFormatInspector::inspect(const QString& cardRoot) const
     plan.fileSystem = identity.type;
     plan.fatBits = identity.fatBits;
     plan.label = identity.label;
+    plan.serial = identity.serial;
     plan.volumeName = identity.label.isEmpty() ? QFileInfo(folder).fileName() : identity.label;
     if (plan.volumeName.startsWith(QLatin1String("Untitled")))
         return refuse(plan, FormatRefusal::UntitledVolume, plan.volumeName);
@@ -241,7 +243,12 @@ FormatRefusal CardFormatInspector::checkDevice(
         return FormatRefusal::NotRemovable;
     }
 
+    // The card's disk may carry no system folder, however deep the system
+    // sits above its disks (LUKS, LVM, a loop file, an overlay of a live
+    // stick). A loop card is its own disk: formatting it writes only into
+    // its image file.
     const QString disk = devices.diskOf(deviceName);
+    const PhysicalDisks physical(devices, mounts, m_system.devRoot);
     for (const QString& path : m_system.protectedPaths) {
         const std::optional<MountEntry> holder
             = MountTable::mountHolding(mounts, cleanProtectedPath(path));
@@ -249,14 +256,25 @@ FormatRefusal CardFormatInspector::checkDevice(
             continue;
         if (holder->mountPoint == mountPoint)
             return FormatRefusal::SystemVolume;
-        const QString holderDevice = holder->isFuse() && holder->fsType != QLatin1String("fuseblk")
-            ? QString()
-            : devices.nameForNumber(holder->major, holder->minor);
-        if (!holderDevice.isEmpty()
-            && (holderDevice == deviceName || devices.diskOf(holderDevice) == disk))
+        const QSet<QString> under = physical.ofMount(*holder);
+        if (under.contains(deviceName) || under.contains(disk)) {
+            qCDebug(lcFormat) << path << "lives on" << under;
             return FormatRefusal::SystemVolume;
+        }
     }
     return FormatRefusal::None;
+}
+
+QMap<QByteArray, QString> parseBlkidUdev(const QByteArray& output)
+{
+    QMap<QByteArray, QString> values;
+    for (const QByteArray& line : output.split('\n')) {
+        const qsizetype eq = line.indexOf('=');
+        if (eq > 0)
+            values.insert(line.left(eq).trimmed(),
+                decodeUdevString(QString::fromUtf8(line.mid(eq + 1).trimmed())));
+    }
+    return values;
 }
 
 CardFormatInspector::Identity CardFormatInspector::identify(
@@ -267,24 +285,18 @@ CardFormatInspector::Identity CardFormatInspector::identify(
             QStringLiteral("/dev/") + deviceName });
     Identity identity;
     if (blkid.succeeded()) {
-        for (const QByteArray& line : blkid.output.split('\n')) {
-            const qsizetype eq = line.indexOf('=');
-            if (eq <= 0)
-                continue;
-            const QByteArray key = line.left(eq).trimmed();
-            const QString value = QString::fromUtf8(line.mid(eq + 1).trimmed());
-            if (key == "ID_FS_TYPE")
-                identity.type = value;
-            else if (key == "ID_FS_LABEL_ENC")
-                identity.label = decodeUdevString(value);
-            else if (key == "ID_FS_VERSION" && value.startsWith(QLatin1String("FAT")))
-                identity.fatBits = value.mid(3).toInt();
-        }
+        const QMap<QByteArray, QString> values = parseBlkidUdev(blkid.output);
+        identity.type = values.value("ID_FS_TYPE");
+        identity.label = values.value("ID_FS_LABEL_ENC");
+        identity.serial = values.value("ID_FS_UUID");
+        const QString version = values.value("ID_FS_VERSION");
+        if (version.startsWith(QLatin1String("FAT")))
+            identity.fatBits = version.mid(3).toInt();
     }
     if (identity.type.isEmpty()) {
         // Not allowed to read the device: what the mount table and udev's
-        // label links tell.
-        identity = identifyByLabelLinks(deviceName);
+        // label and serial links tell.
+        identity = identifyByLinks(deviceName);
         identity.type = typeOfMount(mountType);
     }
     if (identity.type == QLatin1String("vfat") && identity.fatBits != 12 && identity.fatBits != 16)
@@ -294,16 +306,22 @@ CardFormatInspector::Identity CardFormatInspector::identify(
     return identity;
 }
 
-CardFormatInspector::Identity CardFormatInspector::identifyByLabelLinks(
-    const QString& deviceName) const
+CardFormatInspector::Identity CardFormatInspector::identifyByLinks(const QString& deviceName) const
 {
+    // The links' names, "/dev/disk/by-label/DASH\x20CAM" → ../../sdb1.
+    const auto linkTo = [&](const QString& folder) {
+        const QDir links(m_system.devRoot + QStringLiteral("/disk/") + folder);
+        for (const QString& name :
+            links.entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot)) {
+            const QString target = QFileInfo(links.filePath(name)).symLinkTarget();
+            if (QFileInfo(target).fileName() == deviceName)
+                return decodeUdevString(name);
+        }
+        return QString();
+    };
     Identity identity;
-    const QDir links(m_system.devRoot + QStringLiteral("/disk/by-label"));
-    for (const QString& name : links.entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot)) {
-        const QString target = QFileInfo(links.filePath(name)).symLinkTarget();
-        if (QFileInfo(target).fileName() == deviceName)
-            identity.label = decodeUdevString(name);
-    }
+    identity.label = linkTo(QStringLiteral("by-label"));
+    identity.serial = linkTo(QStringLiteral("by-uuid"));
     return identity;
 }
 

@@ -3,6 +3,7 @@
 #include "format/CardFormatPlan.h"
 #include "format/MountTable.h"
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -41,6 +42,7 @@ private:
         QString type;
         int fatBits = 0;
         QString label;
+        QString serial;
     };
 
     void locateDevice(const MountEntry& mount, FormatPlan& plan) const;
@@ -48,13 +50,17 @@ private:
     FormatRefusal checkDevice(const QString& deviceName, const QString& mountPoint,
         const QList<MountEntry>& mounts) const;
     Identity identify(const QString& deviceName, const QString& mountType) const;
-    Identity identifyByLabelLinks(const QString& deviceName) const;
+    Identity identifyByLinks(const QString& deviceName) const;
     bool udisksKnows(const QString& deviceName) const;
     FormatPlan refuse(FormatPlan plan, FormatRefusal refusal, const QString& detail = {}) const;
 
     CardFormatSystem m_system;
     FormatCommandRunner& m_runner;
 };
+
+// What `blkid -p -o udev` printed, as key and value ("ID_FS_UUID" →
+// "1234-ABCD"); udev's "\xHH" escapes of labels are undone.
+QMap<QByteArray, QString> parseBlkidUdev(const QByteArray& output);
 
 // Object path of a block device under UDisks2
 // ("/org/freedesktop/UDisks2/block_devices/sdb1").

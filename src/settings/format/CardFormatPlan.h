@@ -44,6 +44,10 @@ struct FormatPlan {
     int fatBits = 0; // 12, 16 or 32 for vfat
     QString label; // the volume label kept across the format ("" for none)
     QString volumeName; // the label, or the mount folder's name when there is none
+    // The volume's serial number as blkid and udev spell its UUID ("1234-ABCD").
+    // It is read again right before the file system is made: another card put
+    // in under the same device name and label still has another serial.
+    QString serial;
 
     MountKind mountKind = MountKind::Kernel;
     QString mountType; // the type in the mount table ("vfat", "fuse.fusefat", "fuseblk")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "format/CardFormatActivity.h"
 #include "format/CardFormatInspector.h"
 #include "format/CardFormatPlan.h"
 
@@ -22,7 +23,8 @@ public:
         = 0;
 
     // Formats as the plan says (the real engine checks the card once more
-    // first and fails, changing nothing, when it is no longer the same).
+    // first and fails, changing nothing, when it is no longer the same; and
+    // once the viewer has begun to quit it starts nothing at all).
     virtual void format(
         const FormatPlan& plan, QObject* context, std::function<void(const FormatResult&)> done)
         = 0;
@@ -33,7 +35,10 @@ public:
 class CardFormatter final : public CardFormatEngine {
 public:
     CardFormatter(); // the running system, real child processes
-    CardFormatter(CardFormatSystem system, std::shared_ptr<FormatCommandRunner> runner);
+    // `activity` learns of every format that begins and ends (the viewer's
+    // quit waits for them); it must outlive every format started here.
+    CardFormatter(CardFormatSystem system, std::shared_ptr<FormatCommandRunner> runner,
+        CardFormatActivity& activity = CardFormatActivity::shared());
 
     void inspect(const QString& cardRoot, QObject* context,
         std::function<void(const FormatPlan&)> done) override;
@@ -47,4 +52,5 @@ public:
 private:
     std::shared_ptr<const CardFormatSystem> m_system;
     std::shared_ptr<FormatCommandRunner> m_runner;
+    CardFormatActivity* m_activity;
 };

@@ -13,30 +13,6 @@ bool MountEntry::isFuse() const
 namespace MountTable {
 namespace {
 
-// The kernel writes blanks, tabs, newlines and backslashes in paths as
-// three-digit octal escapes ("\040").
-QString unescape(const QByteArray& field)
-{
-    QByteArray out;
-    out.reserve(field.size());
-    for (qsizetype i = 0; i < field.size(); ++i) {
-        const char c = field[i];
-        if (c == '\\' && i + 3 < field.size()) {
-            const QByteArray digits = field.mid(i + 1, 3);
-            const bool octal = std::all_of(
-                digits.begin(), digits.end(), [](char d) { return d >= '0' && d <= '7'; });
-            const int value = octal ? digits.toInt(nullptr, 8) : -1;
-            if (octal && value < 256) {
-                out.append(char(value));
-                i += 3;
-                continue;
-            }
-        }
-        out.append(c);
-    }
-    return QString::fromUtf8(out);
-}
-
 std::optional<MountEntry> parseLine(const QByteArray& line)
 {
     const QList<QByteArray> fields = line.split(' ');
@@ -72,6 +48,30 @@ std::optional<MountEntry> parseLine(const QByteArray& line)
 }
 
 } // namespace
+
+// The kernel writes blanks, tabs, newlines and backslashes in paths as
+// three-digit octal escapes ("\040").
+QString unescape(const QByteArray& field)
+{
+    QByteArray out;
+    out.reserve(field.size());
+    for (qsizetype i = 0; i < field.size(); ++i) {
+        const char c = field[i];
+        if (c == '\\' && i + 3 < field.size()) {
+            const QByteArray digits = field.mid(i + 1, 3);
+            const bool octal = std::all_of(
+                digits.begin(), digits.end(), [](char d) { return d >= '0' && d <= '7'; });
+            const int value = octal ? digits.toInt(nullptr, 8) : -1;
+            if (octal && value < 256) {
+                out.append(char(value));
+                i += 3;
+                continue;
+            }
+        }
+        out.append(c);
+    }
+    return QString::fromUtf8(out);
+}
 
 QList<MountEntry> parse(const QByteArray& text)
 {

@@ -39,6 +39,9 @@ QList<MountEntry> read(const QString& path);
 // it, and of several mounts at the same point the last (the one on top).
 std::optional<MountEntry> mountHolding(const QList<MountEntry>& mounts, const QString& path);
 
+// A mountinfo field with the kernel's octal escapes ("\040" for a blank) undone.
+QString unescape(const QByteArray& field);
+
 // True when `path` is `mountPoint` or lies below it.
 bool pathIsUnder(const QString& path, const QString& mountPoint);
 

@@ -2,6 +2,7 @@
 // user would, with a scripted format engine that answers later. Screenshots:
 // TAVRO_SCREENSHOT_DIR=/tmp/shots xvfb-run -a build/tests/editors_format_tests
 #include "format/CardOperationDialog.h"
+#include "TestFiles.h"
 #include "app/TavroLanguages.h"
 #include "app/ViewerSettings.h"
 #include "format/CardFormatter.h"
@@ -139,6 +140,29 @@ TEST(CardOperationDialogTest, NoClosesTheQuestionWithNothingRun)
     QTest::keyClick(sheet, Qt::Key_Escape); // the first button, "아니오"
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(operation.isNull()); }, kWaitMs));
     EXPECT_EQ(formats, 0);
+}
+
+TEST(CardOperationDialogTest, ReturnOnAQuestionThatErasesAnswersNo)
+{
+    Editor editor;
+    QTemporaryDir card;
+    const QString marker = card.filePath(QStringLiteral("Set_touch_cal.txt"));
+    TestFiles::write(marker, "calibration");
+    int formats = 0;
+    QPointer<CardOperationDialog> format = askFormat(&editor.window, card.path(),
+        std::make_unique<ScriptedEngine>(FormatResult::Outcome::Formatted, &formats));
+    QPointer<CardOperationDialog> touch = askTouchCalibrationReset(&editor.window, card.path());
+    for (CardOperationDialog* operation : { format.data(), touch.data() }) {
+        CardSheetDialog* sheet = operation->sheetDialog();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return bool(sheet->isVisible()); }, kWaitMs));
+        ASSERT_EQ(sheet->buttons().size(), 2);
+        EXPECT_TRUE(sheet->buttons()[0]->isDefault()) << "\"아니오\" is the default";
+        sheet->activateWindow();
+        QTest::keyClick(sheet, Qt::Key_Return);
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return format.isNull() && touch.isNull(); }, kWaitMs));
+    EXPECT_EQ(formats, 0);
+    EXPECT_EQ(TestFiles::read(marker), QByteArray("calibration"));
 }
 
 TEST(CardOperationDialogTest, AFailedToolShowsTheFailureText)

@@ -91,11 +91,15 @@ TEST(WebSettingScripts, LanguageIndexIsTheLittleEndianWordAtOffset428)
 
 TEST(WebSettingCard, PathsAndPageAddress)
 {
-    EXPECT_EQ(WebSettingCard::indexHtmlFilename("/media/my card"),
+    EXPECT_EQ(WebSettingCard::indexHtmlFilename("/media/my card").toString(QUrl::FullyEncoded),
         "file:///media/my%20card/SETTING/html/index.html");
-    // Only blanks are escaped.
-    EXPECT_EQ(WebSettingCard::indexHtmlFilename("/m/a  b%c#d"),
-        "file:///m/a%20%20b%c#d/SETTING/html/index.html");
+    // Every character of the folder stays part of the path.
+    const QUrl odd = WebSettingCard::indexHtmlFilename("/m/a  b%c#d?e");
+    EXPECT_EQ(
+        odd.toString(QUrl::FullyEncoded), "file:///m/a%20%20b%25c%23d%3Fe/SETTING/html/index.html");
+    EXPECT_EQ(odd.toLocalFile(), "/m/a  b%c#d?e/SETTING/html/index.html");
+    EXPECT_FALSE(odd.hasFragment());
+    EXPECT_FALSE(odd.hasQuery());
     EXPECT_EQ(WebSettingCard::cfgFilename("/c"), "/c/SETTING/setup.cfg");
     EXPECT_EQ(WebSettingCard::defaultCfgFilename("/c"), "/c/SETTING/default.cfg");
     EXPECT_EQ(WebSettingCard::adasFilename("/c"), "/c/SETTING/ADAS_CAL.dat");
@@ -200,7 +204,7 @@ TEST(CardPageAccess, OnlyFilesInsideTheCardsHtmlFolder)
         bool allowed;
     } cases[] = {
         { QUrl::fromLocalFile(html + "/index.html"), true },
-        { QUrl(WebSettingCard::indexHtmlFilename(card)), true },
+        { WebSettingCard::indexHtmlFilename(card), true },
         { QUrl::fromLocalFile(html + "/js/app.js"), true },
         { QUrl::fromLocalFile(html + "/js/../index.html"), true },
         { QUrl::fromLocalFile(html + "/../setup.cfg"), false },

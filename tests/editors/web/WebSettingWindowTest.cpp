@@ -6,6 +6,7 @@
 #include "editors/web/WebSettingWindow.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
+#include "TestTiming.h"
 #include "app/LocalizationKeys.h"
 #include "app/TavroLanguages.h"
 #include "editors/web/WebDashcam.h"
@@ -17,11 +18,14 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QNetworkDatagram>
 #include <QPushButton>
 #include <QSettings>
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUdpSocket>
+#include <QWebEnginePage>
 #include <QWebEngineView>
 
 #include <gtest/gtest.h>
@@ -54,24 +58,41 @@ protected:
         ASSERT_TRUE(m_dir.isValid());
         ASSERT_TRUE(m_server.listen(QHostAddress::LocalHost));
         QObject::connect(&m_server, &QTcpServer::newConnection, [this] { ++m_connections; });
-        m_card = m_dir.filePath(QStringLiteral("card one"));
+        ASSERT_TRUE(m_stun.bind(QHostAddress::LocalHost));
+        QObject::connect(&m_stun, &QUdpSocket::readyRead, [this] {
+            while (m_stun.hasPendingDatagrams()) {
+                m_stun.receiveDatagram();
+                ++m_datagrams;
+            }
+        });
         m_record = SetupCfgBuilder::letterPattern(596).int32(428, 1).bytes();
-        const QString setting = m_card + "/SETTING/";
+        TestFiles::write(m_dir.filePath("secret.txt"), "SECRET");
+        m_card = writeCard(QStringLiteral("card one"));
+    }
+
+    // A card folder of that name with the probe page and the camera's files.
+    QString writeCard(const QString& name)
+    {
+        const QString card = m_dir.filePath(name);
+        const QString setting = card + "/SETTING/";
         TestFiles::write(setting + "setup.cfg", m_record);
         TestFiles::write(setting + "default.cfg", SetupCfgBuilder(596).bytes());
         TestFiles::write(setting + "time.dat", "2020,05,17,08,09,00,+0900");
         TestFiles::write(setting + "ADAS_CAL.dat", "calibration");
-        TestFiles::write(m_dir.filePath("secret.txt"), "SECRET");
         TestFiles::write(
             setting + "html/index.html", TestFiles::read(sourcePath("pages/probe.html")));
         TestFiles::write(
             setting + "html/other.html", TestFiles::read(sourcePath("pages/other.html")));
         TestFiles::write(setting + "html/inside.txt", "INSIDE");
+        TestFiles::write(
+            setting + "html/worker.js", TestFiles::read(sourcePath("pages/worker.js")));
         TestFiles::write(setting + "html/probe-port.js",
-            QStringLiteral("var probePort = %1; var secretPath = '%2';")
+            QStringLiteral("var probePort = %1; var stunPort = %2; var secretPath = '%3';")
                 .arg(m_server.serverPort())
+                .arg(m_stun.localPort())
                 .arg(m_dir.filePath("secret.txt"))
                 .toUtf8());
+        return card;
     }
 
     void TearDown() override
@@ -134,6 +155,8 @@ protected:
     QTemporaryDir m_dir { QDir::tempPath() + "/tavro web XXXXXX" };
     QTcpServer m_server;
     int m_connections = 0;
+    QUdpSocket m_stun; // a STUN server the page tries to reach over WebRTC
+    int m_datagrams = 0;
     QString m_card;
     QByteArray m_record;
     QPointer<WebSettingWindow> m_window;
@@ -175,6 +198,15 @@ TEST_F(WebSettingWindowTest, PageTalksToTheViewerAndSaveWritesWhatItReturned)
     EXPECT_EQ(seen["popup"].toString(), "none");
     ASSERT_TRUE(waitForPage("report.fetch !== undefined"));
     EXPECT_EQ(report()["fetch"].toString(), "refused");
+    // No WebRTC: not from the page, not under its old name, not from a frame;
+    // no WebTransport, not even in a worker, where no script of ours runs.
+    const QJsonObject webrtc = seen["webrtc"].toObject();
+    for (const char* where : { "page", "webkit", "frame", "frameByIndex", "frameInFrame" })
+        EXPECT_EQ(webrtc[where].toString().toStdString(), "none") << where;
+    EXPECT_EQ(webrtc["fromInside"].toString().toStdString(), "undefined");
+    EXPECT_EQ(seen["webTransport"].toString().toStdString(), "undefined");
+    ASSERT_TRUE(waitForPage("report.workerWebTransport !== undefined"));
+    EXPECT_EQ(report()["workerWebTransport"].toString().toStdString(), "undefined");
 
     // Back button on the page's request; the notification answered "yes".
     EXPECT_TRUE(m_window->backButton()->isVisibleTo(m_window));
@@ -187,6 +219,8 @@ TEST_F(WebSettingWindowTest, PageTalksToTheViewerAndSaveWritesWhatItReturned)
     EXPECT_GE(m_window->page()->refusedNavigations(), 1);
     EXPECT_FALSE(QFile::exists(m_card + "/SETTING/ADAS_CAL.dat"));
     EXPECT_EQ(m_connections, 0);
+    QTest::qWait(TestTiming::scaled(1500)); // a STUN request goes out at once, then again
+    EXPECT_EQ(m_datagrams, 0) << "UDP from the page";
 
     // Ctrl+S while the page has the keyboard.
     QMap<QString, QByteArray> expected = snapshot(m_card);
@@ -208,7 +242,11 @@ TEST_F(WebSettingWindowTest, EscapeCancelsAndTheCardKeepsItsRecord)
 {
     ASSERT_TRUE(open());
     ASSERT_TRUE(waitForPage("report.readyForSave === true"));
-    answerNotification(QMessageBox::NoRole);
+    // Return on the page's question answers "아니오": the page may be asking
+    // to delete or reset something, and the viewer cannot tell.
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return m_window && m_window->notificationBox(); }, kPageTimeoutMs));
+    QTest::keyClick(m_window->notificationBox(), Qt::Key_Return);
     ASSERT_TRUE(waitForPage("report.answers.indexOf('cancel:3') >= 0"));
     const QMap<QString, QByteArray> before = snapshot(m_card);
     // The window active, as under a desktop: the window's shortcut takes Esc
@@ -255,6 +293,49 @@ TEST_F(WebSettingWindowTest, AnEmptyRecordIsRefusedInTheWindow)
     m_window->messageBox()->accept();
     EXPECT_TRUE(m_window->isVisible());
     EXPECT_TRUE(m_window->saveButton()->isEnabled());
+}
+
+TEST_F(WebSettingWindowTest, CardFoldersWithUrlCharactersInTheirNameLoadAndSave)
+{
+    // "#" would start a fragment, "?" a query and "%" an escape in a URL
+    // written by hand; the page must load and Save write all the same.
+    for (const char* name : { "CAM#1 card", "what? card", "100% card" }) {
+        m_card = writeCard(QString::fromUtf8(name));
+        ASSERT_TRUE(open()) << name;
+        ASSERT_TRUE(waitForPage("report.readyForSave === true")) << name;
+        answerNotification(QMessageBox::NoRole);
+        m_window->saveButton()->click();
+        ASSERT_TRUE(waitClosed()) << name;
+        QByteArray saved = m_record;
+        saved[0] = char(0xAB);
+        EXPECT_EQ(TestFiles::read(m_card + "/SETTING/setup.cfg"), saved) << name;
+    }
+}
+
+TEST_F(WebSettingWindowTest, NoPageOfTheViewerSendsWebRtcUdp)
+{
+    // A page without the card page's script, in a process whose Chromium
+    // flags are the viewer's: its peer connection gathers, but sends nothing.
+    QWebEnginePage page;
+    bool loaded = false;
+    QObject::connect(&page, &QWebEnginePage::loadFinished, [&](bool ok) { loaded = ok; });
+    page.setHtml(QStringLiteral("<script>var pc = new RTCPeerConnection({ iceServers: [{ urls: "
+                                "'stun:127.0.0.1:%1' }] }); pc.createDataChannel('x'); "
+                                "pc.createOffer().then(function (o) { return "
+                                "pc.setLocalDescription(o); });</script>")
+                     .arg(m_stun.localPort()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return loaded; }, kPageTimeoutMs));
+    // Gathering has begun: a STUN request would be on its way now.
+    const auto gatheringState = [&] {
+        QString state;
+        page.runJavaScript(QStringLiteral("pc.iceGatheringState"),
+            [&](const QVariant& value) { state = value.toString(); });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !state.isEmpty(); }, kPageTimeoutMs));
+        return state;
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return gatheringState() != "new"; }, kPageTimeoutMs));
+    QTest::qWait(TestTiming::scaled(1500));
+    EXPECT_EQ(m_datagrams, 0);
 }
 
 TEST_F(WebSettingWindowTest, OneSettingsWindowAtATime)

@@ -20,6 +20,7 @@ FormatPlan allowedPlan(MountKind kind, const QString& fileSystem, int fatBits, c
     plan.fileSystem = fileSystem;
     plan.fatBits = fatBits;
     plan.label = label;
+    plan.serial = QStringLiteral("1234-ABCD");
     plan.mountKind = kind;
     plan.backend = FormatBackend::CommandLine;
     return plan;
@@ -38,6 +39,23 @@ void scriptAllTools(ScriptedRunner& runner)
     for (const char* tool : { "umount", "fusermount", "mkfs.vfat", "mkfs.exfat", "mount", "fusefat",
              "mount.exfat-fuse" })
         runner.succeed(QString::fromLatin1(tool));
+    runner.blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"));
+}
+
+const char* const kSerialProbe = "blkid | -p | -o | udev | /dev/sdb1";
+
+// gdbus answering as UDisks2 does; the device's serial is `serial`, and the
+// Mount call fails when `mountFails`.
+void scriptUDisks(ScriptedRunner& runner, const QString& serial, bool mountFails = false)
+{
+    runner.script(QStringLiteral("gdbus"), [serial, mountFails](const QStringList& args) {
+        if (args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount")))
+            return mountFails ? CommandResult { true, 1, "Not authorized" }
+                              : CommandResult { true, 0, "('/media/user/DASHCAM1',)\n" };
+        if (args.contains(QStringLiteral("org.freedesktop.DBus.Properties.Get")))
+            return CommandResult { true, 0, "(<'" + serial.toUtf8() + "'>,)\n" };
+        return CommandResult { true, 0, "()\n" };
+    });
 }
 
 } // namespace
@@ -56,20 +74,22 @@ TEST(CardFormatBackendTest, CommandLinesKeepTypeLabelAndFolderAsOneArgument)
     const Case cases[] = {
         { "fusefat, FAT32",
             allowedPlan(MountKind::FuseFat, QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM")),
-            { "fusermount | -u | /media/user/DASH CAM",
+            { "fusermount | -u | /media/user/DASH CAM", kSerialProbe,
                 "mkfs.vfat | -F | 32 | -n | DASHCAM | /dev/sdb1",
                 "fusefat | -o | rw+ | /dev/sdb1 | /media/user/DASH CAM" } },
         { "exfat-fuse",
             allowedPlan(
                 MountKind::FuseExfat, QStringLiteral("exfat"), 0, QStringLiteral("EX CARD")),
-            { "fusermount | -u | /media/user/DASH CAM", "mkfs.exfat | -L | EX CARD | /dev/sdb1",
+            { "fusermount | -u | /media/user/DASH CAM", kSerialProbe,
+                "mkfs.exfat | -L | EX CARD | /dev/sdb1",
                 "mount.exfat-fuse | /dev/sdb1 | /media/user/DASH CAM" } },
         { "kernel vfat, FAT16 kept with the mount's options", kernel,
-            { "umount | /media/user/DASH CAM", "mkfs.vfat | -F | 16 | -n | DASHCAM | /dev/sdb1",
+            { "umount | /media/user/DASH CAM", kSerialProbe,
+                "mkfs.vfat | -F | 16 | -n | DASHCAM | /dev/sdb1",
                 "mount | -t | vfat | -o | nosuid,uid=1000,utf8 | /dev/sdb1 | /media/user/DASH "
                 "CAM" } },
         { "no label", allowedPlan(MountKind::Kernel, QStringLiteral("exfat"), 0, QString()),
-            { "umount | /media/user/DASH CAM", "mkfs.exfat | /dev/sdb1",
+            { "umount | /media/user/DASH CAM", kSerialProbe, "mkfs.exfat | /dev/sdb1",
                 "mount | -t | exfat | /dev/sdb1 | /media/user/DASH CAM" } },
     };
     for (const Case& c : cases) {
@@ -100,12 +120,15 @@ TEST(CardFormatBackendTest, FailuresSayWhatHappenedAndWhetherTheCardIsMounted)
         { "no fusermount at all", "fusermount", -2, FormatResult::Outcome::NotStarted, true,
             { "fusermount", "fusermount3" }, "could not be run" },
         { "mkfs fails: the old card is mounted again", "mkfs.vfat", 1,
-            FormatResult::Outcome::Failed, true, { "fusermount", "mkfs.vfat", "fusefat" },
+            FormatResult::Outcome::Failed, true, { "fusermount", "blkid", "mkfs.vfat", "fusefat" },
             "mounted again" },
         { "mkfs missing: mounted again", "mkfs.vfat", -2, FormatResult::Outcome::Failed, true,
-            { "fusermount", "mkfs.vfat", "fusefat" }, "could not be run" },
+            { "fusermount", "blkid", "mkfs.vfat", "fusefat" }, "could not be run" },
         { "mounting again fails", "fusefat", 1, FormatResult::Outcome::Failed, false,
-            { "fusermount", "mkfs.vfat", "fusefat" }, "no longer mounted" },
+            { "fusermount", "blkid", "mkfs.vfat", "fusefat" }, "no longer mounted" },
+        { "the serial can't be read once unmounted: nothing made, mounted again", "blkid", 2,
+            FormatResult::Outcome::Failed, true, { "fusermount", "blkid", "fusefat" },
+            "serial 1234-ABCD, now unreadable" },
     };
     for (const Case& c : cases) {
         ScriptedRunner runner;
@@ -140,15 +163,38 @@ TEST(CardFormatBackendTest, ARefusedPlanRunsNothing)
     EXPECT_TRUE(runner.calls().isEmpty());
 }
 
+TEST(CardFormatBackendTest, AnotherCardUnderTheSameNameIsNotFormatted)
+{
+    // Between the last look and mkfs another card (same device name, same
+    // label) went in: its serial gives it away once the card is unmounted.
+    ScriptedRunner runner;
+    scriptAllTools(runner);
+    runner.blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"),
+        QStringLiteral("FAT32"), QStringLiteral("9999-0000"));
+    FormatPlan plan
+        = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 32, QStringLiteral("DASHCAM"));
+    const FormatResult result = runFormat(plan, runner);
+    EXPECT_EQ(result.outcome, FormatResult::Outcome::Failed);
+    EXPECT_TRUE(result.mounted);
+    EXPECT_EQ(runner.programs(), QStringList({ "umount", "blkid", "mount" }));
+    EXPECT_TRUE(result.detail.contains(QLatin1String("now 9999-0000")))
+        << result.detail.toStdString();
+
+    ScriptedRunner udisks;
+    scriptUDisks(udisks, QStringLiteral("9999-0000"));
+    plan.backend = FormatBackend::UDisks;
+    const FormatResult viaUDisks = runFormat(plan, udisks);
+    EXPECT_EQ(viaUDisks.outcome, FormatResult::Outcome::Failed);
+    EXPECT_TRUE(viaUDisks.mounted);
+    for (const ScriptedRunner::Call& call : udisks.calls())
+        EXPECT_FALSE(
+            call.arguments.contains(QStringLiteral("org.freedesktop.UDisks2.Block.Format")));
+}
+
 TEST(CardFormatBackendTest, UDisksUnmountsFormatsWithTheLabelAndReportsTheNewMountPoint)
 {
     ScriptedRunner runner;
-    runner.script(QStringLiteral("gdbus"), [](const QStringList& args) {
-        const bool mount
-            = args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount"));
-        return CommandResult { true, 0,
-            mount ? QByteArray("('/media/user/DASHCAM1',)\n") : QByteArray("()\n") };
-    });
+    scriptUDisks(runner, QStringLiteral("1234-ABCD"));
     FormatPlan plan
         = allowedPlan(MountKind::Kernel, QStringLiteral("vfat"), 32, QStringLiteral("DASH'CAM"));
     plan.backend = FormatBackend::UDisks;
@@ -157,36 +203,34 @@ TEST(CardFormatBackendTest, UDisksUnmountsFormatsWithTheLabelAndReportsTheNewMou
     EXPECT_EQ(result.mountPoint, QStringLiteral("/media/user/DASHCAM1"));
 
     const Calls calls = runner.calls();
-    ASSERT_EQ(calls.size(), 3);
+    ASSERT_EQ(calls.size(), 4);
     const QStringList methods { QStringLiteral("org.freedesktop.UDisks2.Filesystem.Unmount"),
+        QStringLiteral("org.freedesktop.DBus.Properties.Get"),
         QStringLiteral("org.freedesktop.UDisks2.Block.Format"),
         QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount") };
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(calls[i].arguments.value(0), QStringLiteral("call"));
         EXPECT_TRUE(calls[i].arguments.contains(QStringLiteral("--system")));
         EXPECT_TRUE(calls[i].arguments.contains(
             QStringLiteral("/org/freedesktop/UDisks2/block_devices/sdb1")));
         EXPECT_TRUE(calls[i].arguments.contains(methods[i])) << i;
     }
-    // Type and label travel as two separate arguments; the quote is escaped for GVariant.
     EXPECT_EQ(calls[1].arguments.mid(calls[1].arguments.size() - 2),
+        QStringList({ QStringLiteral("org.freedesktop.UDisks2.Block"), QStringLiteral("IdUUID") }));
+    // Type and label travel as two separate arguments; the quote is escaped for GVariant.
+    EXPECT_EQ(calls[2].arguments.mid(calls[2].arguments.size() - 2),
         QStringList({ QStringLiteral("vfat"), QStringLiteral("{'label': <'DASH\\'CAM'>}") }));
 }
 
 TEST(CardFormatBackendTest, UDisksMountFailureSaysTheCardIsUnmounted)
 {
     ScriptedRunner runner;
-    runner.script(QStringLiteral("gdbus"), [](const QStringList& args) {
-        const bool mount
-            = args.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem.Mount"));
-        return CommandResult { true, mount ? 1 : 0,
-            mount ? QByteArray("Not authorized") : QByteArray("()") };
-    });
+    scriptUDisks(runner, QStringLiteral("1234-ABCD"), true);
     FormatPlan plan = allowedPlan(MountKind::Kernel, QStringLiteral("exfat"), 0, QString());
     plan.backend = FormatBackend::UDisks;
     const FormatResult result = runFormat(plan, runner);
     EXPECT_EQ(result.outcome, FormatResult::Outcome::Failed);
     EXPECT_FALSE(result.mounted);
     EXPECT_TRUE(result.detail.contains(QLatin1String("Not authorized")));
-    EXPECT_TRUE(runner.calls()[1].arguments.contains(QStringLiteral("{}")));
+    EXPECT_TRUE(runner.calls()[2].arguments.contains(QStringLiteral("{}")));
 }

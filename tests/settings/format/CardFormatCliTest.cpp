@@ -6,16 +6,24 @@
 // on failure. Only loop devices over the test's own images are touched.
 // Skipped when not root or when no loop device can be made.
 //
-// Also the tool's refusals and `tavro card touch-reset`, which need no root.
+// Also the viewer's quit during a real format (held until the card is mounted
+// again), the tool's refusals and `tavro card touch-reset`, which need no root.
 #include "TestFiles.h"
 
+#include "format/CardFormatActivity.h"
+#include "format/CardFormatter.h"
+#include "format/FormatCommandRunner.h"
+#include "format/FormatQuitGuard.h"
 #include "format/MountTable.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMutex>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -251,6 +259,94 @@ INSTANTIATE_TEST_SUITE_P(FileSystems, CardFormatLoopTest,
     [](const ::testing::TestParamInfo<FileSystemCase>& info) {
         return std::string(info.param.name);
     });
+
+namespace {
+
+// The real tools, with the application asked to quit the moment the card has
+// been unmounted, as a SIGTERM or the end of the session could come then.
+class QuitOnceUnmounted final : public FormatCommandRunner {
+public:
+    CommandResult run(const QString& program, const QStringList& arguments) override
+    {
+        const CommandResult result = m_tools.run(program, arguments);
+        QMutexLocker lock(&m_mutex);
+        m_programs << program;
+        if (program == QLatin1String("fusermount"))
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(), [] { QCoreApplication::quit(); },
+                Qt::QueuedConnection);
+        return result;
+    }
+    QStringList programs() const
+    {
+        QMutexLocker lock(&m_mutex);
+        return m_programs;
+    }
+
+private:
+    ProcessFormatCommandRunner m_tools;
+    mutable QMutex m_mutex;
+    QStringList m_programs;
+};
+
+} // namespace
+
+TEST(CardFormatQuitTest, QuittingDuringAFormatWaitsUntilTheCardIsMountedAgain)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "formatting a loop-device card needs root";
+    if (!enterPrivateMountNamespace())
+        std::fprintf(stderr, "note: no private mount namespace; mounting in the shared one\n");
+    QTemporaryDir folder;
+    LoopCard card(folder.path());
+    if (!card.ready())
+        GTEST_SKIP() << "no loop device can be made here";
+    ASSERT_EQ(runTool(QStringLiteral("mkfs.vfat"),
+                  { QStringLiteral("-i"), QStringLiteral("1234ABCD"), QStringLiteral("-n"),
+                      QStringLiteral("DASHCAM"), card.device() })
+                  .exitCode,
+        0);
+    ASSERT_EQ(runTool(QStringLiteral("fusefat"),
+                  { QStringLiteral("-o"), QStringLiteral("rw+"), card.device(), card.mountPoint() })
+                  .exitCode,
+        0);
+    fillCard(card.mountPoint());
+
+    CardFormatActivity activity;
+    FormatQuitGuard guard(activity, nullptr);
+    QSignalSpy held(&guard, &FormatQuitGuard::quitHeld);
+    auto tools = std::make_shared<QuitOnceUnmounted>();
+    CardFormatter formatter(CardFormatSystem::live(), tools, activity);
+    const FormatPlan plan = formatter.inspectNow(card.mountPoint());
+    ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
+    QObject context;
+    std::optional<FormatResult> result;
+    formatter.format(plan, &context, [&](const FormatResult& r) { result = r; });
+    QCoreApplication::exec();
+
+    // When the application would have gone, the card was formatted and mounted again.
+    EXPECT_EQ(held.size(), 1);
+    ASSERT_TRUE(mountAt(card.mountPoint()).has_value()) << qPrintable(tools->programs().join(u' '));
+    EXPECT_EQ(tools->programs().mid(tools->programs().indexOf(QStringLiteral("fusermount"))),
+        QStringList({ "fusermount", "blkid", "mkfs.vfat", "fusefat" }));
+    EXPECT_EQ(cardEntries(card.mountPoint(), QStringLiteral("DASHCAM")), QStringList());
+    EXPECT_NE(
+        probe(card.device()).value(QStringLiteral("ID_FS_UUID")), QStringLiteral("1234-ABCD"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 10000));
+    EXPECT_TRUE(result->succeeded()) << result->detail.toStdString();
+
+    // Once the application has gone on to quit, a format asked for now never starts.
+    fillCard(card.mountPoint());
+    const FormatPlan again = formatter.inspectNow(card.mountPoint());
+    ASSERT_TRUE(again.allowed()) << again.reason.toStdString();
+    const qsizetype ran = tools->programs().size();
+    result.reset();
+    formatter.format(again, &context, [&](const FormatResult& r) { result = r; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 10000));
+    EXPECT_EQ(result->outcome, FormatResult::Outcome::NotStarted);
+    EXPECT_EQ(tools->programs().size(), ran);
+    EXPECT_TRUE(QFile::exists(card.mountPoint() + QStringLiteral("/SETTING/setup.cfg")));
+}
 
 TEST(CardFormatCliTest, APlainFolderOnTheSystemDiskIsRefusedWithNothingTouched)
 {

@@ -328,6 +328,94 @@ INSTANTIATE_TEST_SUITE_P(Machines, CardFormatDecisionTest, ::testing::ValuesIn(k
         return name;
     });
 
+// The system stacked on a disk as installers and live sticks do. Each stack is
+// built on partition 2 of `disk` ("sdc", the stick that also holds the card,
+// or "sda", a fixed disk beside it) and mounts the system's root.
+struct SystemStack {
+    const char* name;
+    std::function<void(FakeCardSystem&, const QString& disk, quint32 minor)> build;
+};
+
+const SystemStack kSystemStacks[] = {
+    { "LUKS root",
+        [](FakeCardSystem& m, const QString& disk, quint32) {
+            m.addMapper(QStringLiteral("dm-0"), 0, QStringLiteral("luks-1f2e"), { disk + u'2' });
+            m.addMount(254, 0, QStringLiteral("/"), QStringLiteral("ext4"),
+                QStringLiteral("/dev/mapper/luks-1f2e"));
+        } },
+    { "LVM root on LUKS",
+        [](FakeCardSystem& m, const QString& disk, quint32) {
+            m.addMapper(QStringLiteral("dm-0"), 0, QStringLiteral("luks-1f2e"), { disk + u'2' });
+            m.addMapper(
+                QStringLiteral("dm-1"), 1, QStringLiteral("vg-root"), { QStringLiteral("dm-0") });
+            m.addMount(254, 1, QStringLiteral("/"), QStringLiteral("ext4"),
+                QStringLiteral("/dev/mapper/vg-root"));
+        } },
+    { "LVM root over two disks",
+        [](FakeCardSystem& m, const QString& disk, quint32) {
+            m.addDisk({ QStringLiteral("sde"), 8, 64, FakeCardSystem::Bus::Sata, false });
+            m.addPartition(QStringLiteral("sde"), QStringLiteral("sde1"), 8, 65);
+            m.addMapper(QStringLiteral("dm-0"), 0, QStringLiteral("vg-root"),
+                { QStringLiteral("sde1"), disk + u'2' });
+            m.addMount(254, 0, QStringLiteral("/"), QStringLiteral("xfs"),
+                QStringLiteral("/dev/mapper/vg-root"));
+        } },
+    { "overlay root of a live stick",
+        [](FakeCardSystem& m, const QString& disk, quint32 minor) {
+            m.addMount(8, minor, QStringLiteral("/run/live/medium"), QStringLiteral("iso9660"),
+                QStringLiteral("/dev/") + disk + u'2');
+            m.addLoop(QStringLiteral("loop0"), 0,
+                QStringLiteral("/run/live/medium/live/filesystem.squashfs"));
+            m.addMount(7, 0, QStringLiteral("/run/live/rootfs/filesystem.squashfs"),
+                QStringLiteral("squashfs"), QStringLiteral("/dev/loop0"));
+            m.addMount(0, 40, QStringLiteral("/run/live/overlay"), QStringLiteral("tmpfs"),
+                QStringLiteral("tmpfs"));
+            m.addMount(0, 41, QStringLiteral("/"), QStringLiteral("overlay"),
+                QStringLiteral("overlay"),
+                QStringLiteral("rw,lowerdir=/run/live/rootfs/filesystem.squashfs/,"
+                               "upperdir=/run/live/overlay/rw,workdir=/run/live/overlay/work"));
+        } },
+    { "loop root in an image file",
+        [](FakeCardSystem& m, const QString& disk, quint32 minor) {
+            m.addMount(8, minor, QStringLiteral("/isodevice"), QStringLiteral("ext4"),
+                QStringLiteral("/dev/") + disk + u'2');
+            m.addLoop(QStringLiteral("loop1"), 1, QStringLiteral("/isodevice/boot/root.img"));
+            m.addMount(
+                7, 1, QStringLiteral("/"), QStringLiteral("ext4"), QStringLiteral("/dev/loop1"));
+        } },
+    { "btrfs root with an anonymous device number",
+        [](FakeCardSystem& m, const QString& disk, quint32) {
+            m.addMount(0, 31, QStringLiteral("/"), QStringLiteral("btrfs"),
+                QStringLiteral("/dev/") + disk + u'2', QStringLiteral("rw,subvol=/@"),
+                QStringLiteral("/@"));
+        } },
+};
+
+TEST(CardFormatDecisionTest, NoVolumeOnADiskUnderTheSystemHoweverDeepItIsStacked)
+{
+    for (const SystemStack& stack : kSystemStacks) {
+        for (const bool sameStick : { true, false }) {
+            SCOPED_TRACE(std::string(stack.name) + (sameStick ? ", on the card's stick" : ""));
+            FakeCardSystem machine;
+            ScriptedRunner runner;
+            machine.addDisk({ QStringLiteral("sda"), 8, 0, FakeCardSystem::Bus::Sata, false });
+            machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda2"), 8, 2);
+            machine.addDisk({ QStringLiteral("sdc"), 8, 32, FakeCardSystem::Bus::Usb, true });
+            machine.addPartition(QStringLiteral("sdc"), QStringLiteral("sdc1"), 8, 33);
+            machine.addPartition(QStringLiteral("sdc"), QStringLiteral("sdc2"), 8, 34);
+            const QString disk = sameStick ? QStringLiteral("sdc") : QStringLiteral("sda");
+            stack.build(machine, disk, sameStick ? 34 : 2);
+            const QString card = machine.folder(QStringLiteral("media/user/DASHCAM"));
+            machine.addMount(8, 33, card, QStringLiteral("vfat"), QStringLiteral("/dev/sdc1"));
+            runner.blkid(QStringLiteral("sdc1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"));
+
+            const FormatPlan plan = CardFormatInspector(machine.system(), runner).inspect(card);
+            EXPECT_EQ(plan.refusal, sameStick ? FormatRefusal::SystemVolume : FormatRefusal::None)
+                << plan.reason.toStdString();
+        }
+    }
+}
+
 TEST(CardFormatDecisionTest, FixedDisksAreNeverAskedAboutTheirLabel)
 {
     FakeCardSystem machine;
@@ -399,17 +487,43 @@ TEST(CardFormatDecisionTest, TheFormatterLooksAgainAndLeavesAnotherCardAlone)
     const FormatPlan plan = formatter.inspectNow(point);
     ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
 
-    // Another card went in at the same folder while the question was up.
-    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("OTHER"),
-        QStringLiteral("FAT32"));
-    const FormatResult changed = formatter.formatNow(plan);
-    EXPECT_EQ(changed.outcome, FormatResult::Outcome::Failed);
-    EXPECT_TRUE(changed.mounted);
-    EXPECT_FALSE(runner->programs().contains(QStringLiteral("umount")));
+    // Another card went in at the same folder while the question was up: one
+    // with another label, then one with the same label but another serial.
+    EXPECT_EQ(plan.serial, QStringLiteral("1234-ABCD"));
+    for (const auto& [label, serial] :
+        { std::pair { "OTHER", "1234-ABCD" }, std::pair { "DASHCAM", "5678-0000" } }) {
+        runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QLatin1String(label),
+            QStringLiteral("FAT32"), QLatin1String(serial));
+        const FormatResult changed = formatter.formatNow(plan);
+        EXPECT_EQ(changed.outcome, FormatResult::Outcome::Failed) << serial;
+        EXPECT_TRUE(changed.mounted);
+        EXPECT_FALSE(runner->programs().contains(QStringLiteral("umount"))) << serial;
+    }
 
     // The same card is formatted.
     runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"),
         QStringLiteral("FAT32"));
     EXPECT_TRUE(formatter.formatNow(plan).succeeded());
     EXPECT_TRUE(runner->programs().contains(QStringLiteral("mkfs.vfat")));
+}
+
+TEST(CardFormatDecisionTest, AFormatAskedForOnceTheViewerQuitsNeverStarts)
+{
+    FakeCardSystem machine;
+    auto runner = std::make_shared<ScriptedRunner>();
+    addSystemDisk(machine);
+    const QString point
+        = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+    CardFormatActivity activity;
+    const CardFormatter formatter(machine.system(), runner, activity);
+    const FormatPlan plan = formatter.inspectNow(point);
+    ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
+    const qsizetype inspected = runner->calls().size();
+
+    EXPECT_FALSE(activity.closeStarts()); // nothing running yet
+    const FormatResult result = formatter.formatNow(plan);
+    EXPECT_EQ(result.outcome, FormatResult::Outcome::NotStarted);
+    EXPECT_TRUE(result.mounted);
+    EXPECT_EQ(runner->calls().size(), inspected) << "not even looked at again";
+    EXPECT_FALSE(activity.isRunning());
 }

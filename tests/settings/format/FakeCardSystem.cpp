@@ -87,6 +87,19 @@ void FakeCardSystem::addLoop(const QString& name, quint32 minor, const QString& 
         backingFile.toUtf8() + '\n');
 }
 
+void FakeCardSystem::addMapper(
+    const QString& name, quint32 minor, const QString& mapperName, const QStringList& slaves)
+{
+    addDisk({ name, 254, minor, Bus::Virtual, false });
+    const QString folder = m_diskFolders.value(name);
+    writeFile(folder + QStringLiteral("/dm/name"), mapperName.toUtf8() + '\n');
+    for (const QString& slave : slaves)
+        symlink(sys() + QStringLiteral("/class/block/") + slave,
+            folder + QStringLiteral("/slaves/") + slave);
+    symlink(
+        QStringLiteral("../") + name, m_dir.path() + QStringLiteral("/dev/mapper/") + mapperName);
+}
+
 QString FakeCardSystem::folder(const QString& relative)
 {
     const QString path = m_dir.path() + QStringLiteral("/fs/") + relative;
@@ -167,8 +180,8 @@ void ScriptedRunner::fail(const QString& program, int exitCode, const QByteArray
     });
 }
 
-void ScriptedRunner::blkid(
-    const QString& device, const QString& type, const QString& label, const QString& version)
+void ScriptedRunner::blkid(const QString& device, const QString& type, const QString& label,
+    const QString& version, const QString& serial)
 {
     QByteArray lines;
     if (!label.isEmpty()) {
@@ -178,7 +191,7 @@ void ScriptedRunner::blkid(
         lines
             += "ID_FS_LABEL_ENC=" + encoded.replace(u' ', QStringLiteral("\\x20")).toUtf8() + '\n';
     }
-    lines += "ID_FS_UUID=1234-ABCD\n";
+    lines += "ID_FS_UUID=" + serial.toUtf8() + '\n';
     if (!version.isEmpty())
         lines += "ID_FS_VERSION=" + version.toUtf8() + '\n';
     lines += "ID_FS_TYPE=" + type.toUtf8() + "\nID_FS_USAGE=filesystem\n";

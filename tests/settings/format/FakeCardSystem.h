@@ -31,6 +31,10 @@ public:
     void addPartition(const QString& disk, const QString& name, quint32 major, quint32 minor);
     // A loop device backed by `backingFile` (as the kernel would report it).
     void addLoop(const QString& name, quint32 minor, const QString& backingFile);
+    // A device-mapper device ("dm-0", /dev/mapper/<mapperName>) built on
+    // `slaves` (LUKS over one partition, an LVM volume over several).
+    void addMapper(
+        const QString& name, quint32 minor, const QString& mapperName, const QStringList& slaves);
 
     // A real folder under the fake machine, for mount points and images.
     QString folder(const QString& relative);
@@ -76,7 +80,7 @@ public:
     void fail(const QString& program, int exitCode, const QByteArray& output = {});
     // blkid -p -o udev /dev/<device> prints these lines.
     void blkid(const QString& device, const QString& type, const QString& label,
-        const QString& version = {});
+        const QString& version = {}, const QString& serial = QStringLiteral("1234-ABCD"));
 
     CommandResult run(const QString& program, const QStringList& arguments) override;
 
