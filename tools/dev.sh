@@ -1,7 +1,10 @@
 #!/usr/bin/env bash
 # Set up a Debian 12 machine, build, and run the demo or the tests.
 #   tools/dev.sh run    install what is missing, build, open the viewer on the demo card
-#   tools/dev.sh test   install what is missing, build, run every test
+#   tools/dev.sh test   install what is missing, build, run every test (the
+#                       on-screen tests last)
+#   tools/dev.sh screen [SERVER...]  install what is missing, build, run the
+#                       on-screen tests on real display servers (tools/screen.sh)
 #   tools/dev.sh build  install what is missing, build
 #   tools/dev.sh package  install what is missing, build, make build/tavro-viewer_<version>_<arch>.deb
 #   tools/dev.sh asan   build in build-asan/ with AddressSanitizer + UBSan, run every test (leak checks on)
@@ -114,10 +117,11 @@ run_tsan() {
 
 case "${1:-}" in
     run)   install_missing; build; run_demo ;;
-    test)  install_missing; build; run_tests ;;
+    test)  install_missing; build; run_tests; tools/screen.sh "$build" ;;
+    screen) shift; install_missing; build; tools/screen.sh "$build" "$@" ;;
     build) install_missing; build ;;
     package) install_missing; build; package_deb ;;
     asan)  shift; install_missing; run_asan "$@" ;;
     tsan)  shift; install_missing; run_tsan "$@" ;;
-    *) echo "usage: tools/dev.sh run|test|build|package|asan|tsan" >&2; exit 2 ;;
+    *) echo "usage: tools/dev.sh run|test|screen|build|package|asan|tsan" >&2; exit 2 ;;
 esac

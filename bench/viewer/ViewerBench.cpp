@@ -25,7 +25,6 @@
 #include "player/TavroAVView.h"
 
 #include <QApplication>
-#include <QtWebEngineQuick>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
@@ -34,17 +33,19 @@
 #include <QLabel>
 #include <QMap>
 #include <QProcess>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <QUrl>
+#include <QtWebEngineQuick>
 
 #include <algorithm>
 #include <clocale>
 #include <cmath>
-#include <functional>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -150,6 +151,50 @@ bool makeClip(const QString& path, int seconds, int tag)
     return DriveClip::make(path, seconds, 1920, 1080, 30, tag);
 }
 
+// How far the screen's pixels where the view lies are from the view's own
+// picture: the mean difference per channel (0..255) of both, shrunk to a
+// thumbnail so that a frame's worth of motion does not count.
+double differenceOnScreen(const QImage& screen, TavroAVView& view)
+{
+    const QSize thumb(48, 27);
+    const qreal ratio = view.devicePixelRatioF();
+    const QRect place((QPointF(view.mapToGlobal(QPoint(0, 0))) * ratio).toPoint(),
+        (QSizeF(view.size()) * ratio).toSize());
+    const QImage shown = screen.copy(place)
+                             .scaled(thumb, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                             .convertToFormat(QImage::Format_RGB32);
+    const QImage own = view.grabFramebuffer()
+                           .scaled(thumb, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                           .convertToFormat(QImage::Format_RGB32);
+    double sum = 0.0;
+    for (int y = 0; y < thumb.height(); ++y) {
+        for (int x = 0; x < thumb.width(); ++x) {
+            const QRgb a = shown.pixel(x, y), b = own.pixel(x, y);
+            sum += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b))
+                + std::abs(qBlue(a) - qBlue(b));
+        }
+    }
+    return sum / (3.0 * thumb.width() * thumb.height());
+}
+
+// Both pictures on the screen the X server shows (its root window read
+// back), not merely in their textures: CPU figures of a run where a picture
+// is missing would measure nothing worth knowing.
+bool bothPicturesOnScreen(MainWindow& window)
+{
+    constexpr double kMostDifference = 30.0;
+    const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    bool shown = true;
+    for (TavroAVView* view :
+        { window.videoArea()->bigMovieView(), window.videoArea()->smallMovieView() }) {
+        const double difference = differenceOnScreen(screen, *view);
+        std::printf("  on screen: %s differs from its picture by %.1f (of 255)\n",
+            qPrintable(view->objectName()), difference);
+        shown = shown && difference <= kMostDifference;
+    }
+    return shown;
+}
+
 // Prepared, running and past the first picture in both views.
 bool bothPlaying(MainWindow& window)
 {
@@ -219,6 +264,10 @@ CpuUse viewerCpu(MainWindow& window, int seconds, double* helpersCpu)
     if (!QTest::qWaitFor([&] { return bothPlaying(window); }, kWaitMs))
         return {};
     QTest::qWait(1000);
+    if (!bothPicturesOnScreen(window)) {
+        std::fprintf(stderr, "a picture is missing from the screen: no figures\n");
+        return {};
+    }
     TavroAVView* big = window.videoArea()->bigMovieView();
     TavroAVView* small = window.videoArea()->smallMovieView();
     const qint64 bigFrames = big->framesPresented();
@@ -251,6 +300,10 @@ CpuUse viewerCpu(MainWindow& window, int seconds, double* helpersCpu)
         static_cast<long long>(small->decoderDroppedFrames()),
         static_cast<long long>(small->outputDroppedFrames()));
     printBusiestThreads(threadsBefore, use.wall);
+    if (!bothPicturesOnScreen(window)) {
+        std::fprintf(stderr, "a picture left the screen while measuring: no figures\n");
+        return {};
+    }
     return use;
 }
 

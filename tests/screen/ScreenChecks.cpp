@@ -147,18 +147,25 @@ QString looksLike(const QImage& screen, const QRect& at, const QImage& expectedI
     return {};
 }
 
-int edgeWidth(const QImage& screen, int row, int fromX, int toX)
+QString checkerboardAt(const QImage& screen, const QRect& area)
 {
-    if (row < 0 || row >= screen.height())
-        return -1;
-    const auto* line = reinterpret_cast<const QRgb*>(screen.constScanLine(row));
-    int width = 0;
-    for (int x = std::max(0, std::min(fromX, toX));
-         x <= std::min(screen.width() - 1, std::max(fromX, toX)); ++x) {
-        const int green = qGreen(line[x]);
-        width += green > 42 && green < 213;
+    const QRect middle
+        = QRect(area.topLeft() + QPoint(area.width() / 4, area.height() / 4), area.size() / 2)
+        & screen.rect();
+    qint64 matching = 0;
+    for (int y = middle.top(); y <= middle.bottom(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(screen.constScanLine(y));
+        for (int x = middle.left(); x <= middle.right(); ++x) {
+            const bool white = (x - area.x() + y - area.y()) % 2 != 0;
+            matching += std::abs(qGreen(line[x]) - (white ? 255 : 0)) <= 64;
+        }
     }
-    return width;
+    if (matching < areaOf(middle) * 9 / 10) {
+        return QStringLiteral("only %1 % of the single-pixel checkerboard shows in %2")
+            .arg(100 * matching / std::max<qint64>(1, areaOf(middle)))
+            .arg(describe(area));
+    }
+    return {};
 }
 
 } // namespace ScreenChecks

@@ -38,10 +38,9 @@ QString nothingAround(const QImage& screen, const QRect& area, int margin, const
 // window cannot pass against a black rendering.
 QString looksLike(const QImage& screen, const QRect& at, const QImage& expected);
 
-// How many pixels it takes to go from `from` to `to` along the row, counted
-// where the green channel is between 1/6 and 5/6 of the way: 1 or 2 for a
-// picture drawn at the screen's own pixels, more when it was enlarged.
-int edgeWidth(const QImage& screen, int row, int fromX, int toX);
+// A checkerboard of single black and white pixels fills `area`, its top
+// left pixel black: at least 90 % of the middle of the area matches.
+QString checkerboardAt(const QImage& screen, const QRect& area);
 
 QString describe(const QRect& rect);
 

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScreen>
@@ -21,19 +22,22 @@ namespace {
 
 // 60 s, so that no clip ends while a test looks at it. Tagged BT.709, so
 // that the player turns the colours back exactly as they were drawn.
-bool makeClip(const QString& path, const QString& source)
+bool makeClip(const QString& path, const QString& source,
+    const QString& filter = QStringLiteral("scale=out_color_matrix=bt709,format=yuv420p"),
+    const QStringList& quality = {})
 {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QStringList arguments { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"),
+        QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"), source,
+        QStringLiteral("-vf"), filter, QStringLiteral("-colorspace"), QStringLiteral("bt709"),
+        QStringLiteral("-color_primaries"), QStringLiteral("bt709"), QStringLiteral("-color_trc"),
+        QStringLiteral("bt709"), QStringLiteral("-c:v"), QStringLiteral("libx264"),
+        QStringLiteral("-preset"), QStringLiteral("ultrafast"), QStringLiteral("-g"),
+        QStringLiteral("30") };
+    arguments << quality << path;
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
-    ffmpeg.start(QStringLiteral("ffmpeg"),
-        { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"), QStringLiteral("-f"),
-            QStringLiteral("lavfi"), QStringLiteral("-i"), source, QStringLiteral("-vf"),
-            QStringLiteral("scale=out_color_matrix=bt709,format=yuv420p"),
-            QStringLiteral("-colorspace"), QStringLiteral("bt709"),
-            QStringLiteral("-color_primaries"), QStringLiteral("bt709"),
-            QStringLiteral("-color_trc"), QStringLiteral("bt709"), QStringLiteral("-c:v"),
-            QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),
-            QStringLiteral("-g"), QStringLiteral("30"), path });
+    ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
     return ffmpeg.waitForFinished(120000) && ffmpeg.exitCode() == 0;
 }
 
@@ -103,6 +107,15 @@ const Cards& cards()
         return cards;
     }();
     return *made;
+}
+
+bool makeCheckerboardClip(const QString& path, const QSize& size)
+{
+    // Luma 16 and 235 are black and white; neutral chroma; no loss.
+    return makeClip(path,
+        QStringLiteral("color=c=black:s=%1x%2:r=10:d=10").arg(size.width()).arg(size.height()),
+        QStringLiteral("format=yuv420p,geq=lum='16+219*mod(X+Y,2)':cb=128:cr=128"),
+        { QStringLiteral("-qp"), QStringLiteral("0") });
 }
 
 int waitMs(int milliseconds)

@@ -40,6 +40,10 @@ struct Cards {
 // Writes the cards once per run; `error` is set when ffmpeg or a write fails.
 const Cards& cards();
 
+// A lossless clip of `size` (even) whose every frame is a checkerboard of
+// single black and white pixels, the top left one black.
+bool makeCheckerboardClip(const QString& path, const QSize& size);
+
 // Waits as long as the screen needs, stretched under sanitizers.
 int waitMs(int milliseconds);
 

@@ -119,6 +119,26 @@ QRect swayContentRect(const QWidget& window)
     return found;
 }
 
+// Where the X server has the window, in its own (device) pixels. Qt's
+// logical coordinates cannot say it at a scale of 2 when a window manager
+// puts the window at an odd pixel.
+QPoint x11WindowPosition(const QWidget& window)
+{
+    QProcess process;
+    process.start(
+        QStringLiteral("xwininfo"), { QStringLiteral("-id"), QString::number(window.winId()) });
+    process.waitForFinished(10000);
+    QPoint at(-1, -1);
+    for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
+        const QByteArray text = line.trimmed();
+        if (text.startsWith("Absolute upper-left X:"))
+            at.setX(text.mid(text.indexOf(':') + 1).trimmed().toInt());
+        else if (text.startsWith("Absolute upper-left Y:"))
+            at.setY(text.mid(text.indexOf(':') + 1).trimmed().toInt());
+    }
+    return at;
+}
+
 } // namespace
 
 bool isConfigured()
@@ -146,16 +166,20 @@ QImage grab(QString* error)
 QRect placeOf(const QWidget& widget)
 {
     const qreal ratio = widget.devicePixelRatioF();
-    QPoint logical;
+    const QWidget& window = *widget.window();
+    QPoint windowAt;
     if (isWayland()) {
-        const QRect content = swayContentRect(*widget.window());
+        const QRect content = swayContentRect(window);
         if (content.isNull())
             return {};
-        logical = content.topLeft() + widget.mapTo(widget.window(), QPoint(0, 0));
+        windowAt = (QPointF(content.topLeft()) * ratio).toPoint();
     } else {
-        logical = widget.mapToGlobal(QPoint(0, 0));
+        windowAt = x11WindowPosition(window);
+        if (windowAt.x() < 0)
+            return {};
     }
-    return { (QPointF(logical) * ratio).toPoint(), (QSizeF(widget.size()) * ratio).toSize() };
+    const QPoint inWindow = (QPointF(widget.mapTo(&window, QPoint(0, 0))) * ratio).toPoint();
+    return { windowAt + inWindow, (QSizeF(widget.size()) * ratio).toSize() };
 }
 
 void save(const QImage& screen, const QString& name)

@@ -46,7 +46,7 @@ VideoArea::VideoArea(QWidget* parent)
     // One window shows the whole area, bottom first: the large picture, the
     // inset, the large cover (over the inset too), the inset's cover.
     m_scene = new VideoScene(this);
-    m_scene->setLayers({ m_bigMovieView, m_smallMovieView, m_bigCover, m_smallCover });
+    applyLayers();
     layoutChildren();
 }
 
@@ -86,7 +86,15 @@ void VideoArea::addTopLayer(QWidget* widget)
 {
     widget->setParent(this);
     widget->raise();
-    m_scene->setLayers({ m_bigMovieView, m_smallMovieView, m_bigCover, m_smallCover, widget });
+    m_topLayers.append(widget);
+    applyLayers();
+}
+
+void VideoArea::applyLayers()
+{
+    m_scene->setLayers(
+        QList<QWidget*> { m_bigMovieView, m_smallMovieView, m_bigCover, m_smallCover }
+        + m_topLayers);
 }
 
 QRect VideoArea::smallViewRect() const

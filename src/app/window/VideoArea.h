@@ -39,6 +39,7 @@ protected:
 
 private:
     void layoutChildren();
+    void applyLayers();
     QRect smallViewRect() const;
     void updateCoverPixmap(QLabel* cover);
 
@@ -48,5 +49,6 @@ private:
     QLabel* m_bigCover = nullptr;
     QLabel* m_smallCover = nullptr;
     VideoScene* m_scene = nullptr;
+    QList<QWidget*> m_topLayers;
     Shown m_shown = Shown::Both;
 };

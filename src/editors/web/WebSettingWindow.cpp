@@ -47,7 +47,10 @@ QWidget* WebSettingWindowController::showWebSettingWindow(
 {
     if (instance())
         return nullptr;
-    auto* window = new WebSettingWindow(settingDirPath, languages);
+    // A window of the main window's: desktops keep it over the main window,
+    // and tiling compositors float it over the main window instead of
+    // squeezing both side by side.
+    auto* window = new WebSettingWindow(settingDirPath, languages, mainWindow);
     window->centerInWindow(mainWindow);
     window->controller()->beginModal();
     window->show();
