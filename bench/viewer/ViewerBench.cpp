@@ -4,7 +4,8 @@
 //     (prepared, running, time advancing): the first time, with the clip
 //     converted by ffmpeg and its telemetry extracted, and the second time,
 //     from the conversion cache (median of several runs each);
-//  2. CPU used by the viewer process while the two views play, against two
+//  2. CPU used by the viewer process while the two views play (only once the
+//     screen shows both pictures, before and after the span), against two
 //     mpv processes playing the same two files in windows of the views'
 //     sizes under the same display (`--vo=gpu`, or `--vo=null` when gpu
 //     cannot start);
