@@ -1,8 +1,12 @@
 # Shared build settings for the project's own targets.
 
-# Strict warnings on our code only (generated moc/rcc/qm sources stay lenient).
+# Strict warnings on our code only (generated moc/rcc/qm sources stay lenient),
+# and no build before the layers' includes are checked (CheckLayers.cmake).
 function(tavro_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
+    if(TARGET tavro_layers)
+        add_dependencies(${target} tavro_layers)
+    endif()
 endfunction()
 
 # tavro_add_test(NAME name SOURCES ... LIBS ... [GUI] [TIMEOUT s])

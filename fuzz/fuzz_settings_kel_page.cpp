@@ -2,7 +2,7 @@
 // the page shows every control within its range (or with no selection), the
 // graph within 0-100 %, and no change of a control adds or removes a line.
 #include "config/KelSettingManager.h"
-#include "kel/KelSettingViewController.h"
+#include "settings/kel/KelSettingViewController.h"
 
 #include <cstddef>
 #include <cstdint>

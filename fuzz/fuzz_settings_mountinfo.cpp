@@ -1,7 +1,7 @@
 // Feeds arbitrary text to the mount-table parser the card format decides on,
 // and looks up the mount holding each parsed mount point: every entry must
 // have an absolute mount point and a type, and each point must find a mount.
-#include "format/MountTable.h"
+#include "settings/format/MountTable.h"
 
 #include <cstddef>
 #include <cstdint>

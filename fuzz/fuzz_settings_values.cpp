@@ -7,12 +7,12 @@
 // within its range. Nothing is saved: OK would write the card.
 #include "cli/SettingsArguments.h"
 
-#include "SettingsPages.h"
 #include "config/AlertSink.h"
 #include "config/KelSettingManager.h"
 #include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"
-#include "kel/KelSettingViewController.h"
+#include "settings/SettingsPages.h"
+#include "settings/kel/KelSettingViewController.h"
 
 #include <QLoggingCategory>
 

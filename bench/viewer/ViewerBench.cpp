@@ -19,11 +19,11 @@
 #include "app/window/MainWindow.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
-#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
 #include "library/ClipConverter.h"
 #include "player/TavroAVView.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -499,7 +499,7 @@ int main(int argc, char** argv)
 
     // No card: the folder is chosen as with the folder button.
     Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
-    ViewerStyle::apply(app);
+    TavroStyle::apply(app);
     auto window = std::make_unique<MainWindow>();
     window->showMainWindow();
     if (!QTest::qWaitForWindowExposed(window.get()))

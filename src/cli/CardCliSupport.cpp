@@ -1,4 +1,4 @@
-#include "CardCliSupport.h"
+#include "cli/CardCliSupport.h"
 
 #include "config/SetupRecordLayout.h"
 #include "config/TolmSettingManager.h"

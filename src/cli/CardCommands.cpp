@@ -1,6 +1,6 @@
-#include "CardCliSupport.h"
-#include "CardFormatCommands.h"
-#include "CliCommands.h"
+#include "cli/CardCliSupport.h"
+#include "cli/CardFormatCommands.h"
+#include "cli/CliCommands.h"
 
 #include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"

@@ -1,9 +1,9 @@
-#include "CardFormatCommands.h"
+#include "cli/CardFormatCommands.h"
 
-#include "CardCliSupport.h"
+#include "cli/CardCliSupport.h"
 
-#include "format/CardFormatter.h"
-#include "format/TouchCalibrationReset.h"
+#include "settings/format/CardFormatter.h"
+#include "settings/format/TouchCalibrationReset.h"
 
 #include <QTextStream>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
 // tavro card format DIR [--yes] and tavro card touch-reset DIR [--yes].
 int runCardFormatCommand(const QStringList& args, CliIo& io);

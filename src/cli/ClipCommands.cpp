@@ -1,4 +1,4 @@
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
 #include "library/ClipConverter.h"
 #include "library/ClipFolders.h"

@@ -1,5 +1,5 @@
-#include "CardCliSupport.h"
-#include "CliCommands.h"
+#include "cli/CardCliSupport.h"
+#include "cli/CliCommands.h"
 
 #include "config/CardFiles.h"
 #include "config/SetupRecordCodec.h"

@@ -1,5 +1,5 @@
-#include "CliCommands.h"
-#include "RouteOutput.h"
+#include "cli/CliCommands.h"
+#include "cli/RouteOutput.h"
 
 #include "export/RouteExport.h"
 #include "library/ClipLibrary.h"

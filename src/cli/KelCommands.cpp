@@ -1,5 +1,5 @@
-#include "CardCliSupport.h"
-#include "CliCommands.h"
+#include "cli/CardCliSupport.h"
+#include "cli/CliCommands.h"
 
 #include "config/KelSettingManager.h"
 #include "config/TolmSettingManager.h"

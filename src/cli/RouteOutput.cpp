@@ -1,4 +1,4 @@
-#include "RouteOutput.h"
+#include "cli/RouteOutput.h"
 
 #include "export/RouteExport.h"
 

@@ -1,4 +1,4 @@
-#include "SettingsArguments.h"
+#include "cli/SettingsArguments.h"
 
 #include <QDateTime>
 

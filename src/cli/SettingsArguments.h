@@ -1,8 +1,8 @@
 #pragma once
 
-#include "CardCliSupport.h"
+#include "cli/CardCliSupport.h"
 
-#include "SettingsPageModel.h"
+#include "settings/SettingsPageModel.h"
 
 #include <QList>
 #include <QString>

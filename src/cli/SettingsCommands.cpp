@@ -1,13 +1,13 @@
-#include "CardCliSupport.h"
-#include "CliCommands.h"
-#include "SettingsArguments.h"
+#include "cli/CardCliSupport.h"
+#include "cli/CliCommands.h"
+#include "cli/SettingsArguments.h"
 
-#include "SettingsPages.h"
 #include "config/CardFiles.h"
 #include "config/KelSettingManager.h"
 #include "config/ModelCatalogue.h"
 #include "config/SetupRecordCodec.h"
 #include "config/TolmSettingManager.h"
+#include "settings/SettingsPages.h"
 
 #include <QDateTime>
 

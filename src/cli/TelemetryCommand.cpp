@@ -1,7 +1,7 @@
-#include "CliCommands.h"
-#include "RouteOutput.h"
-#include "TelemetryOutput.h"
-#include "TelemetrySubtitleExtract.h"
+#include "cli/CliCommands.h"
+#include "cli/RouteOutput.h"
+#include "cli/TelemetryOutput.h"
+#include "cli/TelemetrySubtitleExtract.h"
 
 #include "export/RouteExport.h"
 #include "library/ClipListScan.h"

@@ -1,4 +1,4 @@
-#include "TelemetryOutput.h"
+#include "cli/TelemetryOutput.h"
 
 #include "telemetry/TavroClipData.h"
 

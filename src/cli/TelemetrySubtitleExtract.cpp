@@ -1,4 +1,4 @@
-#include "TelemetrySubtitleExtract.h"
+#include "cli/TelemetrySubtitleExtract.h"
 
 #include <QFileInfo>
 #include <QProcess>

@@ -1,5 +1,5 @@
-#include "CliCommands.h"
 #include "TavroVersion.h"
+#include "cli/CliCommands.h"
 
 #include <QCoreApplication>
 
@@ -23,12 +23,12 @@ constexpr std::array kCommands {
     CommandEntry { "config", runConfigCommand, "config show|load|set|defaults DIR ..." },
     CommandEntry { "kel", runKelCommand, "kel show|set|clock DIR ..." },
     CommandEntry { "languages", runLanguagesCommand, "languages DIR" },
-    CommandEntry { "clips", runClipsCommand,
-        "clips DIR [--filter all|continuous|motion|event|manual]" },
+    CommandEntry {
+        "clips", runClipsCommand, "clips DIR [--filter all|continuous|motion|event|manual]" },
     CommandEntry { "convert", runConvertCommand, "convert CLIP" },
     CommandEntry { "settings", runSettingsCommand, "settings show|set DIR ..." },
-    CommandEntry { "export", runExportCommand,
-        "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
+    CommandEntry {
+        "export", runExportCommand, "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
 };
 
 void printUsage(QTextStream& err)

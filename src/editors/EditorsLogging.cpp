@@ -1,3 +1,3 @@
-#include "EditorsLogging.h"
+#include "editors/EditorsLogging.h"
 
 Q_LOGGING_CATEGORY(lcEditors, "tavro.editors", QtWarningMsg)

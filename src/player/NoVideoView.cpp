@@ -1,4 +1,5 @@
 #include "player/NoVideoView.h"
+#include "style/TavroStyle.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -12,7 +13,7 @@ NoVideoView::NoVideoView(QWidget* parent)
 void NoVideoView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(0x1f, 0x22, 0x26));
+    painter.fillRect(rect(), TavroStyle::kPanel);
     painter.setRenderHint(QPainter::Antialiasing);
     const double side = qMin(width(), height()) * 0.25;
     if (side < 8.0)
@@ -27,8 +28,8 @@ void NoVideoView::paintEvent(QPaintEvent*)
     speaker.lineTo(origin + QPointF(side * 0.25, side * 0.65));
     speaker.lineTo(origin + QPointF(0, side * 0.65));
     speaker.closeSubpath();
-    painter.fillPath(speaker, QColor(0x9a, 0xa0, 0xa6));
-    QPen wave(QColor(0x9a, 0xa0, 0xa6), qMax(2.0, side * 0.06), Qt::SolidLine, Qt::RoundCap);
+    painter.fillPath(speaker, TavroStyle::kSecondaryText);
+    QPen wave(TavroStyle::kSecondaryText, qMax(2.0, side * 0.06), Qt::SolidLine, Qt::RoundCap);
     painter.setPen(wave);
     for (int i = 1; i <= 2; ++i) {
         const double r = side * 0.2 * i;

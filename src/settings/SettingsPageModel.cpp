@@ -1,4 +1,4 @@
-#include "SettingsPageModel.h"
+#include "settings/SettingsPageModel.h"
 
 std::optional<SettingControl> SettingsPageModel::control(const QString& name) const
 {
@@ -18,4 +18,7 @@ SettingsPageModel::Change SettingsPageModel::sliderMoved(const QString& name, in
 
 void SettingsPageModel::sliderReleased(const QString&) { }
 
-QString SettingsPageModel::sliderGuide(const QString&) const { return {}; }
+QString SettingsPageModel::sliderGuide(const QString&) const
+{
+    return {};
+}

@@ -1,4 +1,4 @@
-#include "SettingsPages.h"
+#include "settings/SettingsPages.h"
 
 #include "config/ModelCatalogue.h"
 

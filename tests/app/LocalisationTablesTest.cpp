@@ -2,9 +2,9 @@
 // uses is translated in every language, the compiled tables say what the .ts
 // sources say, and multi-line messages keep their line breaks.
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerSettings.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerSettings.h"
 
 #include <QFile>
 #include <QMap>

@@ -2,9 +2,9 @@
 
 #include "LanguageSettingsFixture.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerSettings.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerSettings.h"
 
 #include <QSet>
 

@@ -3,12 +3,12 @@
 
 #include "LanguageSettingsFixture.h"
 
-#include "app/LanguageRefreshObserver.h"
-#include "app/LocalizationKeys.h"
-#include "app/SettingWindowLanguage.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
-#include "app/ViewerSettings.h"
+#include "i18n/LanguageRefreshObserver.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/SettingWindowLanguage.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
+#include "i18n/ViewerSettings.h"
 #include "library/TavroNotifier.h"
 
 #include <QCoreApplication>

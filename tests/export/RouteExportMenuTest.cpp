@@ -4,15 +4,15 @@
 
 #include "TestFiles.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/window/MainWindow.h"
-#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -32,7 +32,7 @@ protected:
         ViewerTestSupport::useOwnSettings("tavro-route-export-menu-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
         TolmSettingManager::ChagneTolmSettingManager(nullptr);
     }

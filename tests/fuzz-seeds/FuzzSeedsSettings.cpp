@@ -3,11 +3,11 @@
 #include "CardBuilder.h"
 #include "SetupCfgBuilder.h"
 
-#include "SettingsPages.h"
 #include "config/KelSettingManager.h"
 #include "config/TimeDatFile.h"
 #include "config/TolmSettingManager.h"
-#include "kel/KelSettingViewController.h"
+#include "settings/SettingsPages.h"
+#include "settings/kel/KelSettingViewController.h"
 
 #include <QDir>
 #include <QFile>

@@ -7,7 +7,7 @@
 #include "config/KelSettingManager.h"
 #include "config/SetupRecordCodec.h"
 #include "config/TimeDatFile.h"
-#include "format/MountTable.h"
+#include "settings/format/MountTable.h"
 #include "telemetry/AviChunkParser.h"
 #include "telemetry/AviTailParser.h"
 #include "telemetry/KelChunkParser.h"

@@ -15,12 +15,12 @@
 #include "app/window/MainWindow.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
-#include "app/window/ViewerStyle.h"
 #include "app/window/ZoomableMovieArea.h"
 #include "config/AlertSink.h"
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
 #include "player/TavroAVView.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -123,7 +123,7 @@ protected:
         options.cardFolders = { cards().native, cards().kel, cards().web };
         options.folder = cards().native;
         options.showSplash = false;
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         s_delegate = new AppDelegate(options);
         s_delegate->applicationDidFinishLaunching();
         if (s_delegate->window())

@@ -12,13 +12,13 @@
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeWatcher.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
 #include "library/ClipLibrary.h"
 #include "library/Utils.h"
 

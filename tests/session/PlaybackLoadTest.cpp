@@ -5,7 +5,7 @@
 #include "FfmpegClipBuilder.h"
 #include "TestFiles.h"
 
-#include "app/LocalizationKeys.h"
+#include "i18n/LocalizationKeys.h"
 #include "library/QtProcessRunner.h"
 #include "library/Utils.h"
 

@@ -1,4 +1,4 @@
-#include "app/SanitizerLeakCheck.h"
+#include "app/window/SanitizerLeakCheck.h"
 #include "editors/web/WebEngineProcess.h"
 
 #include <QApplication>

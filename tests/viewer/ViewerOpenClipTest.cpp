@@ -5,19 +5,19 @@
 #include "ViewerTestSupport.h"
 
 #include "TestFiles.h"
-#include "app/ViewerLanguage.h"
+#include "TestTiming.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/AppDelegate.h"
 #include "app/window/MainWindow.h"
 #include "app/window/VideoArea.h"
 #include "app/window/ViewerCommandLine.h"
-#include "app/window/ViewerStyle.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
+#include "i18n/ViewerLanguage.h"
 #include "library/ClipLibrary.h"
 #include "player/TavroAVView.h"
-#include "TestTiming.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QDir>
@@ -106,7 +106,7 @@ protected:
         if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
             GTEST_SKIP() << "ffmpeg is not installed";
         QSettings().clear();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         TolmSettingManager::ChagneTolmSettingManager(nullptr);
         ASSERT_TRUE(m_dir.isValid());
         // An event folder copied off a card: two front/rear pairs.

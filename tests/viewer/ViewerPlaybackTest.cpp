@@ -8,7 +8,6 @@
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "TestTiming.h"
-#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/FullScreenControlWindow.h"
@@ -19,16 +18,17 @@
 #include "app/window/TelemetryPanel.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
-#include "app/window/ViewerStyle.h"
 #include "app/window/ZoomableMovieArea.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
 #include "display/MapWindow.h"
 #include "display/SpeedMeterView.h"
+#include "i18n/ViewerLanguage.h"
 #include "library/ClipLibrary.h"
 #include "library/Utils.h"
 #include "player/TavroAVView.h"
+#include "style/TavroStyle.h"
 
 #include <cmath>
 
@@ -116,7 +116,7 @@ protected:
             GTEST_SKIP() << "ffmpeg is not installed";
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         ASSERT_TRUE(m_card.isValid());
         const QString root = m_card.path();
         QDir(root).mkpath(QStringLiteral("SETTING"));

@@ -6,11 +6,11 @@
 #include "TestTiming.h"
 #include "ViewerTestSupport.h"
 #include "app/window/QuitSignalHandler.h"
-#include "format/CardFormatActivity.h"
-#include "format/CardFormatter.h"
-#include "format/CardOperationDialog.h"
-#include "format/CardSheetDialog.h"
-#include "format/FormatQuitGuard.h"
+#include "editors/format/CardOperationDialog.h"
+#include "editors/format/CardSheetDialog.h"
+#include "settings/format/CardFormatActivity.h"
+#include "settings/format/CardFormatter.h"
+#include "settings/format/FormatQuitGuard.h"
 
 #include <QApplication>
 #include <QDir>

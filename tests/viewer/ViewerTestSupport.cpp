@@ -1,7 +1,7 @@
 #include "ViewerTestSupport.h"
 
 #include "DriveClip.h"
-#include "app/ViewerLanguage.h"
+#include "i18n/ViewerLanguage.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -4,18 +4,18 @@
 #include "CardTreeBuilder.h"
 #include "ViewerTestSupport.h"
 
-#include "app/ViewerLanguage.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
 #include "app/window/MessageBoxAlertSink.h"
 #include "app/window/ViewerImages.h"
-#include "app/window/ViewerStyle.h"
 #include "app/window/ZoomableMovieArea.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
+#include "i18n/ViewerLanguage.h"
 #include "library/ClipLibrary.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -38,7 +38,7 @@ protected:
         ViewerTestSupport::useOwnSettings("tavro-viewer-window-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
     }
     void TearDown() override { QSettings().clear(); }
 };
@@ -69,8 +69,8 @@ TEST_F(ViewerWidgetsTest, ClipListShowsTheLibraryFiltersAndKeepsSelectionInStep)
     EXPECT_EQ(names(), all);
     EXPECT_EQ(panel.selectedDirTextField()->text(), dir.path());
     // The exported clip in magenta, the others in the text colour.
-    EXPECT_EQ(table->item(0)->foreground().color(), ViewerStyle::kSavedVideo);
-    EXPECT_EQ(table->item(1)->foreground().color(), ViewerStyle::kText);
+    EXPECT_EQ(table->item(0)->foreground().color(), TavroStyle::kSavedVideo);
+    EXPECT_EQ(table->item(1)->foreground().color(), TavroStyle::kText);
     // Row 0 is selected after a refresh; a click selects in the library.
     EXPECT_EQ(table->currentRow(), 0);
     QTest::mouseClick(

@@ -4,21 +4,21 @@
 #include "ViewerTestSupport.h"
 
 #include "TavroVersion.h"
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/HeaderBar.h"
 #include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
 #include "app/window/TransportBar.h"
 #include "app/window/ViewerCommandLine.h"
-#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
 #include "display/SpeedMeterView.h"
 #include "display/SpeedUnit.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -55,7 +55,7 @@ protected:
         ViewerTestSupport::useOwnSettings("tavro-viewer-window-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         // No card: the window starts empty.
         Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
         TolmSettingManager::ChagneTolmSettingManager(nullptr);

@@ -3,10 +3,10 @@
 //   web-settings-window CARD [--screenshot FILE.png]
 // The viewer opens the same window from its settings button and with
 // `tavro-viewer --card CARD --settings`.
-#include "app/ViewerLanguage.h"
 #include "config/TolmSettingManager.h"
 #include "editors/web/WebEngineProcess.h"
 #include "editors/web/WebSettingWindowController.h"
+#include "i18n/ViewerLanguage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,8 +1,5 @@
 #include "app/session/MainWindowController.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "app/session/PlaybackSession.h"
 #include "app/session/SessionView.h"
 #include "config/AlertSink.h"
@@ -11,6 +8,9 @@
 #include "config/VolumeUtils.h"
 #include "config/VolumeWatcher.h"
 #include "display/SpeedUnit.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
 #include "library/ClipConverter.h"
 #include "library/ClipLibrary.h"
 #include "library/QtProcessRunner.h"

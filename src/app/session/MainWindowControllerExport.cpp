@@ -2,9 +2,9 @@
 // large view as PNG, and the still the window prints.
 #include "app/session/MainWindowController.h"
 
-#include "app/LocalizationKeys.h"
 #include "app/session/PlaybackSession.h"
 #include "config/AlertSink.h"
+#include "i18n/LocalizationKeys.h"
 #include "library/ClipLibrary.h"
 #include "player/PlayerView.h"
 

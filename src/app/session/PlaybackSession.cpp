@@ -1,8 +1,8 @@
 #include "app/session/PlaybackSession.h"
 
-#include "app/LocalizationKeys.h"
 #include "app/session/SessionView.h"
 #include "config/AlertSink.h"
+#include "i18n/LocalizationKeys.h"
 #include "library/ClipConverter.h"
 #include "library/ClipLibrary.h"
 #include "library/ClipNaming.h"

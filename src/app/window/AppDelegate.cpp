@@ -1,6 +1,5 @@
 #include "app/window/AppDelegate.h"
 
-#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/window/MainWindow.h"
 #include "app/window/MessageBoxAlertSink.h"
@@ -8,9 +7,10 @@
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
 #include "config/VolumeWatcher.h"
-#include "format/CardFormatActivity.h"
+#include "i18n/ViewerLanguage.h"
 #include "library/ClipLibrary.h"
 #include "library/Utils.h"
+#include "settings/format/CardFormatActivity.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

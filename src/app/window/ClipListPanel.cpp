@@ -1,10 +1,10 @@
 #include "app/window/ClipListPanel.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/window/ImageButton.h"
-#include "app/window/ViewerStyle.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 #include "library/ClipLibrary.h"
+#include "style/TavroStyle.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -77,7 +77,7 @@ ClipListPanel::ClipListPanel(QWidget* parent)
     m_table->setUniformItemSizes(true);
     m_table->setItemDelegate(new ClipRowDelegate(m_table));
     m_table->setFocusPolicy(Qt::ClickFocus);
-    m_table->setFont(ViewerStyle::tabularFont());
+    m_table->setFont(TavroStyle::tabularFont());
     layout->addWidget(m_table, 1);
     connect(m_table, &QListWidget::currentRowChanged, this, [this](int row) {
         if (m_library && row >= 0)
@@ -146,7 +146,7 @@ void ClipListPanel::reloadRows()
     for (const ClipLibrary::Row& row : rows) {
         auto* item = new QListWidgetItem(row.name, m_table);
         item->setToolTip(row.path);
-        item->setForeground(row.saved ? ViewerStyle::kSavedVideo : ViewerStyle::kText);
+        item->setForeground(row.saved ? TavroStyle::kSavedVideo : TavroStyle::kText);
     }
     const int selected = m_library->selectedRow();
     if (selected >= 0 && selected < m_table->count())

@@ -1,8 +1,9 @@
 #include "app/window/FullScreenControlWindow.h"
+#include "style/TavroStyle.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/window/ImageButton.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -23,8 +24,9 @@ FullScreenControlWindow::FullScreenControlWindow(QWidget* parent)
 {
     setObjectName(QStringLiteral("fullScreenControlWindow"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("#fullScreenControlWindow { background: #1f2226; border: 1px "
-                                 "solid #2c3036; border-radius: 8px; }"));
+    setStyleSheet(TavroStyle::withPalette(QStringLiteral("#fullScreenControlWindow { background: "
+                                                         "@panel; border: 1px solid @separator; "
+                                                         "border-radius: 8px; }")));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 6, 12, 6);
     layout->setSpacing(6);

@@ -1,10 +1,11 @@
 #include "app/window/HeaderBar.h"
+#include "style/TavroStyle.h"
 
 #include "TavroVersion.h"
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/window/ImageButton.h"
 #include "app/window/ViewerImages.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -34,9 +35,9 @@ HeaderBar::HeaderBar(QWidget* parent)
     m_brand->setStyleSheet(QStringLiteral("font-weight: bold; font-size: 15px;"));
     m_modelTextField = new QLabel(this);
     m_modelTextField->setObjectName(QStringLiteral("modelTextField"));
-    m_modelTextField->setStyleSheet(QStringLiteral(
-        "color: #f2f2f2; background: #1f2226; border: 1px solid #2c3036; border-radius: 4px; "
-        "padding: 2px 10px;"));
+    m_modelTextField->setStyleSheet(TavroStyle::withPalette(QStringLiteral(
+        "color: @text; background: @panel; border: 1px solid @separator; border-radius: 4px; "
+        "padding: 2px 10px;")));
     m_firmwareLabel = new QLabel(this);
     m_firmwareLabel->setObjectName(QStringLiteral("firmwareLabel"));
     m_firmwareLabel->setProperty("secondary", true);

@@ -1,7 +1,7 @@
 #include "app/window/ImageButton.h"
 
 #include "app/window/ViewerImages.h"
-#include "app/window/ViewerStyle.h"
+#include "style/TavroStyle.h"
 
 #include <QEnterEvent>
 #include <QPainter>
@@ -106,7 +106,7 @@ void ImageButton::paintEvent(QPaintEvent*)
         image->render(&painter, QRectF(rect()));
     // A caption on the accent colour reads dark, on the panel colour light.
     const bool onAccent = m_imageName.endsWith(QLatin1String("_2"));
-    painter.setPen(onAccent ? ViewerStyle::kWindow : ViewerStyle::kText);
+    painter.setPen(onAccent ? TavroStyle::kWindow : TavroStyle::kText);
     painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

@@ -3,11 +3,11 @@
 #include "app/window/MainWindow.h"
 
 #include "TavroVersion.h"
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/session/SettingsRouter.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -2,15 +2,15 @@
 #include "app/window/MainWindowMenus.h"
 #include "app/window/MainWindow.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/ImageButton.h"
 #include "app/window/RouteExportDialog.h"
 #include "app/window/TransportBar.h"
 #include "display/SpeedUnit.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
 
 #include <QActionGroup>
 #include <QMenu>

@@ -1,8 +1,6 @@
 // What the playback session shows, carried out on the main window's controls.
 #include "app/window/MainWindow.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/session/PlaybackSession.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/FullScreenControlWindow.h"
@@ -16,6 +14,8 @@
 #include "display/GravityGraphView.h"
 #include "display/MapController.h"
 #include "display/SpeedMeterView.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 #include "player/TavroAVView.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "app/window/MessageBoxAlertSink.h"
 
-#include "app/TavroLanguages.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QMessageBox>
 #include <QPushButton>

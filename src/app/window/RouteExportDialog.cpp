@@ -1,8 +1,8 @@
 #include "app/window/RouteExportDialog.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/session/RouteExportController.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 #include "library/ClipLibrary.h"
 
 #include <QDir>

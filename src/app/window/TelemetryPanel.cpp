@@ -1,13 +1,13 @@
 #include "app/window/TelemetryPanel.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/window/ViewerImages.h"
-#include "app/window/ViewerStyle.h"
 #include "display/GravityGraphView.h"
 #include "display/MapController.h"
 #include "display/MapWindow.h"
 #include "display/SpeedMeterView.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "style/TavroStyle.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -69,8 +69,8 @@ QLabel* TelemetryPanel::readout(const char* objectName)
 {
     auto* label = new QLabel(QStringLiteral("0.000"), this);
     label->setObjectName(QLatin1String(objectName));
-    label->setFont(ViewerStyle::tabularFont());
-    label->setStyleSheet(QStringLiteral("color: #f2f2f2;"));
+    label->setFont(TavroStyle::tabularFont());
+    label->setStyleSheet(TavroStyle::withPalette(QStringLiteral("color: @text;")));
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("-000.0000")));
     return label;
 }

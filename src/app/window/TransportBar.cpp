@@ -1,10 +1,10 @@
 #include "app/window/TransportBar.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "app/window/ImageButton.h"
 #include "app/window/SeekSlider.h"
-#include "app/window/ViewerStyle.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "style/TavroStyle.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -22,7 +22,7 @@ QFrame* separator(QWidget* parent)
 {
     auto* line = new QFrame(parent);
     line->setFixedSize(1, 22);
-    line->setStyleSheet(QStringLiteral("background: #2c3036;"));
+    line->setStyleSheet(TavroStyle::withPalette(QStringLiteral("background: @separator;")));
     return line;
 }
 
@@ -41,7 +41,7 @@ TransportBar::TransportBar(QWidget* parent)
     seekTimeSldierView->setObjectName(QStringLiteral("seekTimeSldierView"));
     playTimeTextField = new QLabel(QStringLiteral("00:00/00:00"), this);
     playTimeTextField->setObjectName(QStringLiteral("playTimeTextField"));
-    playTimeTextField->setFont(ViewerStyle::tabularFont());
+    playTimeTextField->setFont(TavroStyle::tabularFont());
     playTimeTextField->setMinimumWidth(
         playTimeTextField->fontMetrics().horizontalAdvance(QStringLiteral("000:00/000:00")) + 8);
     playTimeTextField->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

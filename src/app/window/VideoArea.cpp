@@ -1,4 +1,5 @@
 #include "app/window/VideoArea.h"
+#include "style/TavroStyle.h"
 
 #include "app/window/ViewerImages.h"
 #include "app/window/ZoomableMovieArea.h"
@@ -36,7 +37,8 @@ VideoArea::VideoArea(QWidget* parent)
     for (QLabel** cover : { &m_bigCover, &m_smallCover }) {
         *cover = new QLabel(this);
         (*cover)->setAlignment(Qt::AlignCenter);
-        (*cover)->setStyleSheet(QStringLiteral("background: #000000; border: 1px solid #2c3036;"));
+        (*cover)->setStyleSheet(TavroStyle::withPalette(
+            QStringLiteral("background: #000000; border: 1px solid @separator;")));
         // Clicks go through to the view below (right click asks for full screen).
         (*cover)->setAttribute(Qt::WA_TransparentForMouseEvents);
     }

@@ -1,16 +1,16 @@
 #include "app/window/ViewerSettingsPageOpener.h"
 
-#include "SettingsPages.h"
-#include "app/LocalizationKeys.h"
 #include "config/AlertSink.h"
 #include "config/TolmSettingManager.h"
-#include "format/CardOperationDialog.h"
-#include "page/SettingsPageWidget.h"
+#include "editors/format/CardOperationDialog.h"
+#include "editors/page/SettingsPageWidget.h"
+#include "i18n/LocalizationKeys.h"
+#include "settings/SettingsPages.h"
 
+#include "editors/web/WebSettingWindowController.h"
+#include "editors/window/ChoicePages.h"
+#include "editors/window/SettingWindow.h"
 #include <QPushButton>
-#include "window/ChoicePages.h"
-#include "web/WebSettingWindowController.h"
-#include "window/SettingWindow.h"
 
 namespace {
 
@@ -82,9 +82,8 @@ int ViewerSettingsPageOpener::showWebSettingWindow(
 // card the settings were read from.
 void ViewerSettingsPageOpener::addCardOperations(SettingsPageWidget& page)
 {
-    const auto cardRoot = [] {
-        return TolmSettingManager::SharedTolmSettingManager()->settingDirPath();
-    };
+    const auto cardRoot
+        = [] { return TolmSettingManager::SharedTolmSettingManager()->settingDirPath(); };
     QPushButton* format = page.addCardAction(LocalizationKeys::kFormatMemoryCard,
         [&page, cardRoot] { askFormat(page.window(), cardRoot()); });
     format->setObjectName(QStringLiteral("memoryCardFormatButton"));

@@ -1,12 +1,12 @@
 // tavro-viewer: the desktop viewer for dash-camera memory cards.
-#include "app/SanitizerLeakCheck.h"
 #include "app/window/AppDelegate.h"
 #include "app/window/QuitSignalHandler.h"
+#include "app/window/SanitizerLeakCheck.h"
 #include "app/window/ViewerCommandLine.h"
 #include "app/window/ViewerImages.h"
-#include "app/window/ViewerStyle.h"
 #include "editors/web/WebEngineProcess.h"
-#include "format/FormatQuitGuard.h"
+#include "settings/format/FormatQuitGuard.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QtWebEngineQuick>
@@ -39,7 +39,7 @@ int main(int argc, char** argv)
         SanitizerLeakCheck::checkNow();
         return commandLine.exitCode;
     }
-    ViewerStyle::apply(application);
+    TavroStyle::apply(application);
     // Ctrl+C or a polite kill quits like closing the window does.
     QuitSignalHandler quitOnSignal;
     // No quit cuts a card format short: it waits until the card is mounted again.

@@ -1,10 +1,10 @@
-#include "format/CardOperationDialog.h"
+#include "editors/format/CardOperationDialog.h"
 
-#include "EditorsLogging.h"
-#include "format/CardFormatFlow.h"
-#include "format/CardFormatter.h"
-#include "format/CardSheetDialog.h"
-#include "format/TouchCalibrationReset.h"
+#include "editors/EditorsLogging.h"
+#include "editors/format/CardSheetDialog.h"
+#include "settings/format/CardFormatFlow.h"
+#include "settings/format/CardFormatter.h"
+#include "settings/format/TouchCalibrationReset.h"
 
 #include <QWidget>
 

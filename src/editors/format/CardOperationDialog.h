@@ -1,7 +1,7 @@
 #pragma once
 
-#include "format/CardFormatter.h"
-#include "format/CardSheetDialog.h"
+#include "editors/format/CardSheetDialog.h"
+#include "settings/format/CardFormatter.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,7 +1,8 @@
-#include "format/CardSheetDialog.h"
+#include "editors/format/CardSheetDialog.h"
+#include "style/TavroStyle.h"
 
-#include "app/TavroLanguages.h"
 #include "config/AlertSink.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -44,7 +45,7 @@ CardSheetDialog::CardSheetDialog(QWidget* parent)
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
-    m_note->setStyleSheet(QStringLiteral("color: #f5a623;"));
+    m_note->setStyleSheet(TavroStyle::withPalette(QStringLiteral("color: @accent;")));
     m_progress->setRange(0, 0); // busy: the tools report no progress
     m_progress->setTextVisible(false);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "format/CardSheet.h"
+#include "settings/format/CardSheet.h"
 
 #include <QDialog>
 #include <QList>

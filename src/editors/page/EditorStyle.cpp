@@ -1,17 +1,19 @@
-#include "page/EditorStyle.h"
+#include "editors/page/EditorStyle.h"
+
+#include "style/TavroStyle.h"
 
 namespace EditorStyle {
 
 QColor barColour(int index)
 {
-    static const QColor kBars[]
-        = { kAccent, QColor(0xe0, 0x5a, 0x4f), QColor(0x4f, 0x9d, 0xe0), QColor(0x7b, 0xc4, 0x6a) };
+    static const QColor kBars[] = { TavroStyle::kAccent, QColor(0xe0, 0x5a, 0x4f),
+        QColor(0x4f, 0x9d, 0xe0), QColor(0x7b, 0xc4, 0x6a) };
     return kBars[((index % 4) + 4) % 4];
 }
 
 QString pageStyleSheet()
 {
-    QString sheet = QStringLiteral(R"(
+    return TavroStyle::sharedStyleSheet() + TavroStyle::withPalette(QStringLiteral(R"(
 SettingPage { background: @window; }
 QTabWidget::pane { border: 1px solid @separator; background: @panel; border-radius: 4px; top: -1px; }
 QTabBar::tab { background: @window; color: @secondary; padding: 7px 18px; border: 1px solid @separator;
@@ -20,7 +22,6 @@ QTabBar::tab:selected { background: @accent; color: @window; }
 #section { background: @panel; border-radius: 6px; }
 #sectionTitle { color: @text; font-weight: bold; }
 #sectionLine { background: @separator; }
-QLabel { color: @text; }
 #caption { color: @text; }
 #guide { color: @accent; }
 QRadioButton, QCheckBox { color: @text; spacing: 6px; }
@@ -39,29 +40,17 @@ QComboBox, QDateTimeEdit { background: @window; color: @text; border: 1px solid 
     border-radius: 4px; padding: 3px 8px; }
 QComboBox:disabled, QDateTimeEdit:disabled { color: @secondary; }
 QComboBox QAbstractItemView { background: @panel; color: @text; selection-background-color: @separator; }
-QPushButton { background: @separator; color: @text; border: 1px solid #3a3f46; border-radius: 4px;
+QPushButton { background: @separator; color: @text; border: 1px solid @raised; border-radius: 4px;
     padding: 6px 18px; }
-QPushButton:hover { background: #3a3f46; }
+QPushButton:hover { background: @raised; }
 QPushButton:disabled { color: @secondary; }
 #okButton { background: @accent; color: @window; border: none; }
 #okButton:disabled { background: @separator; color: @secondary; }
-QSlider::groove:horizontal { height: 4px; background: @separator; border-radius: 2px; }
-QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
-QSlider::sub-page:horizontal:disabled { background: #5b6168; }
-QSlider::handle:horizontal { width: 12px; height: 12px; margin: -4px 0; border-radius: 6px; background: @text; }
-QSlider::handle:horizontal:disabled { background: #5b6168; }
 QListWidget { background: @panel; color: @text; border: 1px solid @separator; }
 QListWidget::item { padding: 4px 8px; }
 QListWidget::item:selected { background: @accent; color: @window; }
-)");
-    const auto hex = [](const QColor& c) { return c.name(QColor::HexRgb); };
-    sheet.replace(QLatin1String("@window"), hex(kWindow));
-    sheet.replace(QLatin1String("@panel"), hex(kPanel));
-    sheet.replace(QLatin1String("@separator"), hex(kSeparator));
-    sheet.replace(QLatin1String("@text"), hex(kText));
-    sheet.replace(QLatin1String("@secondary"), hex(kSecondaryText));
-    sheet.replace(QLatin1String("@accent"), hex(kAccent));
-    return sheet;
+
+)"));
 }
 
 } // namespace EditorStyle

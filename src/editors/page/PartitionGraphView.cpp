@@ -1,7 +1,8 @@
-#include "page/PartitionGraphView.h"
+#include "editors/page/PartitionGraphView.h"
+#include "style/TavroStyle.h"
 
-#include "app/TavroLanguages.h"
-#include "page/EditorStyle.h"
+#include "editors/page/EditorStyle.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QPainter>
 
@@ -77,16 +78,16 @@ void PartitionGraphView::paintEvent(QPaintEvent*)
     for (int i = 0; i < m_bars.size(); ++i) {
         const QRect bar = barRect(i);
         const QRect row(0, i * kRowHeight, width(), kRowHeight);
-        painter.setPen(EditorStyle::kSecondaryText);
+        painter.setPen(TavroStyle::kSecondaryText);
         painter.drawText(QRect(0, row.y(), captionWidth(), kRowHeight),
             Qt::AlignVCenter | Qt::AlignLeft, m_captions.value(i));
         // The full width faintly, the share in colour.
         painter.setPen(Qt::NoPen);
-        painter.setBrush(EditorStyle::kSeparator);
+        painter.setBrush(TavroStyle::kSeparator);
         painter.drawRoundedRect(QRect(bar.x(), bar.y(), kFullBarWidth, kBarHeight), 3, 3);
         painter.setBrush(EditorStyle::barColour(i));
         painter.drawRoundedRect(bar, 3, 3);
-        painter.setPen(EditorStyle::kText);
+        painter.setPen(TavroStyle::kText);
         painter.drawText(QRect(bar.x() + kFullBarWidth + kGap, row.y(), width(), kRowHeight),
             Qt::AlignVCenter | Qt::AlignLeft, barLabel(i));
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SettingsPageModel.h"
+#include "settings/SettingsPageModel.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
-#include "page/SettingControlRow.h"
+#include "editors/page/SettingControlRow.h"
 
-#include "app/TavroLanguages.h"
-#include "page/EditorStyle.h"
-#include "page/TickSlider.h"
+#include "editors/page/EditorStyle.h"
+#include "editors/page/TickSlider.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>

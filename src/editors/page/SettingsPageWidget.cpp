@@ -1,12 +1,12 @@
-#include "page/SettingsPageWidget.h"
+#include "editors/page/SettingsPageWidget.h"
 
-#include "EditorsLogging.h"
-#include "SettingsPageModel.h"
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "page/EditorStyle.h"
-#include "page/PartitionGraphView.h"
-#include "page/SettingControlRow.h"
+#include "editors/EditorsLogging.h"
+#include "editors/page/EditorStyle.h"
+#include "editors/page/PartitionGraphView.h"
+#include "editors/page/SettingControlRow.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "settings/SettingsPageModel.h"
 
 #include <QCheckBox>
 #include <QDateTimeEdit>

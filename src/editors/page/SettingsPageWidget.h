@@ -1,6 +1,6 @@
 #pragma once
 
-#include "window/SettingPage.h"
+#include "editors/window/SettingPage.h"
 
 #include <QHash>
 #include <QStringList>

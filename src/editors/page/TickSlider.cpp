@@ -1,6 +1,7 @@
-#include "page/TickSlider.h"
+#include "editors/page/TickSlider.h"
+#include "style/TavroStyle.h"
 
-#include "page/EditorStyle.h"
+#include "editors/page/EditorStyle.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -34,7 +35,7 @@ void TickSlider::paintEvent(QPaintEvent* event)
 {
     QSlider::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(isEnabled() ? EditorStyle::kSecondaryText : EditorStyle::kSeparator);
+    painter.setPen(isEnabled() ? TavroStyle::kSecondaryText : TavroStyle::kSeparator);
     const int y = height() - kTickLength - 1;
     for (int x : tickPositions())
         painter.drawLine(x, y, x, y + kTickLength);

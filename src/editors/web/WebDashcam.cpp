@@ -1,6 +1,6 @@
 #include "editors/web/WebDashcam.h"
 
-#include "EditorsLogging.h"
+#include "editors/EditorsLogging.h"
 #include "editors/web/WebSettingWindowController.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "editors/web/WebNotification.h"
 
-#include "app/LocalizationKeys.h"
+#include "i18n/LocalizationKeys.h"
 
 #include <limits>
 

@@ -1,6 +1,6 @@
 #include "editors/web/WebSettingWebPage.h"
 
-#include "EditorsLogging.h"
+#include "editors/EditorsLogging.h"
 #include "editors/web/NoWebRtcScript.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebDashcamShim.h"

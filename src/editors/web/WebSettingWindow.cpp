@@ -1,13 +1,14 @@
 #include "editors/web/WebSettingWindow.h"
+#include "style/TavroStyle.h"
 
-#include "EditorsLogging.h"
-#include "app/LanguageRefreshObserver.h"
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "config/AlertSink.h"
+#include "editors/EditorsLogging.h"
 #include "editors/web/WebSettingCard.h"
 #include "editors/web/WebSettingWebPage.h"
 #include "editors/web/WebSettingWindowController.h"
+#include "i18n/LanguageRefreshObserver.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QChildEvent>
 #include <QCloseEvent>
@@ -27,12 +28,12 @@ namespace {
 constexpr QSize kWindowSize(1040, 720);
 
 constexpr const char* kBarStyle = R"(
-#webSettingBar { background: #1f2226; border-top: 1px solid #2c3036; }
-#webSettingBar QPushButton { color: #f2f2f2; background: #2c3036; border: 1px solid #3a3f46;
+#webSettingBar { background: @panel; border-top: 1px solid @separator; }
+#webSettingBar QPushButton { color: @text; background: @separator; border: 1px solid @raised;
     border-radius: 4px; padding: 6px 18px; min-width: 84px; }
-#webSettingBar QPushButton:hover { border-color: #f5a623; }
-#webSettingBar QPushButton:disabled { color: #6b7076; }
-#webSettingBar QPushButton#saveButton { background: #f5a623; color: #15171a; border-color: #f5a623; }
+#webSettingBar QPushButton:hover { border-color: @accent; }
+#webSettingBar QPushButton:disabled { color: @secondary; }
+#webSettingBar QPushButton#saveButton { background: @accent; color: @window; border-color: @accent; }
 )";
 
 QString localized(const char* key)
@@ -122,7 +123,7 @@ QWidget* WebSettingWindow::buildButtonBar()
     auto* bar = new QWidget(this);
     bar->setObjectName(QStringLiteral("webSettingBar"));
     bar->setAttribute(Qt::WA_StyledBackground);
-    bar->setStyleSheet(QString::fromLatin1(kBarStyle));
+    bar->setStyleSheet(TavroStyle::withPalette(QString::fromLatin1(kBarStyle)));
     m_backButton = new QPushButton(bar);
     m_resetButton = new QPushButton(bar);
     m_cancelButton = new QPushButton(bar);

@@ -1,11 +1,11 @@
 #include "editors/web/WebSettingWindowController.h"
 
-#include "EditorsLogging.h"
-#include "app/LocalizationKeys.h"
 #include "config/AlertSink.h"
+#include "editors/EditorsLogging.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebSettingPage.h"
 #include "editors/web/WebSettingScripts.h"
+#include "i18n/LocalizationKeys.h"
 
 #include <QFile>
 #include <QTimer>

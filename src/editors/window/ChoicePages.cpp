@@ -1,8 +1,8 @@
-#include "window/ChoicePages.h"
+#include "editors/window/ChoicePages.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "page/EditorStyle.h"
+#include "editors/page/EditorStyle.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
-#include "window/SettingPage.h"
+#include "editors/window/SettingPage.h"
 
-#include "app/LanguageRefreshObserver.h"
+#include "i18n/LanguageRefreshObserver.h"
 
 SettingPage::SettingPage(QWidget* parent)
     : QWidget(parent)

@@ -1,12 +1,12 @@
-#include "window/SettingWindow.h"
+#include "editors/window/SettingWindow.h"
 
-#include "EditorsLogging.h"
-#include "app/LanguageRefreshObserver.h"
-#include "app/LocalizationKeys.h"
-#include "app/SettingWindowLanguage.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
-#include "window/SettingPage.h"
+#include "editors/EditorsLogging.h"
+#include "editors/window/SettingPage.h"
+#include "i18n/LanguageRefreshObserver.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/SettingWindowLanguage.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
 
 #include <QActionGroup>
 #include <QKeyEvent>

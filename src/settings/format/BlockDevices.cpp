@@ -1,4 +1,4 @@
-#include "format/BlockDevices.h"
+#include "settings/format/BlockDevices.h"
 
 #include "config/StorageVolumeSource.h"
 

@@ -1,4 +1,4 @@
-#include "format/CardFormatActivity.h"
+#include "settings/format/CardFormatActivity.h"
 
 CardFormatActivity& CardFormatActivity::shared()
 {

@@ -1,9 +1,9 @@
-#include "format/CardFormatBackends.h"
+#include "settings/format/CardFormatBackends.h"
 
-#include "format/CardFormatInspector.h"
-#include "format/FormatCommandRunner.h"
-#include "format/FormatLog.h"
-#include "format/FuseDaemons.h"
+#include "settings/format/CardFormatInspector.h"
+#include "settings/format/FormatCommandRunner.h"
+#include "settings/format/FormatLog.h"
+#include "settings/format/FuseDaemons.h"
 
 #include <QDeadlineTimer>
 #include <QThread>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "format/CardFormatPlan.h"
+#include "settings/format/CardFormatPlan.h"
 
 class FormatCommandRunner;
 

@@ -1,8 +1,8 @@
-#include "format/CardFormatFlow.h"
+#include "settings/format/CardFormatFlow.h"
 
 #include "config/AlertSink.h"
-#include "format/CardFormatter.h"
-#include "format/FormatLog.h"
+#include "settings/format/CardFormatter.h"
+#include "settings/format/FormatLog.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "format/CardFormatPlan.h"
-#include "format/CardSheet.h"
+#include "settings/format/CardFormatPlan.h"
+#include "settings/format/CardSheet.h"
 
 #include <QObject>
 

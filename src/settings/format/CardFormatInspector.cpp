@@ -1,11 +1,11 @@
-#include "format/CardFormatInspector.h"
+#include "settings/format/CardFormatInspector.h"
 
-#include "format/BlockDevices.h"
-#include "format/FormatCommandRunner.h"
-#include "format/FormatLog.h"
-#include "format/FuseDaemons.h"
-#include "format/MountTable.h"
-#include "format/PhysicalDisks.h"
+#include "settings/format/BlockDevices.h"
+#include "settings/format/FormatCommandRunner.h"
+#include "settings/format/FormatLog.h"
+#include "settings/format/FuseDaemons.h"
+#include "settings/format/MountTable.h"
+#include "settings/format/PhysicalDisks.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "format/CardFormatPlan.h"
-#include "format/MountTable.h"
+#include "settings/format/CardFormatPlan.h"
+#include "settings/format/MountTable.h"
 
 #include <QMap>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "format/CardFormatPlan.h"
+#include "settings/format/CardFormatPlan.h"
 
 QString describeRefusal(FormatRefusal refusal)
 {

@@ -1,9 +1,9 @@
-#include "format/CardFormatter.h"
+#include "settings/format/CardFormatter.h"
 
-#include "format/BackgroundJob.h"
-#include "format/CardFormatActivity.h"
-#include "format/CardFormatBackends.h"
-#include "format/FormatCommandRunner.h"
+#include "settings/format/BackgroundJob.h"
+#include "settings/format/CardFormatActivity.h"
+#include "settings/format/CardFormatBackends.h"
+#include "settings/format/FormatCommandRunner.h"
 
 namespace {
 

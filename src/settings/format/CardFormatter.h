@@ -1,8 +1,8 @@
 #pragma once
 
-#include "format/CardFormatActivity.h"
-#include "format/CardFormatInspector.h"
-#include "format/CardFormatPlan.h"
+#include "settings/format/CardFormatActivity.h"
+#include "settings/format/CardFormatInspector.h"
+#include "settings/format/CardFormatPlan.h"
 
 #include <functional>
 #include <memory>

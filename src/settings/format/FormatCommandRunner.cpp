@@ -1,6 +1,6 @@
-#include "format/FormatCommandRunner.h"
+#include "settings/format/FormatCommandRunner.h"
 
-#include "format/FormatLog.h"
+#include "settings/format/FormatLog.h"
 
 #include <QProcess>
 #include <QStandardPaths>

@@ -1,3 +1,3 @@
-#include "format/FormatLog.h"
+#include "settings/format/FormatLog.h"
 
 Q_LOGGING_CATEGORY(lcFormat, "tavro.format", QtWarningMsg)

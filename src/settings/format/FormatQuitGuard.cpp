@@ -1,7 +1,7 @@
-#include "format/FormatQuitGuard.h"
+#include "settings/format/FormatQuitGuard.h"
 
-#include "format/CardFormatActivity.h"
-#include "format/FormatLog.h"
+#include "settings/format/CardFormatActivity.h"
+#include "settings/format/FormatLog.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,6 +1,6 @@
-#include "format/FuseDaemons.h"
+#include "settings/format/FuseDaemons.h"
 
-#include "format/BlockDevices.h"
+#include "settings/format/BlockDevices.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "format/MountTable.h"
+#include "settings/format/MountTable.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "format/PhysicalDisks.h"
+#include "settings/format/PhysicalDisks.h"
 
 #include <QFileInfo>
 

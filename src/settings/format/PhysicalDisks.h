@@ -1,7 +1,7 @@
 #pragma once
 
-#include "format/BlockDevices.h"
-#include "format/MountTable.h"
+#include "settings/format/BlockDevices.h"
+#include "settings/format/MountTable.h"
 
 #include <QList>
 #include <QSet>

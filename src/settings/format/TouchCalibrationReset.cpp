@@ -1,8 +1,8 @@
-#include "format/TouchCalibrationReset.h"
+#include "settings/format/TouchCalibrationReset.h"
 
 #include "config/AlertSink.h"
-#include "format/BackgroundJob.h"
-#include "format/FormatLog.h"
+#include "settings/format/BackgroundJob.h"
+#include "settings/format/FormatLog.h"
 
 #include <QDir>
 #include <QSaveFile>

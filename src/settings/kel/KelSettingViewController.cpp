@@ -1,7 +1,7 @@
-#include "kel/KelSettingViewController.h"
+#include "settings/kel/KelSettingViewController.h"
 
-#include "app/LocalizationKeys.h"
 #include "config/KelSettingManager.h"
+#include "i18n/LocalizationKeys.h"
 
 #include <QtGlobal>
 

@@ -1,7 +1,7 @@
-#include "SettingsPages.h"
+#include "settings/SettingsPages.h"
 
 #include "config/ModelCatalogue.h"
-#include "kel/KelSettingViewController.h"
+#include "settings/kel/KelSettingViewController.h"
 
 // The Kel page edits the shared KelSettingManager's lines.
 std::unique_ptr<SettingsPageModel> createKelSettingsPageModel(qint64 modelType)

@@ -12,13 +12,13 @@
 // the voice prompt is silent at volume 0, a front resolution at the lowest
 // column locks the rear one there, the lane and collision switches enable
 // their sliders, and parking mode off disables the parking sliders.
-#include "NativeFamily.h"
+#include "settings/native/NativeFamily.h"
 
-#include "TimeZoneLists.h"
+#include "settings/native/TimeZoneLists.h"
 
-#include "app/LocalizationKeys.h"
 #include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"
+#include "i18n/LocalizationKeys.h"
 
 namespace {
 

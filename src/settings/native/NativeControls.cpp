@@ -1,6 +1,6 @@
-#include "NativeControls.h"
+#include "settings/native/NativeControls.h"
 
-#include "app/LocalizationKeys.h"
+#include "i18n/LocalizationKeys.h"
 
 namespace NativeControl {
 

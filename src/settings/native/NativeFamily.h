@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NativeControls.h"
+#include "settings/native/NativeControls.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
-#include "NativeFamily.h"
+#include "settings/native/NativeFamily.h"
 
-#include "app/LocalizationKeys.h"
 #include "config/KelSettingManager.h"
 #include "config/TolmSettingManager.h"
+#include "i18n/LocalizationKeys.h"
 
 namespace NativeRules {
 
@@ -94,7 +94,8 @@ QList<PartitionBar> partitionBars(int column)
     for (const Kind& kind : kKinds) {
         bool ok = false;
         const int percent = ratios.at(column).value(QString::fromLatin1(kind.name)).toInt(&ok);
-        bars.append({ QString::fromLatin1(kind.name), ok ? percent : 0, QString::fromUtf8(kind.caption) });
+        bars.append(
+            { QString::fromLatin1(kind.name), ok ? percent : 0, QString::fromUtf8(kind.caption) });
     }
     return bars;
 }

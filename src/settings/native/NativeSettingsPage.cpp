@@ -1,9 +1,9 @@
-#include "NativeSettingsPage.h"
+#include "settings/native/NativeSettingsPage.h"
 
-#include "app/LocalizationKeys.h"
 #include "config/AlertSink.h"
 #include "config/TimeDatFile.h"
 #include "config/TolmSettingManager.h"
+#include "i18n/LocalizationKeys.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "NativeFamily.h"
-#include "SettingsPageModel.h"
+#include "settings/SettingsPageModel.h"
+#include "settings/native/NativeFamily.h"
 
 // The native settings page (TolmSettingViewController) as a model: the page
 // of every camera whose settings are the binary record SETTING/setup.cfg and

@@ -1,5 +1,5 @@
-#include "NativeSettingsPage.h"
-#include "SettingsPages.h"
+#include "settings/SettingsPages.h"
+#include "settings/native/NativeSettingsPage.h"
 
 #include "config/ModelCatalogue.h"
 

@@ -3,12 +3,12 @@
 // Each rule below reads like the camera's own program: a stored value outside
 // the listed ones either leaves the control where it was ("untouched") or
 // selects the named fallback, and saving writes the named fallback.
-#include "NativeFamily.h"
+#include "settings/native/NativeFamily.h"
 
-#include "TimeZoneLists.h"
+#include "settings/native/TimeZoneLists.h"
 
-#include "app/LocalizationKeys.h"
 #include "config/TolmSettingManager.h"
+#include "i18n/LocalizationKeys.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "TimeZoneLists.h"
+#include "settings/native/TimeZoneLists.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // The format and touch-calibration sheets over an editor window, clicked as a
 // user would, with a scripted format engine that answers later. Screenshots:
 // TAVRO_SCREENSHOT_DIR=/tmp/shots xvfb-run -a build/tests/editors_format_tests
-#include "format/CardOperationDialog.h"
+#include "editors/format/CardOperationDialog.h"
 #include "TestFiles.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerSettings.h"
-#include "format/CardFormatter.h"
-#include "format/CardSheet.h"
-#include "format/CardSheetDialog.h"
+#include "editors/format/CardSheetDialog.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerSettings.h"
+#include "settings/format/CardFormatter.h"
+#include "settings/format/CardSheet.h"
 
 #include <QDir>
 #include <QFileInfo>

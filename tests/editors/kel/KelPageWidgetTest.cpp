@@ -6,16 +6,16 @@
 #include "RecordingAlertSink.h"
 #include "ViewerTestSupport.h"
 
-#include "SettingsPages.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "config/KelSettingManager.h"
 #include "config/TolmSettingManager.h"
-#include "kel/KelSettingViewController.h"
-#include "page/PartitionGraphView.h"
-#include "page/SettingControlRow.h"
-#include "page/SettingsPageWidget.h"
-#include "page/TickSlider.h"
+#include "editors/page/PartitionGraphView.h"
+#include "editors/page/SettingControlRow.h"
+#include "editors/page/SettingsPageWidget.h"
+#include "editors/page/TickSlider.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
+#include "settings/SettingsPages.h"
+#include "settings/kel/KelSettingViewController.h"
 
 #include <QComboBox>
 #include <QDateTimeEdit>

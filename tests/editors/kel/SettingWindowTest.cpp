@@ -3,12 +3,12 @@
 #include "EditorTestSupport.h"
 #include "ViewerTestSupport.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "config/TolmSettingManager.h"
-#include "window/ChoicePages.h"
-#include "window/SettingWindow.h"
+#include "editors/window/ChoicePages.h"
+#include "editors/window/SettingWindow.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
 
 #include <QComboBox>
 #include <QListWidget>

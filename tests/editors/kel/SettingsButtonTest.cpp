@@ -8,27 +8,27 @@
 #include "SetupCfgBuilder.h"
 #include "ViewerTestSupport.h"
 
-#include "SettingsPages.h"
-#include "app/LocalizationKeys.h"
-#include "app/ViewerLanguage.h"
 #include "app/window/AppDelegate.h"
 #include "app/window/HeaderBar.h"
 #include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
 #include "app/window/ViewerCommandLine.h"
-#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/KelSettingManager.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
-#include "kel/KelSettingViewController.h"
-#include "page/SettingControlRow.h"
-#include "page/SettingsPageWidget.h"
-#include "app/TavroLanguages.h"
-#include "format/CardSheetDialog.h"
-#include "web/WebSettingWindow.h"
-#include "web/WebSettingWindowController.h"
-#include "window/ChoicePages.h"
+#include "editors/format/CardSheetDialog.h"
+#include "editors/page/SettingControlRow.h"
+#include "editors/page/SettingsPageWidget.h"
+#include "editors/web/WebSettingWindow.h"
+#include "editors/web/WebSettingWindowController.h"
+#include "editors/window/ChoicePages.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
+#include "settings/SettingsPages.h"
+#include "settings/kel/KelSettingViewController.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QDir>
@@ -47,7 +47,7 @@ protected:
         ViewerTestSupport::useOwnSettings("tavro-editors-settings-button-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         TolmSettingManager::ChagneTolmSettingManager(nullptr);
         KelSettingManager::setSharedKelSettingManager(nullptr);
     }
@@ -182,7 +182,8 @@ TEST_F(SettingsButtonTest, WebAndNativeCamerasOpenTheirEditors)
             const auto windows = QApplication::topLevelWidgets();
             WebSettingWindow* shown = nullptr;
             for (QWidget* w : windows) {
-                if (auto* candidate = qobject_cast<WebSettingWindow*>(w); candidate && candidate->isVisible())
+                if (auto* candidate = qobject_cast<WebSettingWindow*>(w);
+                    candidate && candidate->isVisible())
                     shown = candidate;
             }
             ASSERT_NE(shown, nullptr);
@@ -196,22 +197,26 @@ TEST_F(SettingsButtonTest, WebAndNativeCamerasOpenTheirEditors)
                 auto* page = modal->findChild<SettingsPageWidget*>();
                 ASSERT_NE(page, nullptr);
                 pageFamily = page->model().family();
-                ASSERT_NE(page->findChild<QPushButton*>(QStringLiteral("initializeTouchButton")), nullptr);
+                ASSERT_NE(page->findChild<QPushButton*>(QStringLiteral("initializeTouchButton")),
+                    nullptr);
                 // The card folder lies on the machine's fixed disk: the format
                 // is refused before anything runs.
-                auto* format = page->findChild<QPushButton*>(QStringLiteral("memoryCardFormatButton"));
+                auto* format
+                    = page->findChild<QPushButton*>(QStringLiteral("memoryCardFormatButton"));
                 ASSERT_NE(format, nullptr);
                 format->click();
                 CardSheetDialog* sheet = nullptr;
-                QTRY_VERIFY_WITH_TIMEOUT((sheet = modal->findChild<CardSheetDialog*>()) && sheet->isVisible(), 10000);
+                QTRY_VERIFY_WITH_TIMEOUT(
+                    (sheet = modal->findChild<CardSheetDialog*>()) && sheet->isVisible(), 10000);
                 refusal = sheet->informativeText();
                 sheet->buttons().first()->click();
                 QTest::keyClick(modal, Qt::Key_Escape);
             });
             pressSettingsButton();
             EXPECT_EQ(pageFamily, QStringLiteral("Tolm"));
-            EXPECT_EQ(refusal, TavroLanguages::SharedTavroLanguages().localized(
-                                   QString::fromUtf8(LocalizationKeys::kCannotFormat)));
+            EXPECT_EQ(refusal,
+                TavroLanguages::SharedTavroLanguages().localized(
+                    QString::fromUtf8(LocalizationKeys::kCannotFormat)));
         }
         EXPECT_EQ(m_alerts.sink().requests().size(), alertsBefore) << c.modelType;
         EXPECT_EQ(TolmSettingManager::SharedTolmSettingManager()->modelType(), c.modelType);

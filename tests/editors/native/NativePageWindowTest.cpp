@@ -10,19 +10,19 @@
 #include "TestFiles.h"
 #include "ViewerTestSupport.h"
 
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
-#include "app/ViewerLanguage.h"
 #include "app/window/HeaderBar.h"
 #include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
-#include "app/window/ViewerStyle.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
-#include "page/SettingControlRow.h"
-#include "page/SettingsPageWidget.h"
-#include "page/TickSlider.h"
+#include "editors/page/SettingControlRow.h"
+#include "editors/page/SettingsPageWidget.h"
+#include "editors/page/TickSlider.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
+#include "i18n/ViewerLanguage.h"
+#include "style/TavroStyle.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -106,7 +106,7 @@ protected:
         ViewerTestSupport::useOwnSettings("tavro-editors-native-page-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
-        ViewerStyle::apply(*qApp);
+        TavroStyle::apply(*qApp);
         TolmSettingManager::ChagneTolmSettingManager(nullptr);
     }
     void TearDown() override

@@ -7,11 +7,11 @@
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "TestTiming.h"
-#include "app/LocalizationKeys.h"
-#include "app/TavroLanguages.h"
 #include "editors/web/WebDashcam.h"
 #include "editors/web/WebSettingWebPage.h"
 #include "editors/web/WebSettingWindowController.h"
+#include "i18n/LocalizationKeys.h"
+#include "i18n/TavroLanguages.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -2,7 +2,7 @@
 // result says when one of them fails.
 #include "FakeCardSystem.h"
 
-#include "format/CardFormatBackends.h"
+#include "settings/format/CardFormatBackends.h"
 
 #include <gtest/gtest.h>
 

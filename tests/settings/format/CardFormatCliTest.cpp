@@ -10,11 +10,11 @@
 // again), the tool's refusals and `tavro card touch-reset`, which need no root.
 #include "TestFiles.h"
 
-#include "format/CardFormatActivity.h"
-#include "format/CardFormatter.h"
-#include "format/FormatCommandRunner.h"
-#include "format/FormatQuitGuard.h"
-#include "format/MountTable.h"
+#include "settings/format/CardFormatActivity.h"
+#include "settings/format/CardFormatter.h"
+#include "settings/format/FormatCommandRunner.h"
+#include "settings/format/FormatQuitGuard.h"
+#include "settings/format/MountTable.h"
 
 #include <QDir>
 #include <QFile>

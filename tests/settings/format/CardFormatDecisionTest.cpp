@@ -5,8 +5,8 @@
 
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
-#include "format/CardFormatInspector.h"
-#include "format/CardFormatter.h"
+#include "settings/format/CardFormatInspector.h"
+#include "settings/format/CardFormatter.h"
 
 #include <QDir>
 #include <QUrl>

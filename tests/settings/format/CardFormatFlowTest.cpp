@@ -2,9 +2,9 @@
 // the real one does from its worker thread.
 #include "FakeCardSystem.h"
 
-#include "app/LocalizationKeys.h"
-#include "format/CardFormatFlow.h"
-#include "format/CardFormatter.h"
+#include "i18n/LocalizationKeys.h"
+#include "settings/format/CardFormatFlow.h"
+#include "settings/format/CardFormatter.h"
 
 #include <QCoreApplication>
 #include <QSignalSpy>

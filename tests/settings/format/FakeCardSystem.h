@@ -1,7 +1,7 @@
 #pragma once
 
-#include "format/CardFormatInspector.h"
-#include "format/FormatCommandRunner.h"
+#include "settings/format/CardFormatInspector.h"
+#include "settings/format/FormatCommandRunner.h"
 
 #include <QList>
 #include <QMap>

@@ -1,6 +1,6 @@
 // The kernel's mount table as the format reads it: escapes, optional fields,
 // the mount on top, and lines a hostile or truncated table may hold.
-#include "format/MountTable.h"
+#include "settings/format/MountTable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The touch-calibration request: an empty Set_touch_cal.txt in the card root,
 // written only after "예".
-#include "format/TouchCalibrationReset.h"
+#include "settings/format/TouchCalibrationReset.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -3,9 +3,9 @@
 // the clock group, and the OK / Cancel / Reset buttons against the card.
 #include "KelPageFixture.h"
 
-#include "SettingsPages.h"
 #include "UnreadableFile.h"
-#include "kel/KelSettingViewController.h"
+#include "settings/SettingsPages.h"
+#include "settings/kel/KelSettingViewController.h"
 
 #include <QDateTime>
 

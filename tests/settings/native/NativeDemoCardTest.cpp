@@ -4,8 +4,8 @@
 // fields, and the card's clock request must follow the clock group.
 #include "TestFiles.h"
 
-#include "SettingsPages.h"
 #include "config/TolmSettingManager.h"
+#include "settings/SettingsPages.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

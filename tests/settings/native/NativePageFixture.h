@@ -4,7 +4,7 @@
 #include "RecordingAlertSink.h"
 #include "SetupCfgBuilder.h"
 
-#include "SettingsPages.h"
+#include "settings/SettingsPages.h"
 
 #include <gtest/gtest.h>
 

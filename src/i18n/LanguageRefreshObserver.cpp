@@ -1,4 +1,4 @@
-#include "app/LanguageRefreshObserver.h"
+#include "i18n/LanguageRefreshObserver.h"
 
 #include "library/TavroNotifier.h"
 

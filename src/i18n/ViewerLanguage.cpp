@@ -1,7 +1,7 @@
-#include "app/ViewerLanguage.h"
+#include "i18n/ViewerLanguage.h"
 
-#include "app/QtStandardTranslations.h"
-#include "app/ViewerSettings.h"
+#include "i18n/QtStandardTranslations.h"
+#include "i18n/ViewerSettings.h"
 #include "library/TavroNotifier.h"
 
 #include <QSettings>

@@ -1,4 +1,4 @@
-#include "app/SettingWindowLanguage.h"
+#include "i18n/SettingWindowLanguage.h"
 
 SettingWindowLanguage::SettingWindowLanguage(ViewerLanguage& mainWindowLanguage)
     : m_mainWindowLanguage(mainWindowLanguage)

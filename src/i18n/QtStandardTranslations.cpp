@@ -1,4 +1,4 @@
-#include "app/QtStandardTranslations.h"
+#include "i18n/QtStandardTranslations.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

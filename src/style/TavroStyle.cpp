@@ -1,20 +1,47 @@
-#include "app/window/ViewerStyle.h"
+#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
 #include <QStyleFactory>
 
-namespace ViewerStyle {
+namespace TavroStyle {
 
-namespace {
-
-QString hex(const QColor& colour)
+QString withPalette(QString sheet)
 {
-    return colour.name(QColor::HexRgb);
+    const struct {
+        const char* token;
+        const QColor& colour;
+    } tokens[] = {
+        { "@window", kWindow },
+        { "@panel", kPanel },
+        { "@separator", kSeparator },
+        { "@text", kText },
+        { "@secondary", kSecondaryText },
+        { "@accent", kAccent },
+        { "@raised", kRaised },
+        { "@disabled", kDisabledFill },
+    };
+    for (const auto& token : tokens)
+        sheet.replace(QLatin1String(token.token), token.colour.name(QColor::HexRgb));
+    return sheet;
 }
 
-} // namespace
+QString sharedStyleSheet()
+{
+    return withPalette(QStringLiteral(R"(
+QToolTip { background: @panel; color: @text; border: 1px solid @separator; padding: 3px; }
+QLabel { color: @text; }
+QSlider::groove:horizontal { height: 4px; background: @separator; border-radius: 2px; }
+QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
+QSlider::sub-page:horizontal:disabled { background: @disabled; }
+QSlider::handle:horizontal { width: 12px; height: 12px; margin: -4px 0; border-radius: 6px; background: @text; }
+QSlider::handle:horizontal:disabled { background: @disabled; }
+QScrollBar:vertical { background: @window; width: 10px; }
+QScrollBar::handle:vertical { background: @separator; border-radius: 4px; min-height: 24px; }
+QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
+)"));
+}
 
 void apply(QApplication& application)
 {
@@ -36,14 +63,8 @@ void apply(QApplication& application)
     palette.setColor(QPalette::Disabled, QPalette::WindowText, kSecondaryText);
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, kSecondaryText);
     application.setPalette(palette);
-    application.setStyleSheet(styleSheet());
-}
-
-QString styleSheet()
-{
-    QString sheet = QStringLiteral(R"(
+    application.setStyleSheet(sharedStyleSheet() + withPalette(QStringLiteral(R"(
 QMainWindow, QDialog { background: @window; }
-QToolTip { background: @panel; color: @text; border: 1px solid @separator; padding: 3px; }
 QMenuBar { background: @window; color: @text; }
 QMenuBar::item:selected { background: @separator; }
 QMenu { background: @panel; color: @text; border: 1px solid @separator; }
@@ -51,28 +72,12 @@ QMenu::item:selected { background: @separator; }
 QMenu::item:disabled { color: @secondary; }
 #panel { background: @panel; border-radius: 6px; }
 #videoArea { background: #000000; }
-QLabel { color: @text; }
 QLabel[secondary="true"] { color: @secondary; }
 QLineEdit { background: @window; color: @secondary; border: 1px solid @separator; border-radius: 4px; padding: 2px 6px; }
 QListWidget { background: @window; border: 1px solid @separator; border-radius: 4px; outline: none; }
 QListWidget::item { padding: 3px 6px; }
-QListWidget::item:selected { background: #3a3f46; }
-QSlider::groove:horizontal { height: 4px; background: @separator; border-radius: 2px; }
-QSlider::sub-page:horizontal { background: @accent; border-radius: 2px; }
-QSlider::sub-page:horizontal:disabled { background: #5b6168; }
-QSlider::handle:horizontal { width: 12px; height: 12px; margin: -4px 0; border-radius: 6px; background: @text; }
-QSlider::handle:horizontal:disabled { background: #5b6168; }
-QScrollBar:vertical { background: @window; width: 10px; }
-QScrollBar::handle:vertical { background: @separator; border-radius: 4px; min-height: 24px; }
-QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
-)");
-    sheet.replace(QLatin1String("@window"), hex(kWindow));
-    sheet.replace(QLatin1String("@panel"), hex(kPanel));
-    sheet.replace(QLatin1String("@separator"), hex(kSeparator));
-    sheet.replace(QLatin1String("@text"), hex(kText));
-    sheet.replace(QLatin1String("@secondary"), hex(kSecondaryText));
-    sheet.replace(QLatin1String("@accent"), hex(kAccent));
-    return sheet;
+QListWidget::item:selected { background: @raised; }
+)")));
 }
 
 QFont tabularFont(int pointSize)
@@ -83,4 +88,4 @@ QFont tabularFont(int pointSize)
     return font;
 }
 
-} // namespace ViewerStyle
+} // namespace TavroStyle

@@ -1,6 +1,6 @@
-#include "app/TavroLanguages.h"
+#include "i18n/TavroLanguages.h"
 
-#include "app/ViewerSettings.h"
+#include "i18n/ViewerSettings.h"
 
 #include <QLoggingCategory>
 #include <QRegularExpression>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ViewerLanguage.h"
+#include "i18n/ViewerLanguage.h"
 
 // The language actions of the settings window (the window that hosts one modal
 // page at a time). Each first runs the main window's action of the same name,
