@@ -13,7 +13,7 @@
 # moves all of it):
 #   target  executions  edges  features  seconds  date  result
 #   tools/fuzz.sh --table                     the summary's last line per target as the
-#                                             README's Markdown table
+#                                             Markdown table of docs/fuzzing.md
 # TAVRO_FUZZ_RUNS and TAVRO_FUZZ_SECONDS change the limits (10000000 and 3600).
 set -euo pipefail
 cd "$(dirname "$0")/.."
