@@ -23,12 +23,13 @@ constexpr std::array kCommands {
     CommandEntry { "config", runConfigCommand, "config show|load|set|defaults DIR ..." },
     CommandEntry { "kel", runKelCommand, "kel show|set|clock DIR ..." },
     CommandEntry { "languages", runLanguagesCommand, "languages DIR" },
-    CommandEntry { "clips", runClipsCommand,
-        "clips DIR [--filter all|continuous|motion|event|manual]" },
+    CommandEntry {
+        "clips", runClipsCommand, "clips DIR [--filter all|continuous|motion|event|manual]" },
     CommandEntry { "convert", runConvertCommand, "convert CLIP" },
     CommandEntry { "settings", runSettingsCommand, "settings show|set DIR ..." },
-    CommandEntry { "export", runExportCommand,
-        "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
+    CommandEntry {
+        "export", runExportCommand, "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
+    CommandEntry { "trips", runTripsCommand, "trips DIR [--gap SECONDS]" },
 };
 
 void printUsage(QTextStream& err)
