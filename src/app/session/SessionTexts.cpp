@@ -1,5 +1,11 @@
 #include "app/session/SessionTexts.h"
 
+#include "app/LocalizationKeys.h"
+#include "app/TavroLanguages.h"
+#include "trips/Trip.h"
+
+#include <QDateTime>
+
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -14,6 +20,26 @@ int32_t truncated(double value)
         || value <= double(std::numeric_limits<int32_t>::min()))
         return 0;
     return int32_t(value);
+}
+
+constexpr double kMilesPerKm = 0.621371;
+
+QString localized(const char* key)
+{
+    return TavroLanguages::SharedTavroLanguages().localized(key);
+}
+
+QString durationText(double seconds)
+{
+    const int32_t whole = truncated(seconds);
+    if (whole >= 3600)
+        return QString::asprintf("%d:%02d:%02d", whole / 3600, whole / 60 % 60, whole % 60);
+    return QString::asprintf("%d:%02d", whole / 60, whole % 60);
+}
+
+QDateTime localTime(int64_t utcMsecs)
+{
+    return QDateTime::fromMSecsSinceEpoch(utcMsecs, Qt::UTC).toLocalTime();
 }
 
 } // namespace
@@ -34,6 +60,40 @@ QString gText(float g)
 QString coordinateText(float degrees)
 {
     return QString::asprintf("%.4f", double(degrees));
+}
+
+QString tripMarkText(const QString& what, int64_t utcMsecs, double position)
+{
+    const QString clock = QDateTime::fromMSecsSinceEpoch(utcMsecs, Qt::UTC)
+                              .toLocalTime()
+                              .toString(QStringLiteral("HH:mm:ss"));
+    return QStringLiteral("%1\n%2 · %3")
+        .arg(what, clock,
+            QString::asprintf("%02d:%02d", truncated(position / 60.0), truncated(position) % 60));
+}
+
+QString tripRowText(const Trip& trip, bool miles)
+{
+    const QDateTime start = localTime(trip.startUtc);
+    const QDateTime end = localTime(trip.endUtc);
+    const QString first
+        = QStringLiteral("%1  %2–%3  %4")
+              .arg(start.toString(QStringLiteral("yyyy-MM-dd")),
+                  start.toString(QStringLiteral("HH:mm")), end.toString(QStringLiteral("HH:mm")),
+                  durationText(trip.duration()));
+    const double factor = miles ? kMilesPerKm : 1.0;
+    QStringList facts { QStringLiteral("%1 %2").arg(
+        QString::number(trip.distanceKm * factor, 'f', 1),
+        miles ? QStringLiteral("mi") : QStringLiteral("km")) };
+    if (trip.maxSpeedKmh) {
+        const QString speed
+            = QStringLiteral("%1 %2").arg(QString::number(std::lround(*trip.maxSpeedKmh * factor)),
+                miles ? QStringLiteral("mph") : QStringLiteral("km/h"));
+        facts << localized(LocalizationKeys::kTripTopSpeed).arg(speed);
+    }
+    facts << localized(LocalizationKeys::kTripImpacts).arg(trip.impactCount());
+    facts << localized(LocalizationKeys::kTripEvents).arg(trip.events.size());
+    return first + u'\n' + facts.join(QStringLiteral(" · "));
 }
 
 } // namespace SessionTexts
