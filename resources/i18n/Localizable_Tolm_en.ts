@@ -121,12 +121,12 @@
     <message>
         <source>충격 %1회</source>
         <extracomment>Trips: Number of impacts in a trip</extracomment>
-        <translation>%1 impacts</translation>
+        <translation>impacts: %1</translation>
     </message>
     <message>
         <source>이벤트 %1개</source>
         <extracomment>Trips: Number of event marks in a trip</extracomment>
-        <translation>%1 events</translation>
+        <translation>events: %1</translation>
     </message>
     <message>
         <source>영상 시작</source>

@@ -29,6 +29,14 @@ QString localized(const char* key)
     return TavroLanguages::SharedTavroLanguages().localized(key);
 }
 
+// The localised text with its "%1" filled in; the value alone where the
+// text has no place for it (no table for the language).
+QString withValue(const char* key, const QString& value)
+{
+    const QString text = localized(key);
+    return text.contains(QLatin1String("%1")) ? text.arg(value) : value;
+}
+
 QString durationText(double seconds)
 {
     const int32_t whole = truncated(seconds);
@@ -89,10 +97,10 @@ QString tripRowText(const Trip& trip, bool miles)
         const QString speed
             = QStringLiteral("%1 %2").arg(QString::number(std::lround(*trip.maxSpeedKmh * factor)),
                 miles ? QStringLiteral("mph") : QStringLiteral("km/h"));
-        facts << localized(LocalizationKeys::kTripTopSpeed).arg(speed);
+        facts << withValue(LocalizationKeys::kTripTopSpeed, speed);
     }
-    facts << localized(LocalizationKeys::kTripImpacts).arg(trip.impactCount());
-    facts << localized(LocalizationKeys::kTripEvents).arg(trip.events.size());
+    facts << withValue(LocalizationKeys::kTripImpacts, QString::number(trip.impactCount()));
+    facts << withValue(LocalizationKeys::kTripEvents, QString::number(trip.events.size()));
     return first + u'\n' + facts.join(QStringLiteral(" · "));
 }
 

@@ -22,8 +22,8 @@ QString coordinateText(float degrees);
 QString tripMarkText(const QString& what, int64_t utcMsecs, double position);
 // A trip's row in the Trips view, two lines: its date, start and end time
 // and duration ("2026-05-14  08:15–08:25  10:12"), then its distance, top
-// speed, impacts and event marks ("8.2 km · top 71 km/h · 1 impacts · 3
-// events"), in miles when `miles` is set. Times in this computer's zone.
+// speed, impacts and event marks ("8.2 km · top 71 km/h · impacts: 1 ·
+// events: 3"), in miles when `miles` is set. Times in this computer's zone.
 QString tripRowText(const Trip& trip, bool miles);
 
 } // namespace SessionTexts

@@ -97,6 +97,7 @@ ClipListPanel::ClipListPanel(QWidget* parent)
     m_tripTable->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tripTable->setFocusPolicy(Qt::ClickFocus);
     m_tripTable->setWordWrap(true);
+    m_tripTable->setItemDelegate(new ClipRowDelegate(m_tripTable));
     m_tripTable->setSpacing(2);
     m_lists->addWidget(m_tripTable);
     layout->addWidget(m_lists, 1);
@@ -268,6 +269,7 @@ void ClipListPanel::reloadTripRows()
         const Trip& trip = m_trips->trips()[i];
         auto* item = new QListWidgetItem(SessionTexts::tripRowText(trip, miles), m_tripTable);
         item->setData(Qt::UserRole, i);
+        item->setForeground(ViewerStyle::kText);
         item->setToolTip(
             QStringLiteral("%1 – %2").arg(QFileInfo(trip.clips.constFirst().path).fileName(),
                 QFileInfo(trip.clips.constLast().path).fileName()));
