@@ -285,6 +285,9 @@ TEST_F(ViewerTripTest, TripPlaysOnThroughItsClipsAndThePageKeysLandOnItsMarks)
             << small->currentTime();
     }
     EXPECT_EQ(session.currentTripClip(), 3);
+    // A copy is made of the clip shown.
+    EXPECT_EQ(window.controller().saveFileSourceUrl().toLocalFile(),
+        session.currentTrip()->clips[3].path);
     EXPECT_NEAR(timeline.marks()[1].position, 7 + 1.5, 0.05);
     EXPECT_TRUE(m_alerts.isEmpty()) << m_alerts.join(u'|').toStdString();
     ViewerTestSupport::saveScreenshot(window, QStringLiteral("trip"));

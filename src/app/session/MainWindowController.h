@@ -100,8 +100,9 @@ public:
 
     // --- taking material out
     // The clip a copy is made of: the selected row's clip shown in the large
-    // view (the rear partner when the cameras are swapped); empty without a
-    // valid selection. Its file name is the name to propose.
+    // view (the rear partner when the cameras are swapped); while a trip
+    // plays, the trip's clip shown; empty without a valid selection. Its file
+    // name is the name to propose.
     QUrl saveFileSourceUrl() const;
     // Copies that clip (the card's file, not a converted one) to the chosen
     // path, replacing a file the user agreed to overwrite in one step (a
