@@ -14,6 +14,7 @@
 #include "app/session/TripLibrary.h"
 #include "app/window/AppDelegate.h"
 #include "app/window/ClipListPanel.h"
+#include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
 #include "app/window/VideoArea.h"
 #include "app/window/ViewerCommandLine.h"
@@ -248,6 +249,8 @@ TEST_F(ViewerTripTest, TripPlaysOnThroughItsClipsAndThePageKeysLandOnItsMarks)
         << "alerts " << m_alerts.join(u'|').toStdString();
     ASSERT_EQ(session.currentTrip()->clips.size(), kTripClips);
     EXPECT_TRUE(window.clipListPanel()->isShowingTrips());
+    // Delete acts on the hidden clip list: not while the trips are shown.
+    EXPECT_FALSE(window.clipListPanel()->removeFileButton()->isEnabled());
     EXPECT_EQ(window.controller().trips().trips().size(), 1);
     // It starts with the first clip, whatever the streams of the others.
     TavroAVView* big = window.videoArea()->bigMovieView();

@@ -182,7 +182,8 @@ void ClipListPanel::reloadRows()
     if (selected >= 0 && selected < m_table->count())
         m_table->setCurrentRow(selected);
     const bool enabled = m_library->canRemoveOrSave();
-    m_removeFileButton->setEnabled(enabled);
+    // Delete acts on the clip list's selection: not while trips are shown.
+    m_removeFileButton->setEnabled(enabled && !m_showingTrips);
     emit canRemoveOrSaveChanged(enabled);
 }
 
@@ -224,8 +225,10 @@ void ClipListPanel::showTrips(bool shown)
     m_tripsButton->setImageName(
         QLatin1String(shown ? ClipLibrary::kPressedFilterImage : ClipLibrary::kNormalFilterImage));
     m_tripsButton->setHoverImageEnabled(!shown);
-    if (m_library)
+    if (m_library) {
         showFilterButtons(0, m_library->videoFileFilterGroupA());
+        m_removeFileButton->setEnabled(!shown && m_library->canRemoveOrSave());
+    }
     if (shown && m_trips)
         m_trips->load();
 }
