@@ -1,6 +1,9 @@
 // Feeds arbitrary bytes to what the clip conversion reads from outside: the
 // codec type at the head of a clip file, and ffmpeg's stream report (the same
-// bytes read as its text), plus the partner rule on the bytes read as a path.
+// bytes read as its text), plus the partner rule on the bytes read as a path;
+// and to what a trip reads of a clip's container (its length, streams and
+// picture size from the MP4 or AVI headers).
+#include "library/ClipMediaInfo.h"
 #include "library/ClipNaming.h"
 #include "library/Utils.h"
 
@@ -8,6 +11,7 @@
 #include <QFile>
 #include <QUrl>
 
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <unistd.h>
@@ -37,6 +41,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     // Each stream counted takes at least "Stream #0:0: Video" of the text; the
     // same words may count once as video and once as audio.
     if (video < 0 || audio < 0 || video * 18 > report.size() || audio * 18 > report.size())
+        std::abort();
+
+    // Every stream counted has a header of eight bytes at least.
+    const ClipMediaInfo media = ClipMediaInfo::fromBytes(bytes);
+    if (!std::isfinite(media.seconds) || media.seconds < 0 || media.videoStreams < 0
+        || media.audioStreams < 0
+        || qsizetype(media.videoStreams + media.audioStreams) * 8 > bytes.size()
+        || media.frameSize.width() < 0 || media.frameSize.height() < 0)
         std::abort();
 
     const QUrl url = QUrl::fromLocalFile(QStringLiteral("/card/") + report);

@@ -99,6 +99,51 @@
         <translation>Dossier des vidéos</translation>
     </message>
     <message>
+        <source>파일_트립</source>
+        <extracomment>Clip list: Button that lists the drives (trips) instead of the clips</extracomment>
+        <translation>Trajets</translation>
+    </message>
+    <message>
+        <source>트립을 읽는 중…</source>
+        <extracomment>Trips: Shown while the trips of the folder are read</extracomment>
+        <translation>Lecture des trajets…</translation>
+    </message>
+    <message>
+        <source>트립이 없습니다.</source>
+        <extracomment>Trips: The folder holds no drive</extracomment>
+        <translation>Aucun trajet.</translation>
+    </message>
+    <message>
+        <source>최고 %1</source>
+        <extracomment>Trips: Top speed of a trip; %1 is the speed with its unit</extracomment>
+        <translation>max. %1</translation>
+    </message>
+    <message>
+        <source>충격 %1회</source>
+        <extracomment>Trips: Number of impacts in a trip</extracomment>
+        <translation>chocs : %1</translation>
+    </message>
+    <message>
+        <source>이벤트 %1개</source>
+        <extracomment>Trips: Number of event marks in a trip</extracomment>
+        <translation>événements : %1</translation>
+    </message>
+    <message>
+        <source>영상 시작</source>
+        <extracomment>Trips: Tooltip of a clip boundary on the seek slider</extracomment>
+        <translation>Début de la vidéo</translation>
+    </message>
+    <message>
+        <source>충격</source>
+        <extracomment>Trips: Tooltip of an impact mark on the seek slider</extracomment>
+        <translation>Choc</translation>
+    </message>
+    <message>
+        <source>이벤트 녹화</source>
+        <extracomment>Trips: Tooltip of an event recording mark on the seek slider</extracomment>
+        <translation>Enregistrement d&apos;événement</translation>
+    </message>
+    <message>
         <source>설정</source>
         <extracomment>Main window header and telemetry: Settings button: opens the camera settings</extracomment>
         <translation>Réglages de la caméra</translation>

@@ -99,6 +99,51 @@
         <translation>動画フォルダー</translation>
     </message>
     <message>
+        <source>파일_트립</source>
+        <extracomment>Clip list: Button that lists the drives (trips) instead of the clips</extracomment>
+        <translation>走行</translation>
+    </message>
+    <message>
+        <source>트립을 읽는 중…</source>
+        <extracomment>Trips: Shown while the trips of the folder are read</extracomment>
+        <translation>走行を読み込み中…</translation>
+    </message>
+    <message>
+        <source>트립이 없습니다.</source>
+        <extracomment>Trips: The folder holds no drive</extracomment>
+        <translation>走行はありません。</translation>
+    </message>
+    <message>
+        <source>최고 %1</source>
+        <extracomment>Trips: Top speed of a trip; %1 is the speed with its unit</extracomment>
+        <translation>最高 %1</translation>
+    </message>
+    <message>
+        <source>충격 %1회</source>
+        <extracomment>Trips: Number of impacts in a trip</extracomment>
+        <translation>衝撃 %1 回</translation>
+    </message>
+    <message>
+        <source>이벤트 %1개</source>
+        <extracomment>Trips: Number of event marks in a trip</extracomment>
+        <translation>イベント %1 件</translation>
+    </message>
+    <message>
+        <source>영상 시작</source>
+        <extracomment>Trips: Tooltip of a clip boundary on the seek slider</extracomment>
+        <translation>動画の開始</translation>
+    </message>
+    <message>
+        <source>충격</source>
+        <extracomment>Trips: Tooltip of an impact mark on the seek slider</extracomment>
+        <translation>衝撃</translation>
+    </message>
+    <message>
+        <source>이벤트 녹화</source>
+        <extracomment>Trips: Tooltip of an event recording mark on the seek slider</extracomment>
+        <translation>イベント録画</translation>
+    </message>
+    <message>
         <source>설정</source>
         <extracomment>Main window header and telemetry: Settings button: opens the camera settings</extracomment>
         <translation>カメラ設定</translation>

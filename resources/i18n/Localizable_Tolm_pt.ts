@@ -99,6 +99,51 @@
         <translation>Pasta de vídeos</translation>
     </message>
     <message>
+        <source>파일_트립</source>
+        <extracomment>Clip list: Button that lists the drives (trips) instead of the clips</extracomment>
+        <translation>Viagens</translation>
+    </message>
+    <message>
+        <source>트립을 읽는 중…</source>
+        <extracomment>Trips: Shown while the trips of the folder are read</extracomment>
+        <translation>Lendo as viagens…</translation>
+    </message>
+    <message>
+        <source>트립이 없습니다.</source>
+        <extracomment>Trips: The folder holds no drive</extracomment>
+        <translation>Nenhuma viagem.</translation>
+    </message>
+    <message>
+        <source>최고 %1</source>
+        <extracomment>Trips: Top speed of a trip; %1 is the speed with its unit</extracomment>
+        <translation>máx. %1</translation>
+    </message>
+    <message>
+        <source>충격 %1회</source>
+        <extracomment>Trips: Number of impacts in a trip</extracomment>
+        <translation>impactos: %1</translation>
+    </message>
+    <message>
+        <source>이벤트 %1개</source>
+        <extracomment>Trips: Number of event marks in a trip</extracomment>
+        <translation>eventos: %1</translation>
+    </message>
+    <message>
+        <source>영상 시작</source>
+        <extracomment>Trips: Tooltip of a clip boundary on the seek slider</extracomment>
+        <translation>Início do vídeo</translation>
+    </message>
+    <message>
+        <source>충격</source>
+        <extracomment>Trips: Tooltip of an impact mark on the seek slider</extracomment>
+        <translation>Impacto</translation>
+    </message>
+    <message>
+        <source>이벤트 녹화</source>
+        <extracomment>Trips: Tooltip of an event recording mark on the seek slider</extracomment>
+        <translation>Gravação de evento</translation>
+    </message>
+    <message>
         <source>설정</source>
         <extracomment>Main window header and telemetry: Settings button: opens the camera settings</extracomment>
         <translation>Configurações da câmera</translation>

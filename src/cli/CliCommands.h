@@ -7,8 +7,8 @@
 namespace CliExit {
 constexpr int kOk = 0;
 constexpr int kFailure = 1; // a file could not be opened, a card write failed
-constexpr int kUsage = 2;   // the command line was wrong
-}
+constexpr int kUsage = 2; // the command line was wrong
+} // namespace CliExit
 
 // Streams every command writes to; tests of the tool compare their text.
 struct CliIo {
@@ -27,3 +27,4 @@ int runClipsCommand(const QStringList& args, CliIo& io);
 int runConvertCommand(const QStringList& args, CliIo& io);
 int runSettingsCommand(const QStringList& args, CliIo& io);
 int runExportCommand(const QStringList& args, CliIo& io);
+int runTripsCommand(const QStringList& args, CliIo& io);

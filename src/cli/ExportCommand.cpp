@@ -1,11 +1,9 @@
 #include "cli/CliCommands.h"
 #include "cli/RouteOutput.h"
 
-#include "export/RouteExport.h"
-#include "library/ClipLibrary.h"
+#include "trips/CardTrips.h"
 
 #include <QFileInfo>
-#include <QUrl>
 
 namespace {
 
@@ -20,7 +18,8 @@ int usage(CliIo& io)
 
 } // namespace
 
-// tavro export DIR: every clip of a card as trips, read on all cores.
+// tavro export DIR: the drives of a card (the trips `tavro trips` lists),
+// read on all cores.
 int runExportCommand(const QStringList& args, CliIo& io)
 {
     QString folder;
@@ -50,13 +49,7 @@ int runExportCommand(const QStringList& args, CliIo& io)
         io.err << "tavro export: cannot open folder " << folder << '\n';
         return CliExit::kFailure;
     }
-    // The clips the viewer lists: the folder itself and the card's folders.
-    ClipLibrary library;
-    library.refreshVideoFileListWithURL(QUrl::fromLocalFile(QFileInfo(folder).absoluteFilePath()));
-    QStringList clips;
-    for (const QUrl& url : library.allVideoFileList())
-        clips << url.toLocalFile();
-    QVector<ClipTimeline> timelines = ClipTelemetryLoad::loadAll(clips);
-    const QVector<RouteTrip> trips = RouteExport::group(timelines, true);
+    CardTrips::Loaded loaded = CardTrips::load(QFileInfo(folder).absoluteFilePath());
+    const QVector<RouteTrip> trips = CardTrips::routeTrips(loaded);
     return RouteOutput::write(format, trips, output, "export", io);
 }

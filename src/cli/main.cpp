@@ -29,6 +29,7 @@ constexpr std::array kCommands {
     CommandEntry { "settings", runSettingsCommand, "settings show|set DIR ..." },
     CommandEntry {
         "export", runExportCommand, "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
+    CommandEntry { "trips", runTripsCommand, "trips DIR [--gap SECONDS]" },
 };
 
 void printUsage(QTextStream& err)

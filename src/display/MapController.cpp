@@ -70,3 +70,8 @@ void MapController::addRoute(const TavroClipData& clipData)
 {
     run(MapScripts::routeScript(clipData));
 }
+
+void MapController::addRoute(const QVector<QPointF>& points)
+{
+    run(MapScripts::routeScript(points));
+}

@@ -3,8 +3,10 @@
 #include "display/MapWindow.h"
 
 #include <QObject>
+#include <QPointF>
 #include <QPointer>
 #include <QString>
+#include <QVector>
 
 #include <memory>
 
@@ -38,6 +40,8 @@ public:
     void run(const QString& script);
     void moveToLat(float lat, float lng);
     void addRoute(const TavroClipData& clipData);
+    // A route of several clips, points as (longitude, latitude).
+    void addRoute(const QVector<QPointF>& points);
     // The note the page shows when map tiles cannot be loaded (offline).
     void setOfflineText(const QString& text);
 

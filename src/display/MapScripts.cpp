@@ -52,6 +52,15 @@ QString routeScript(const TavroClipData& clipData)
     return text;
 }
 
+QString routeScript(const QVector<QPointF>& points)
+{
+    QStringList pairs;
+    pairs.reserve(points.size());
+    for (const QPointF& point : points)
+        pairs << QString::asprintf("%f,%f", point.x(), point.y());
+    return QStringLiteral("addPolyLine('%1', 'red', 4, 0.5)").arg(pairs.join(u'|'));
+}
+
 QUrl pageUrl(const QString& tileUrl)
 {
     QUrl url(QString::fromLatin1(kMapPageUrl));

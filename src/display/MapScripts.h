@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QPointF>
 #include <QString>
 #include <QUrl>
+#include <QVector>
 
 class TavroClipData;
 
@@ -22,6 +24,8 @@ QString moveToScript(float lat, float lng);
 // equals the one before, so the camera's no-fix samples at the start (0, 0)
 // vanish and a route that comes back to a place repeats it.
 QString routeScript(const TavroClipData& clipData);
+// The same call for points given as (longitude, latitude): a trip's route.
+QString routeScript(const QVector<QPointF>& points);
 
 // "setOfflineText(<text as a script string>)": the note the page shows when
 // no map tile can be loaded.

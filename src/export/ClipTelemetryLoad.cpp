@@ -32,7 +32,9 @@ ClipTimeline load(const QString& path)
 {
     const auto record = std::make_unique<TavroClipData>();
     loadRecord(path, *record);
-    return ClipTimeline::fromRecord(path, *record);
+    ClipTimeline timeline = ClipTimeline::fromRecord(path, *record);
+    timeline.media = ClipMediaInfo::read(path);
+    return timeline;
 }
 
 QVector<ClipTimeline> loadAll(

@@ -16,6 +16,7 @@ class TavroClipData;
 namespace ClipTelemetryLoad {
 
 void loadRecord(const QString& path, TavroClipData& record);
+// The clip's timeline, with what its container says (ClipTimeline::media).
 ClipTimeline load(const QString& path);
 
 // Called from the worker threads, one call at a time and in order, with the

@@ -68,6 +68,7 @@ ClipTimeline ClipTimeline::fromRecord(const QString& file, const TavroClipData& 
 {
     ClipTimeline timeline;
     timeline.file = file;
+    timeline.fileNameUtc = fileNameTime(QFileInfo(file).fileName());
     const int count = std::clamp(record.clipDataCount(), 0, TavroClipData::kCapacity);
     timeline.samples.resize(count);
     for (int i = 0; i < count; ++i) {
@@ -85,13 +86,29 @@ ClipTimeline ClipTimeline::fromRecord(const QString& file, const TavroClipData& 
         timeline.timeSource = TimeSource::Gps;
         return timeline;
     }
-    const int64_t start = fileNameTime(QFileInfo(file).fileName());
+    const int64_t start = timeline.fileNameUtc;
     if (start != kNoUtcMsecs) {
         for (int i = 0; i < count; ++i)
             timeline.samples[i].utcMsecs = start + i * kSampleMsecs;
         timeline.timeSource = TimeSource::FileName;
     }
     return timeline;
+}
+
+void ClipTimeline::fillRecord(TavroClipData& record) const
+{
+    const int count = int(std::min<qsizetype>(samples.size(), TavroClipData::kCapacity));
+    int withPosition = 0;
+    for (int i = 0; i < count; ++i) {
+        const RouteSample& s = samples[i];
+        record.storeG(i, int16_t(s.gx), int16_t(s.gy), int16_t(s.gz));
+        record.storeGps(i, float(s.lat), float(s.lng));
+        record.storeSpeed(i, s.speedKmh);
+        record.storeUtc(i, s.utcMsecs);
+        withPosition += (s.lat != 0.0 || s.lng != 0.0) ? 1 : 0;
+    }
+    record.setClipDataCount(count);
+    record.setGpsDataCount(withPosition);
 }
 
 int64_t ClipTimeline::fileNameTime(const QString& fileName)
@@ -117,12 +134,29 @@ int ClipTimeline::fixCount() const
 
 int64_t ClipTimeline::startUtc() const
 {
-    return samples.isEmpty() ? kNoUtcMsecs : samples.constFirst().utcMsecs;
+    if (!samples.isEmpty())
+        return samples.constFirst().utcMsecs;
+    return timeSource == TimeSource::FileName ? fileNameUtc : kNoUtcMsecs;
 }
 
 int64_t ClipTimeline::endUtc() const
 {
-    return samples.isEmpty() ? kNoUtcMsecs : samples.constLast().utcMsecs;
+    return samples.isEmpty() ? startUtc() : samples.constLast().utcMsecs;
+}
+
+int64_t ClipTimeline::recordingEndUtc() const
+{
+    const int64_t start = startUtc();
+    if (start == kNoUtcMsecs || !media.isKnown())
+        return endUtc();
+    return start + int64_t(std::llround(media.seconds * 1000.0));
+}
+
+double ClipTimeline::seconds() const
+{
+    if (media.isKnown())
+        return media.seconds;
+    return samples.size() / double(TavroClipData::kSamplesPerSecond);
 }
 
 int ClipTimeline::maxSpeedKmh() const

@@ -72,7 +72,9 @@ void alignCameraClock(QVector<ClipTimeline>& clips)
     for (const ClipTimeline& clip : clips) {
         if (clip.timeSource != ClipTimeline::TimeSource::Gps || clip.samples.isEmpty())
             continue;
-        const int64_t named = ClipTimeline::fileNameTime(QFileInfo(clip.file).fileName());
+        const int64_t named = clip.fileNameUtc != kNoUtcMsecs
+            ? clip.fileNameUtc
+            : ClipTimeline::fileNameTime(QFileInfo(clip.file).fileName());
         if (named != kNoUtcMsecs)
             offsets.append(clip.startUtc() - named);
     }
@@ -86,6 +88,8 @@ void alignCameraClock(QVector<ClipTimeline>& clips)
             continue;
         for (RouteSample& sample : clip.samples)
             sample.utcMsecs += offset;
+        if (clip.fileNameUtc != kNoUtcMsecs)
+            clip.fileNameUtc += offset;
     }
 }
 
@@ -97,25 +101,25 @@ QVector<RouteTrip> perClip(const QVector<ClipTimeline>& clips)
     return trips;
 }
 
-QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips)
+QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips, int64_t maxGapMsecs)
 {
     QVector<const ClipTimeline*> timed;
     QVector<const ClipTimeline*> untimed;
     for (const ClipTimeline* clip : withoutRearPartners(clips))
-        (clip->hasTimes() && !clip->samples.isEmpty() ? timed : untimed).append(clip);
+        (clip->startUtc() != kNoUtcMsecs ? timed : untimed).append(clip);
     std::stable_sort(timed.begin(), timed.end(),
         [](const ClipTimeline* a, const ClipTimeline* b) { return a->startUtc() < b->startUtc(); });
 
     QVector<RouteTrip> trips;
     int64_t tripEnd = 0;
     for (const ClipTimeline* clip : timed) {
-        if (trips.isEmpty() || clip->startUtc() - tripEnd >= kMaxGapMsecs)
+        if (trips.isEmpty() || clip->startUtc() - tripEnd > maxGapMsecs)
             trips.append(RouteTrip {});
         trips.last().clips.append(clip);
         // Overlapping clips (an event copied out of continuous recording)
         // never move the end back.
-        tripEnd
-            = trips.last().clips.size() == 1 ? clip->endUtc() : std::max(tripEnd, clip->endUtc());
+        const int64_t end = clip->recordingEndUtc();
+        tripEnd = trips.last().clips.size() == 1 ? end : std::max(tripEnd, end);
     }
     for (const ClipTimeline* clip : untimed)
         trips.append(RouteTrip { { clip } });

@@ -17,8 +17,8 @@ struct RouteTrip {
 
 namespace RouteTrips {
 
-// Clips join one trip while the gap between a clip's end and the next clip's
-// start stays under this.
+// Clips join one trip while the gap between the end of the recording so far
+// and the next clip's start is no longer than this.
 inline constexpr int64_t kMaxGapMsecs = 2 * 60 * 1000;
 
 // Clips timed only by their file name carry the camera's clock, which may
@@ -35,10 +35,11 @@ QVector<RouteTrip> perClip(QVector<ClipTimeline>&&) = delete; // the trips would
 // The clips as drives of the camera: a rear clip whose front partner (same
 // name but "F." for "R.", or "F_BC." for "R_BC.") is among them with
 // telemetry is left out, since both carry the same GPS; the others are put in
-// time order and joined while the gap stays under kMaxGapMsecs. A clip
-// without any time is a trip of its own, after the timed ones. The timelines
-// must outlive the trips.
-QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips);
-QVector<RouteTrip> plan(QVector<ClipTimeline>&&) = delete; // the trips would dangle
+// time order (by startUtc) and joined while no gap is longer than
+// `maxGapMsecs` (a clip's recording ends at ClipTimeline::recordingEndUtc). A
+// clip without any time is a trip of its own, after the timed ones. The
+// timelines must outlive the trips.
+QVector<RouteTrip> plan(const QVector<ClipTimeline>& clips, int64_t maxGapMsecs = kMaxGapMsecs);
+QVector<RouteTrip> plan(QVector<ClipTimeline>&&, int64_t = 0) = delete; // the trips would dangle
 
 } // namespace RouteTrips

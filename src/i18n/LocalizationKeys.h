@@ -34,6 +34,16 @@
     X(kOpenFolder, "폴더 열기") \
     X(kDeleteClip, "선택한 영상 삭제") \
     X(kClipFolder, "영상 폴더") \
+    /* Trips */ \
+    X(kFilterTrips, "파일_트립") \
+    X(kTripsLoading, "트립을 읽는 중…") \
+    X(kNoTrips, "트립이 없습니다.") \
+    X(kTripTopSpeed, "최고 %1") \
+    X(kTripImpacts, "충격 %1회") \
+    X(kTripEvents, "이벤트 %1개") \
+    X(kMarkClipStart, "영상 시작") \
+    X(kMarkImpact, "충격") \
+    X(kMarkEventClip, "이벤트 녹화") \
     /* Main window header and telemetry */ \
     X(kSettings, "설정") \
     X(kModel, "모델") \

@@ -86,6 +86,16 @@ QList<Entry> scanCard(const QString& folder)
     return scanner.takeClips();
 }
 
+QList<Entry> scanFolders(const QString& folder, const QList<QLatin1StringView>& names)
+{
+    if (folder.isEmpty())
+        return {};
+    Scanner scanner(folder);
+    for (const QLatin1StringView name : names)
+        scanner.scanFolder(folder + u'/' + name, true);
+    return scanner.takeClips();
+}
+
 bool isRegularFile(const QFileInfo& info)
 {
     // isFile() holds for regular files (or links to them) only.

@@ -30,6 +30,10 @@ QList<Entry> scan(const QString& folder, bool recursive);
 // several of them lead to is listed once.
 QList<Entry> scanCard(const QString& folder);
 
+// The clips of the named folders of a card (each with its subfolders), in
+// that order, under the same rules, confined to `folder`.
+QList<Entry> scanFolders(const QString& folder, const QList<QLatin1StringView>& names);
+
 // What may be read as a clip: a regular file, or a link to one. Pipes,
 // sockets and devices never are; opening one can wait for a writer that
 // never comes, or read without end.

@@ -46,6 +46,9 @@ public:
 
     // Seeks exactly to the given time rounded to the whole second.
     virtual void setCurrentTime(double seconds) = 0;
+    // Seeks exactly to the given time, not rounded (a trip's marks and clip
+    // starts lie between seconds).
+    virtual void setCurrentTimeExactly(double seconds) = 0;
     virtual double currentTime() const = 0;
     // 0 until the media is ready to play.
     virtual double duration() const = 0;

@@ -257,6 +257,12 @@ void TavroAVView::setCurrentTime(double seconds)
         m_player->seekExact(PlayerRules::wholeSecondSeekTarget(seconds));
 }
 
+void TavroAVView::setCurrentTimeExactly(double seconds)
+{
+    if (m_player)
+        m_player->seekExact(seconds);
+}
+
 double TavroAVView::currentTime() const
 {
     if (!m_player)

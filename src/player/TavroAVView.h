@@ -51,6 +51,7 @@ public:
     float rate() const override { return m_rate; }
 
     void setCurrentTime(double seconds) override;
+    void setCurrentTimeExactly(double seconds) override;
     double currentTime() const override;
     double duration() const override;
 

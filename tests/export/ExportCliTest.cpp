@@ -1,5 +1,5 @@
-// `tavro export` and the route formats of `tavro telemetry` on a small demo
-// card (written once by make-demo-card), read back with gpsbabel.
+// `tavro export`, `tavro trips` and the route formats of `tavro telemetry` on
+// a small demo card (written once by make-demo-card), read back with gpsbabel.
 #include "ExportTestSupport.h"
 
 #include "TestFiles.h"
@@ -10,7 +10,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -62,6 +64,21 @@ protected:
 QJsonArray samplesOf(const QByteArray& jsonLine)
 {
     return QJsonDocument::fromJson(jsonLine).object()["samples"].toArray();
+}
+
+QList<QJsonObject> jsonLines(const QByteArray& out)
+{
+    QList<QJsonObject> objects;
+    for (const QByteArray& line : out.split('\n')) {
+        if (!line.isEmpty())
+            objects << QJsonDocument::fromJson(line).object();
+    }
+    return objects;
+}
+
+QDateTime utc(const QJsonValue& value)
+{
+    return QDateTime::fromString(value.toString(), Qt::ISODateWithMs);
 }
 
 } // namespace
@@ -186,4 +203,105 @@ TEST_F(ExportCli, BadInputAndUnwritableOutput)
             QStringList { "telemetry", "--format", "shp", saved } })
         EXPECT_EQ(TestFiles::runCli(args).exitCode, 2) << args.join(' ').toStdString();
     EXPECT_EQ(TestFiles::runCli({ "export", scratchPath("nowhere") }).exitCode, 1);
+}
+
+TEST_F(ExportCli, TripsOfTheCardAndTheExportAgree)
+{
+    const auto run = TestFiles::runCli({ "trips", s_card });
+    ASSERT_EQ(run.exitCode, 0) << run.err.constData();
+    const QList<QJsonObject> trips = jsonLines(run.out);
+    // The drive, the motion clip half an hour later, the parked knock.
+    ASSERT_EQ(trips.size(), 3) << run.out.constData();
+    static const QRegularExpression kThreeDecimals(
+        QStringLiteral("\"(duration|offset|distanceKm)\":\\d+\\.\\d{3}[,}]"));
+    EXPECT_TRUE(kThreeDecimals.match(QString::fromUtf8(run.out)).hasMatch());
+    QStringList listed;
+    for (int t = 0; t < trips.size(); ++t) {
+        const QJsonObject& trip = trips[t];
+        EXPECT_EQ(trip["trip"].toInt(), t);
+        EXPECT_TRUE(trip["start"].toString().endsWith('Z'));
+        const QDateTime start = utc(trip["start"]);
+        EXPECT_NEAR(start.msecsTo(utc(trip["end"])) / 1000.0, trip["duration"].toDouble(), 0.001);
+        if (t > 0) {
+            EXPECT_LT(utc(trips[t - 1]["end"]), start);
+        }
+        double lastOffset = -1;
+        QStringList clips;
+        for (const QJsonValue& value : trip["clips"].toArray()) {
+            const QJsonObject clip = value.toObject();
+            clips << clip["path"].toString();
+            EXPECT_GT(clip["offset"].toDouble(), lastOffset);
+            EXPECT_NEAR(clip["duration"].toDouble(), 3.0, 0.2);
+            lastOffset = clip["offset"].toDouble();
+            const QString rear = clip["rear"].toString();
+            if (clip["path"].toString().endsWith("_F.mp4")) {
+                EXPECT_TRUE(rear.endsWith("_R.mp4")) << rear.toStdString();
+            }
+            listed << clip["path"].toString() << rear;
+        }
+        double lastImpact = -100;
+        for (const QJsonValue& value : trip["events"].toArray()) {
+            const QJsonObject event = value.toObject();
+            const QString kind = event["kind"].toString();
+            EXPECT_TRUE(clips.contains(event["clip"].toString()));
+            if (kind == "impact") {
+                EXPECT_GT(event["peakG"].toDouble(), 0.5);
+                EXPECT_GE(event["offset"].toDouble() - lastImpact, 10.0);
+                lastImpact = event["offset"].toDouble();
+            } else {
+                EXPECT_TRUE(event["peakG"].isNull());
+                EXPECT_TRUE(event["clip"].toString().contains(
+                    kind == "event-clip" ? "/evt_rec/" : "/manual_rec/"));
+            }
+        }
+    }
+    QMap<QString, int> kinds;
+    for (const QJsonValue& value : trips[0]["events"].toArray())
+        ++kinds[value.toObject()["kind"].toString()];
+    EXPECT_EQ(kinds["event-clip"], 3);
+    EXPECT_EQ(kinds["manual-clip"], 2);
+    EXPECT_GE(kinds["impact"], 1);
+    EXPECT_GT(trips[0]["distanceKm"].toDouble(), 0.1);
+    EXPECT_GT(trips[0]["maxSpeedKmh"].toDouble(), 10);
+    // Every clip of the recording folders once, no export or time-lapse.
+    for (const QString& file : files("*")) {
+        const bool driving = !file.contains("Saved_Videos") && !file.contains("timelapse")
+            && file.contains("_rec/");
+        EXPECT_EQ(listed.count(file), driving ? 1 : 0) << file.toStdString();
+    }
+
+    // `tavro export` writes the same trips: each clip with positions in the
+    // trip `tavro trips` puts it in.
+    const QJsonObject geo = QJsonDocument::fromJson(
+        TestFiles::runCli({ "export", s_card, "--format", "geojson" }).out)
+                                .object();
+    int features = 0;
+    for (const QJsonValue& value : geo["features"].toArray()) {
+        const QJsonObject properties = value.toObject()["properties"].toObject();
+        const int trip = properties["trip"].toInt() - 1;
+        ASSERT_GE(trip, 0);
+        ASSERT_LT(trip, trips.size());
+        EXPECT_TRUE(
+            QJsonDocument(trips[trip]).toJson().contains(properties["file"].toString().toUtf8()));
+        ++features;
+    }
+    EXPECT_GT(features, 8);
+
+    // A longer gap makes one trip of the day.
+    const QList<QJsonObject> oneDay
+        = jsonLines(TestFiles::runCli({ "trips", s_card, "--gap", "7200" }).out);
+    ASSERT_EQ(oneDay.size(), 1);
+    EXPECT_EQ(oneDay[0]["clips"].toArray().size(),
+        trips[0]["clips"].toArray().size() + trips[1]["clips"].toArray().size()
+            + trips[2]["clips"].toArray().size());
+
+    for (const QStringList& args :
+        { QStringList { "trips" }, QStringList { "trips", s_card, "--gap" },
+            QStringList { "trips", s_card, "--gap", "-1" },
+            QStringList { "trips", s_card, "--gap", "soon" },
+            QStringList { "trips", s_card, "--fast" }, QStringList { "trips", s_card, s_card } })
+        EXPECT_EQ(TestFiles::runCli(args).exitCode, 2) << args.join(' ').toStdString();
+    const auto missing = TestFiles::runCli({ "trips", scratchPath("no-such-card") });
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_FALSE(missing.err.isEmpty());
 }

@@ -31,18 +31,20 @@ QStringList names(const RouteTrip& trip)
 
 } // namespace
 
-TEST(RouteTrips, GapsUnderTwoMinutesJoinClipsInTimeOrder)
+TEST(RouteTrips, GapsUpToTheLimitJoinClipsInTimeOrder)
 {
     const struct {
         const char* what;
         int64_t gap; // from the end of one clip to the start of the next
+        int64_t limit;
         int trips;
     } cases[] = {
-        { "back to back", 100, 1 },
-        { "a minute", kMinute, 1 },
-        { "just under two minutes", 2 * kMinute - 100, 1 },
-        { "two minutes", 2 * kMinute, 2 },
-        { "ten minutes", 10 * kMinute, 2 },
+        { "back to back", 100, RouteTrips::kMaxGapMsecs, 1 },
+        { "a minute", kMinute, RouteTrips::kMaxGapMsecs, 1 },
+        { "two minutes", 2 * kMinute, RouteTrips::kMaxGapMsecs, 1 },
+        { "just over two minutes", 2 * kMinute + 100, RouteTrips::kMaxGapMsecs, 2 },
+        { "ten minutes", 10 * kMinute, RouteTrips::kMaxGapMsecs, 2 },
+        { "a minute, ten seconds allowed", kMinute, 10000, 2 },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -50,10 +52,17 @@ TEST(RouteTrips, GapsUnderTwoMinutesJoinClipsInTimeOrder)
         const ClipTimeline second = clipAt("/card/cont_rec/b_F.mp4", first.endUtc() + c.gap);
         // Given in reverse: the trip still runs in time order.
         const QVector<ClipTimeline> reversed { second, first }; // the trips point into it
-        const QVector<RouteTrip> trips = RouteTrips::plan(reversed);
+        const QVector<RouteTrip> trips = RouteTrips::plan(reversed, c.limit);
         ASSERT_EQ(trips.size(), c.trips);
         EXPECT_TRUE(names(trips.first()).first().endsWith("a_F.mp4"));
     }
+    // Where the container tells the video's length, the recording ends there
+    // (not with the last sample, 0.1 s before the end of a whole second).
+    ClipTimeline first = clipAt("/card/cont_rec/a_F.mp4", kStart);
+    first.media.seconds = 60.5;
+    const QVector<ClipTimeline> pair { first,
+        clipAt("/card/cont_rec/b_F.mp4", kStart + 60500 + 2 * kMinute - 1) };
+    EXPECT_EQ(RouteTrips::plan(pair).size(), 1);
 }
 
 TEST(RouteTrips, RearPartnerCountsOnce)

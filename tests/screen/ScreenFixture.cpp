@@ -1,9 +1,11 @@
 #include "ScreenFixture.h"
 
 #include "CardSettings.h"
+#include "DriveClip.h"
 #include "ScreenReader.h"
 #include "TestTiming.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -12,6 +14,7 @@
 #include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
 
@@ -38,6 +41,39 @@ bool makeClip(const QString& path, const QString& source,
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
     ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
+    return ffmpeg.waitForFinished(120000) && ffmpeg.exitCode() == 0;
+}
+
+// A clip of one colour whose subtitle track carries the telemetry of its
+// part of a drive.
+bool makeTripClip(
+    const QString& path, const QColor& colour, const char* size, const DriveClip::Drive& drive)
+{
+    QTemporaryDir scratch;
+    const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
+    QFile file(srt);
+    if (!file.open(QIODevice::WriteOnly)
+        || file.write(DriveClip::telemetrySrt(kTripClipSeconds, 0, drive).toUtf8()) < 0)
+        return false;
+    file.close();
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QProcess ffmpeg;
+    ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
+    ffmpeg.start(QStringLiteral("ffmpeg"),
+        { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"), QStringLiteral("-f"),
+            QStringLiteral("lavfi"), QStringLiteral("-i"),
+            QStringLiteral("color=c=%1:s=%2:r=30:d=%3")
+                .arg(colour.name(), QLatin1String(size))
+                .arg(kTripClipSeconds),
+            QStringLiteral("-i"), srt, QStringLiteral("-map"), QStringLiteral("0:v"),
+            QStringLiteral("-map"), QStringLiteral("1:s"), QStringLiteral("-vf"),
+            QStringLiteral("scale=out_color_matrix=bt709,format=yuv420p"),
+            QStringLiteral("-colorspace"), QStringLiteral("bt709"),
+            QStringLiteral("-color_primaries"), QStringLiteral("bt709"),
+            QStringLiteral("-color_trc"), QStringLiteral("bt709"), QStringLiteral("-c:v"),
+            QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),
+            QStringLiteral("-g"), QStringLiteral("30"), QStringLiteral("-c:s"),
+            QStringLiteral("mov_text"), path });
     return ffmpeg.waitForFinished(120000) && ffmpeg.exitCode() == 0;
 }
 
@@ -107,6 +143,26 @@ const Cards& cards()
         return cards;
     }();
     return *made;
+}
+
+QString tripCard()
+{
+    static const QString folder = [] {
+        const QString root = cards().dir.filePath(QStringLiteral("trip"));
+        const QDateTime start(QDate(2026, 5, 13), QTime(23, 15, 0), Qt::UTC);
+        for (int i = 0; i < 3; ++i) {
+            // The last clip an event recording with a knock in its middle.
+            const QDateTime at = start.addSecs(i * kTripClipSeconds);
+            const QString base = root + (i == 2 ? "/evt_rec/" : "/cont_rec/")
+                + at.toLocalTime().toString(QStringLiteral("yyyyMMdd_HHmmss"));
+            const DriveClip::Drive drive { at, i * kTripClipSeconds, i == 2 ? 20 : -1 };
+            if (!makeTripClip(base + QStringLiteral("_F.mp4"), kTripFront[i], "1280x720", drive)
+                || !makeTripClip(base + QStringLiteral("_R.mp4"), kTripRear[i], "640x480", drive))
+                return QString();
+        }
+        return root;
+    }();
+    return folder;
 }
 
 bool makeCheckerboardClip(const QString& path, const QSize& size)

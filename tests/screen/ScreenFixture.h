@@ -40,6 +40,15 @@ struct Cards {
 // Writes the cards once per run; `error` is set when ffmpeg or a write fails.
 const Cards& cards();
 
+// A drive of three clips, front (16:9) and rear (4:3), each clip in colours
+// of its own, the first two continuous recordings, the last an event
+// recording with a knock; their telemetry continues one route.
+inline const QColor kTripFront[] { { 255, 0, 0 }, { 0, 255, 0 }, { 255, 255, 0 } };
+inline const QColor kTripRear[] { { 0, 0, 255 }, { 255, 0, 255 }, { 0, 255, 255 } };
+constexpr int kTripClipSeconds = 4;
+// The folder holding it, written once per run; empty when ffmpeg fails.
+QString tripCard();
+
 // A lossless clip of `size` (even) whose every frame is a checkerboard of
 // single black and white pixels, the top left one black.
 bool makeCheckerboardClip(const QString& path, const QSize& size);

@@ -76,6 +76,22 @@ bool contained(const QRect& inner, const QRect& outer)
     return outer.contains(inner);
 }
 
+// Which of the colours fills the area (nine in ten of its pixels); -1 when none.
+int colourFilling(const QImage& screen, const QRect& area, const QColor* colours, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        if (find(screen, area, colours[i]).count * 10 >= qint64(area.width()) * area.height() * 9)
+            return i;
+    }
+    return -1;
+}
+
+QRect middleOf(const QRect& rect, int share)
+{
+    return rect.adjusted(
+        rect.width() / share, rect.height() / share, -rect.width() / share, -rect.height() / share);
+}
+
 } // namespace
 
 // The program as installed: started on a card, playing its first clip.
@@ -448,6 +464,67 @@ TEST_F(OnScreen, LoadingAnimationShowsWhileAClipLoads)
         ::close(writer);
     EXPECT_TRUE(QTest::qWaitFor([&] { return spinner->isHidden(); }, waitMs(10000)));
     m_window->session().stopButtonTouched();
+}
+
+TEST_F(OnScreen, TripRunsOnFromClipToClipWithoutABlackPicture)
+{
+    const QString card = tripCard();
+    ASSERT_FALSE(card.isEmpty()) << "ffmpeg could not make the trip's clips";
+    PlaybackSession& session = m_window->session();
+    TavroAVView& big = *area().bigMovieView();
+    TavroAVView& small = *area().smallMovieView();
+    m_window->controller().selectFolderButtonTouched(QUrl::fromLocalFile(card));
+    m_window->controller().playTrip(0);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            return session.isPlayingTrip() && big.framesPresented() > 0
+                && small.framesPresented() > 0 && !session.isVideoPaused();
+        },
+        waitMs(20000)));
+    // The front picture's upper left (clear of the inset), the rear's middle.
+    const QRect place = placeOf(area());
+    const QRect front = fitted(place, kFrontAspect);
+    const QRect frontPart = front.adjusted(
+        front.width() / 10, front.height() / 10, -front.width() / 2, -front.height() / 2);
+    const QRect rearPart = middleOf(fitted(placeOf(*area().smallMovieView()), kRearAspect), 4);
+    // Read the screen as often as it can be read until the trip ends: each
+    // time both cameras show one clip's colour, never black or anything else.
+    QList<int> fronts;
+    QList<int> rears;
+    bool saved = false;
+    QElapsedTimer clock;
+    clock.start();
+    while (!session.isVideoPaused() && clock.elapsed() < waitMs(60000)) {
+        QString error;
+        const QImage screen = ScreenReader::grab(&error);
+        ASSERT_FALSE(screen.isNull()) << error.toStdString();
+        const int f = colourFilling(screen, frontPart, kTripFront, 3);
+        const int r = colourFilling(screen, rearPart, kTripRear, 3);
+        if (f < 0 || r < 0) {
+            ScreenReader::save(screen, QStringLiteral("trip-gap"));
+            FAIL() << "at " << big.currentTime() << " s the front shows clip " << f
+                   << " and the rear clip " << r << " (-1: neither colour; see trip-gap.png)";
+        }
+        if (fronts.isEmpty() || fronts.last() != f)
+            fronts << f;
+        if (rears.isEmpty() || rears.last() != r)
+            rears << r;
+        // The middle of the trip, for the record.
+        if (!saved && fronts.size() == 2) {
+            ScreenReader::save(screen, QStringLiteral("trip"));
+            saved = true;
+        }
+        QTest::qWait(10);
+    }
+    EXPECT_EQ(fronts, QList<int>({ 0, 1, 2 }));
+    EXPECT_EQ(rears, QList<int>({ 0, 1, 2 }));
+    // The trip stays on its last pictures.
+    expectScreen(QStringLiteral("trip-end"), [&](const QImage& screen) {
+        if (colourFilling(screen, frontPart, kTripFront + 2, 1) < 0
+            || colourFilling(screen, rearPart, kTripRear + 2, 1) < 0)
+            return QStringLiteral("the last clip's pictures are not shown at the trip's end");
+        return QString();
+    });
 }
 
 TEST_F(OnScreen, EverySettingsPageShowsWithItsControls)

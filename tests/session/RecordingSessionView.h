@@ -23,11 +23,13 @@ public:
     void setPlayTimeText(const QString& text) override { playTimeText = text; }
     void setSeekMaximum(double seconds) override { seekMaximum = seconds; }
     void setSeekValue(double seconds) override { seekValue = seconds; }
+    void setSeekMarks(const QVector<SeekMark>& marks) override { seekMarks = marks; }
     void setSensorTexts(const QString& gx, const QString& gy, const QString& gz, const QString& lat,
         const QString& lng) override;
     void setSpeedometerSpeed(int kmh) override { speed = kmh; }
     void setGraphClipData(const TavroClipData& clipData) override;
     void addMapRoute(const TavroClipData& clipData) override;
+    void addMapRoutePoints(const QVector<QPointF>& route) override { routePoints = route; }
     void moveMapToLat(float lat, float lng) override { mapMoves.append({ lat, lng }); }
     void setMapCovered(bool covered) override { mapCovered = covered; }
     void setGpsIndicatorVisible(bool visible) override { gpsIndicatorVisible = visible; }
@@ -56,6 +58,8 @@ public:
     QString playTimeText;
     double seekMaximum = -1.0;
     double seekValue = -1.0;
+    QVector<SeekMark> seekMarks;
+    QVector<QPointF> routePoints; // the last trip route sent to the map
     QStringList sensorTexts;
     int sensorUpdates = 0;
     int speed = -1;

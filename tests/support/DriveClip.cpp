@@ -23,7 +23,7 @@ QString stamp(int ms)
 
 } // namespace
 
-QString telemetrySrt(int seconds, int tag)
+QString telemetrySrt(int seconds, int tag, const Drive& drive)
 {
     QString text;
     int counter = 1;
@@ -36,29 +36,36 @@ QString telemetrySrt(int seconds, int tag)
     for (int s = 0; s < seconds; ++s) {
         for (int k = 0; k < 10; ++k) {
             const int x = int(20 * std::sin((s * 10 + k) / 5.0)) + tag;
-            const int y = -20 + (s * 10 + k) % 40;
+            const int y = s * 10 + k == drive.knockAtTenth ? 256 : -20 + (s * 10 + k) % 40;
             block(s * 1000 + k * 90, QStringLiteral("gsensor,%1,%2,%3").arg(x).arg(y).arg(128));
         }
         // 37°23.2475' N, 126°58.4100' E, moving north-east every second.
-        const double latMinutes = 23.2475 + s * 0.054;
-        const double lngMinutes = 58.41 + s * 0.061;
-        const double knots = 30 + 8 * std::sin(s / 3.0);
+        const int at = drive.fromSecond + s;
+        const double latMinutes = 23.2475 + at * 0.054;
+        const double lngMinutes = 58.41 + at * 0.061;
+        const double knots = 30 + 8 * std::sin(at / 3.0);
+        const QDateTime clock = drive.startUtc.isValid()
+            ? drive.startUtc.addSecs(s)
+            : QDateTime(QDate(2016, 3, 7), QTime(0, 0, s % 60), Qt::UTC);
         block(s * 1000 + 920,
-            QStringLiteral("GPRMC,0000%1.00,A,37%2,N,126%3,E,%4,0.0,070316,,,A")
-                .arg(s % 60, 2, 10, QChar(u'0'))
+            QStringLiteral("GPRMC,%1.00,A,37%2,N,126%3,E,%4,0.0,%5,,,A")
+                .arg(clock.toString(QStringLiteral("HHmmss")))
                 .arg(latMinutes, 7, 'f', 4, QChar(u'0'))
                 .arg(lngMinutes, 7, 'f', 4, QChar(u'0'))
-                .arg(knots, 0, 'f', 1));
+                .arg(knots, 0, 'f', 1)
+                .arg(clock.toString(QStringLiteral("ddMMyy"))));
     }
     return text;
 }
 
-bool make(const QString& path, int seconds, int width, int height, int fps, int tag)
+bool make(
+    const QString& path, int seconds, int width, int height, int fps, int tag, const Drive& drive)
 {
     QTemporaryDir scratch;
     const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
     QFile file(srt);
-    if (!file.open(QIODevice::WriteOnly) || file.write(telemetrySrt(seconds, tag).toUtf8()) < 0)
+    if (!file.open(QIODevice::WriteOnly)
+        || file.write(telemetrySrt(seconds, tag, drive).toUtf8()) < 0)
         return false;
     file.close();
     QDir().mkpath(QFileInfo(path).absolutePath());

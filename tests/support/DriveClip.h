@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 // A camera clip made with ffmpeg's test source whose mov_text subtitle track
@@ -8,11 +9,23 @@
 // test framework so that benchmarks can use it too.
 namespace DriveClip {
 
+// Where and when a clip of a drive is: its fixes carry the date and time
+// from `startUtc` on (without one, 2016-03-07 00:00 plus the second within a
+// minute), and start `fromSecond` seconds into the drive, so that consecutive
+// clips continue one route. A knock of 2 g sideways is felt at `knockAtTenth`
+// (tenths of a second into the clip) when it is not negative.
+struct Drive {
+    QDateTime startUtc;
+    int fromSecond = 0;
+    int knockAtTenth = -1;
+};
+
 // The SubRip text of that telemetry; `tag` goes into the G values so that a
 // front and a rear clip differ.
-QString telemetrySrt(int seconds, int tag);
+QString telemetrySrt(int seconds, int tag, const Drive& drive = {});
 
 // Writes the H.264 MP4 (width x height at fps); false when ffmpeg fails.
-bool make(const QString& path, int seconds, int width, int height, int fps, int tag);
+bool make(const QString& path, int seconds, int width, int height, int fps, int tag,
+    const Drive& drive = {});
 
 } // namespace DriveClip

@@ -1,14 +1,19 @@
 // Opening a clip the way the desktop does ("Open with" runs
 // `tavro-viewer %U`): the command line names a clip by path or file:// URL, and
 // the viewer started through its delegate lists the clip's folder, selects the
-// clip and plays it, with real mpv and ffmpeg.
+// clip and plays it, with real mpv and ffmpeg. And `tavro-viewer --trip N
+// FOLDER`: a drive of several clips played on through their boundaries.
 #include "ViewerTestSupport.h"
 
+#include "FfmpegClipBuilder.h"
 #include "TestFiles.h"
 #include "TestTiming.h"
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
+#include "app/session/TripLibrary.h"
 #include "app/window/AppDelegate.h"
+#include "app/window/ClipListPanel.h"
+#include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
 #include "app/window/VideoArea.h"
 #include "app/window/ViewerCommandLine.h"
@@ -29,6 +34,9 @@
 #include <QUrl>
 
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <utility>
 
 namespace {
 
@@ -69,6 +77,12 @@ TEST(ViewerCommandLineClipTest, ClipPathsAndUrlsOpenTheirFolder)
         { { clip + QStringLiteral(".missing") }, 2, {}, {} },
         { { QStringLiteral("sftp://camera.local/evt_rec/a_F.mp4") }, 2, {}, {} },
         { { QStringLiteral("--play"), QStringLiteral("0"), clip }, 2, {}, {} },
+        { { QStringLiteral("--trip"), QStringLiteral("-1"), folder }, 2, {}, {} },
+        { { QStringLiteral("--trip"), QStringLiteral("next"), folder }, 2, {}, {} },
+        { { QStringLiteral("--trip"), QStringLiteral("0"), clip }, 2, {}, {} },
+        { { QStringLiteral("--trip"), QStringLiteral("0"), QStringLiteral("--play"),
+              QStringLiteral("0"), folder },
+            2, {}, {} },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.arguments.join(u' ').toStdString());
@@ -98,7 +112,8 @@ bool bothPlaying(MainWindow& window)
     return !window.session().isVideoPaused();
 }
 
-class ViewerOpenClipTest : public ::testing::Test {
+// The viewer's settings of its own, and alerts noted and closed.
+class ViewerFolderTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -109,15 +124,6 @@ protected:
         TavroStyle::apply(*qApp);
         TolmSettingManager::ChagneTolmSettingManager(nullptr);
         ASSERT_TRUE(m_dir.isValid());
-        // An event folder copied off a card: two front/rear pairs.
-        m_folder = m_dir.filePath(QStringLiteral("evt_rec"));
-        for (const char* name : { "20240315_081502", "20240315_081602" }) {
-            const QString base = m_folder + u'/' + QLatin1String(name);
-            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
-                base + QStringLiteral("_F.mp4"), kClipSeconds, 320, 180, 0));
-            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
-                base + QStringLiteral("_R.mp4"), kClipSeconds, 240, 136, 7));
-        }
         // A failure alert would wait for a click: note its text and close it.
         m_alertCloser.setInterval(100);
         QObject::connect(&m_alertCloser, &QTimer::timeout, [this] {
@@ -140,6 +146,25 @@ protected:
     QString m_folder;
     QTimer m_alertCloser;
     QStringList m_alerts;
+};
+
+class ViewerOpenClipTest : public ViewerFolderTest {
+protected:
+    void SetUp() override
+    {
+        ViewerFolderTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        // An event folder copied off a card: two front/rear pairs.
+        m_folder = m_dir.filePath(QStringLiteral("evt_rec"));
+        for (const char* name : { "20240315_081502", "20240315_081602" }) {
+            const QString base = m_folder + u'/' + QLatin1String(name);
+            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+                base + QStringLiteral("_F.mp4"), kClipSeconds, 320, 180, 0));
+            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+                base + QStringLiteral("_R.mp4"), kClipSeconds, 240, 136, 7));
+        }
+    }
 };
 
 TEST_F(ViewerOpenClipTest, ClipFromTheDesktopIsListedSelectedAndPlaying)
@@ -174,6 +199,101 @@ TEST_F(ViewerOpenClipTest, ClipFromTheDesktopIsListedSelectedAndPlaying)
     EXPECT_EQ(window->session().currentVideoUrl(), QUrl::fromLocalFile(clip));
     EXPECT_TRUE(m_alerts.isEmpty()) << m_alerts.join(u'|').toStdString();
     ViewerTestSupport::saveScreenshot(*window, QStringLiteral("open-clip"));
+}
+
+class ViewerTripTest : public ViewerFolderTest {
+protected:
+    // A drive: a 3 s front/rear pair, a 1 s two-camera AVI with sound but
+    // without telemetry (timed by its name), another pair, and an event
+    // recording with a knock 1.5 s in.
+    void SetUp() override
+    {
+        ViewerFolderTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        m_folder = m_dir.filePath(QStringLiteral("card"));
+        const QDateTime start(QDate(2024, 3, 15), QTime(8, 15, 0), Qt::UTC);
+        const auto name = [&](int second) {
+            return start.addSecs(second).toString(QStringLiteral("yyyyMMdd_HHmmss"));
+        };
+        ASSERT_TRUE(FfmpegClipBuilder::makeDualStreamAvi(
+            m_folder + QStringLiteral("/cont_rec/") + name(3) + QStringLiteral("_D.avi"), true));
+        for (const int second : { 0, 4, 7 }) {
+            const QString base
+                = m_folder + (second == 7 ? "/evt_rec/" : "/cont_rec/") + name(second);
+            const DriveClip::Drive drive { start.addSecs(second), second, second == 7 ? 15 : -1 };
+            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+                base + QStringLiteral("_F.mp4"), kTripClipSeconds, 160, 90, 0, drive));
+            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
+                base + QStringLiteral("_R.mp4"), kTripClipSeconds, 96, 72, 7, drive));
+        }
+    }
+
+    static constexpr int kTripClips = 4;
+    static constexpr int kTripClipSeconds = 3;
+};
+
+TEST_F(ViewerTripTest, TripPlaysOnThroughItsClipsAndThePageKeysLandOnItsMarks)
+{
+    const ViewerCommandLine::Result commandLine = parse(
+        { QStringLiteral("--no-splash"), QStringLiteral("--trip"), QStringLiteral("0"), m_folder });
+    ASSERT_FALSE(commandLine.exit) << commandLine.message.toStdString();
+    EXPECT_EQ(commandLine.options.tripNumber, 0);
+    AppDelegate delegate(commandLine.options);
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return delegate.window() != nullptr; }, kWaitMs));
+    MainWindow& window = *delegate.window();
+    PlaybackSession& session = window.session();
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return bothPlaying(window) && session.isPlayingTrip(); }, kWaitMs))
+        << "alerts " << m_alerts.join(u'|').toStdString();
+    ASSERT_EQ(session.currentTrip()->clips.size(), kTripClips);
+    EXPECT_TRUE(window.clipListPanel()->isShowingTrips());
+    // Delete acts on the hidden clip list: not while the trips are shown.
+    EXPECT_FALSE(window.clipListPanel()->removeFileButton()->isEnabled());
+    EXPECT_EQ(window.controller().trips().trips().size(), 1);
+    // It starts with the first clip, whatever the streams of the others.
+    TavroAVView* big = window.videoArea()->bigMovieView();
+    TavroAVView* small = window.videoArea()->smallMovieView();
+    EXPECT_LT(big->currentTime(), 2.0);
+
+    // On through two boundaries (into the AVI, whose rear camera comes out of
+    // its second stream, and out of it): the time runs on, frames keep
+    // coming, and the telemetry shown is the third clip's.
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return session.currentTripClip() == 2 && big->currentTime() > 4.5; }, kWaitMs))
+        << "at " << big->currentTime();
+    EXPECT_GT(big->framesPresented(), 15 * 4);
+    EXPECT_GT(small->framesPresented(), 15 * 4);
+    EXPECT_EQ(big->status(), TavroAVViewStatus::Prepared);
+
+    // Paused in the third clip: Page Down to the event recording's start,
+    // again to the knock, Page Up back; both cameras land on each mark.
+    QTest::keyClick(&window, Qt::Key_Space);
+    ASSERT_TRUE(session.isVideoPaused());
+    const TripTimeline& timeline = *session.tripTimeline();
+    ASSERT_EQ(timeline.marks().size(), 2);
+    ASSERT_LT(big->currentTime(), timeline.marks()[0].position - 0.1);
+    for (const auto& [key, mark] : { std::pair { Qt::Key_PageDown, 0 },
+             std::pair { Qt::Key_PageDown, 1 }, std::pair { Qt::Key_PageUp, 0 } }) {
+        QTest::keyClick(&window, key);
+        const double at = timeline.marks()[mark].position;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                return std::abs(big->currentTime() - at) < 0.07
+                    && std::abs(small->currentTime() - at) < 0.07 && !session.isPositionPending();
+            },
+            kWaitMs))
+            << "mark at " << at << ", front " << big->currentTime() << ", rear "
+            << small->currentTime();
+    }
+    EXPECT_EQ(session.currentTripClip(), 3);
+    // A copy is made of the clip shown.
+    EXPECT_EQ(window.controller().saveFileSourceUrl().toLocalFile(),
+        session.currentTrip()->clips[3].path);
+    EXPECT_NEAR(timeline.marks()[1].position, 7 + 1.5, 0.05);
+    EXPECT_TRUE(m_alerts.isEmpty()) << m_alerts.join(u'|').toStdString();
+    ViewerTestSupport::saveScreenshot(window, QStringLiteral("trip"));
 }
 
 } // namespace

@@ -40,9 +40,10 @@ QString saveScreenshot(QWidget& widget, const QString& name)
     return path;
 }
 
-bool makeTelemetryClip(const QString& path, int seconds, int width, int height, int tag)
+bool makeTelemetryClip(
+    const QString& path, int seconds, int width, int height, int tag, const DriveClip::Drive& drive)
 {
-    return DriveClip::make(path, seconds, width, height, 15, tag);
+    return DriveClip::make(path, seconds, width, height, 15, tag, drive);
 }
 
 } // namespace ViewerTestSupport

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DriveClip.h"
+
 #include <QString>
 
 class QWidget;
@@ -22,7 +24,10 @@ QString saveScreenshot(QWidget& widget, const QString& name);
 // A card clip of `seconds` seconds from ffmpeg's test source (H.264 MP4,
 // width x height) whose subtitle track carries the camera's telemetry: ten
 // G-sensor records a second and a GPS fix a second, driving north-east at a
-// changing speed. `tag` makes front and rear differ. False when ffmpeg fails.
-bool makeTelemetryClip(const QString& path, int seconds, int width, int height, int tag);
+// changing speed. `tag` makes front and rear differ; `drive` places the clip
+// in a drive (its GPS clock, where on the route, a knock). False when ffmpeg
+// fails.
+bool makeTelemetryClip(const QString& path, int seconds, int width, int height, int tag,
+    const DriveClip::Drive& drive = {});
 
 } // namespace ViewerTestSupport

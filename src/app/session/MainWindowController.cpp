@@ -2,6 +2,7 @@
 
 #include "app/session/PlaybackSession.h"
 #include "app/session/SessionView.h"
+#include "app/session/TripLibrary.h"
 #include "config/AlertSink.h"
 #include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"
@@ -43,6 +44,10 @@ MainWindowController::MainWindowController(PlayerView& bigMovieView, PlayerView&
     AlertSink& alerts = options.alertSink ? *options.alertSink : AlertSink::shared();
     m_alerts = &alerts;
     m_library = new ClipLibrary(this);
+    m_trips = new TripLibrary(this);
+    // The trips are those of the folder listed.
+    connect(m_library, &ClipLibrary::rowsReloaded, this,
+        [this] { m_trips->setFolder(m_library->selectedVideoDirectoryUrl().toLocalFile()); });
     m_session = new PlaybackSession(
         bigMovieView, smallMovieView, view, *m_library, *m_converter, alerts, this);
     m_speedUnit = new SpeedUnit(this);
@@ -64,6 +69,8 @@ MainWindowController::~MainWindowController()
     // ends a conversion still running).
     delete m_session;
     m_session = nullptr;
+    delete m_trips; // ends a read under way
+    m_trips = nullptr;
     for (QThread* thread : std::as_const(m_savingThreads)) {
         thread->wait();
         delete thread;
@@ -182,5 +189,19 @@ void MainWindowController::playVideoWithIdx(int row)
 
 bool MainWindowController::removeFileButtonTouched()
 {
-    return m_library->removeFileButtonTouched();
+    if (!m_library->removeFileButtonTouched())
+        return false;
+    m_trips->invalidate();
+    return true;
+}
+
+void MainWindowController::playTrip(int index)
+{
+    const QString folder = m_trips->folder();
+    m_trips->whenLoaded([this, index, folder] {
+        if (m_trips->folder() != folder || index < 0 || index >= m_trips->trips().size())
+            return;
+        m_session->playTrip(m_trips->trips()[index]);
+        emit tripPlayed(index);
+    });
 }

@@ -19,6 +19,7 @@ class PlayerView;
 class ProcessRunner;
 class SessionView;
 class SpeedUnit;
+class TripLibrary;
 class ViewerLanguage;
 class VolumeWatcher;
 
@@ -49,6 +50,8 @@ public:
     ~MainWindowController() override;
 
     ClipLibrary& library() const { return *m_library; }
+    // The trips of the folder the list shows.
+    TripLibrary& trips() const { return *m_trips; }
     PlaybackSession& session() const { return *m_session; }
     ClipConverter& converter() const { return *m_converter; }
     SpeedUnit& speedUnit() const { return *m_speedUnit; }
@@ -90,11 +93,16 @@ public:
     void playVideoWithIdx(int row);
     // Deletes the selected clip (no confirmation); false when nothing changed.
     bool removeFileButtonTouched();
+    // Plays trip `index` (numbered as `tavro trips` numbers them) of the
+    // folder listed, once its trips are read; nothing for a trip that is not
+    // there. Emits tripPlayed with the index it plays.
+    void playTrip(int index);
 
     // --- taking material out
     // The clip a copy is made of: the selected row's clip shown in the large
-    // view (the rear partner when the cameras are swapped); empty without a
-    // valid selection. Its file name is the name to propose.
+    // view (the rear partner when the cameras are swapped); while a trip
+    // plays, the trip's clip shown; empty without a valid selection. Its file
+    // name is the name to propose.
     QUrl saveFileSourceUrl() const;
     // Copies that clip (the card's file, not a converted one) to the chosen
     // path, replacing a file the user agreed to overwrite in one step (a
@@ -127,6 +135,7 @@ signals:
     void fileSaved(bool saved);
     void stillSaved(bool saved);
     void applyLanguageSettingsRequested();
+    void tripPlayed(int index);
 
 private:
     void volumeMountHandler(const QString& rootPath);
@@ -143,6 +152,7 @@ private:
     std::unique_ptr<ProcessRunner> m_ownedRunner;
     std::unique_ptr<ClipConverter> m_converter;
     ClipLibrary* m_library = nullptr; // child QObject
+    TripLibrary* m_trips = nullptr; // child QObject
     PlaybackSession* m_session = nullptr; // child QObject
     SpeedUnit* m_speedUnit = nullptr; // child QObject
     ViewerLanguage* m_viewerLanguage = nullptr; // child QObject

@@ -17,6 +17,15 @@
 
 QUrl MainWindowController::saveFileSourceUrl() const
 {
+    // While a trip plays: the clip shown, of the camera in the large view.
+    if (const Trip* trip = m_session->currentTrip()) {
+        const int shown = m_session->currentTripClip();
+        if (shown < 0)
+            return {};
+        const TripClip& clip = trip->clips[shown];
+        const bool rear = m_session->isVideoSwitched() && !clip.rear.isEmpty();
+        return QUrl::fromLocalFile(rear ? clip.rear : clip.path);
+    }
     const int row = m_library->selectedRow();
     if (row < 0 || row >= m_library->numberOfRows())
         return {};

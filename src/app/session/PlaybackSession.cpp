@@ -1,4 +1,4 @@
-#include "app/session/PlaybackSession.h"
+#include "app/session/PlaybackSessionTrip.h"
 
 #include "app/session/SessionView.h"
 #include "config/AlertSink.h"
@@ -40,12 +40,6 @@ void loadTelemetry(TavroClipData& record, const QUrl& url, const QString& bigVid
 }
 
 } // namespace
-
-// What the worker hands back: the playable files and the clip's telemetry.
-struct PlaybackSession::Prepared {
-    std::optional<QList<QUrl>> files;
-    std::shared_ptr<TavroClipData> record;
-};
 
 PlaybackSession::PlaybackSession(PlayerView& bigMovieView, PlayerView& smallMovieView,
     SessionView& view, ClipLibrary& library, ClipConverter& converter, AlertSink& alerts,
@@ -102,6 +96,21 @@ void PlaybackSession::playVideoWithIdx(int index)
 void PlaybackSession::prepareVideoToPlay(const QUrl& url, double seekTime)
 {
     Q_UNUSED(seekTime) // clips always play from their start
+    leaveTrip();
+    resetForNewMedia();
+    m_preparingUrl = url;
+    auto record = std::make_shared<TavroClipData>(m_clipData);
+    const ClipConverter* converter = &m_converter;
+    startPreparation([converter, url, record] {
+        Prepared prepared { converter->checkAndConvertVideo(url), record, nullptr };
+        if (prepared.files && !prepared.files->isEmpty())
+            loadTelemetry(*record, url, prepared.files->at(0).toLocalFile());
+        return prepared;
+    });
+}
+
+void PlaybackSession::resetForNewMedia()
+{
     resetVideoInformation();
     if (!m_isFullScreenMode) {
         m_enableBigMovieViewScroll = true;
@@ -115,45 +124,40 @@ void PlaybackSession::prepareVideoToPlay(const QUrl& url, double seekTime)
     m_smallVideoFilePath.clear();
     m_lastUpdatedLat = 0.0;
     m_lastUpdatedLng = 0.0;
+}
 
-    m_preparingUrl = url;
+void PlaybackSession::startPreparation(std::function<Prepared()> job)
+{
     m_preparing = true;
     const quint64 serial = ++m_preparationSerial;
     if (!m_prepareInBackground) {
         m_view.setBusy(true);
-        Prepared prepared { m_converter.checkAndConvertVideo(url),
-            std::make_shared<TavroClipData>(m_clipData) };
-        if (prepared.files && !prepared.files->isEmpty())
-            loadTelemetry(*prepared.record, url, prepared.files->at(0).toLocalFile());
-        finishPreparation(serial, prepared);
+        finishPreparation(serial, job());
         return;
     }
     m_busyDelay.start();
+    m_preparationJob = std::move(job);
     if (m_preparationThread) {
-        // The clip before is still being converted: end that, then start.
+        // The work before is still running (a conversion): end that, then start.
         m_converter.cancel();
         m_preparationQueued = true;
         return;
     }
-    startPreparation();
+    runPreparationJob();
 }
 
-void PlaybackSession::startPreparation()
+void PlaybackSession::runPreparationJob()
 {
     m_preparationQueued = false;
     const quint64 serial = m_preparationSerial;
-    const QUrl url = m_preparingUrl;
-    auto record = std::make_shared<TavroClipData>(m_clipData);
-    const ClipConverter* converter = &m_converter;
-    m_preparationThread = QThread::create([this, converter, url, record, serial] {
-        Prepared prepared { converter->checkAndConvertVideo(url), record };
-        if (prepared.files && !prepared.files->isEmpty())
-            loadTelemetry(*record, url, prepared.files->at(0).toLocalFile());
+    m_preparationThread = QThread::create([this, job = std::move(m_preparationJob), serial] {
+        const Prepared prepared = job();
         // The session waits for this thread before it goes, so it is there.
         QMetaObject::invokeMethod(
             this, [this, serial, prepared] { finishPreparation(serial, prepared); },
             Qt::QueuedConnection);
     });
+    m_preparationJob = {};
     connect(m_preparationThread, &QThread::finished, this, &PlaybackSession::preparationThreadDone);
     m_preparationThread->start();
 }
@@ -164,7 +168,7 @@ void PlaybackSession::preparationThreadDone()
     m_preparationThread = nullptr;
     m_converter.resetCancel();
     if (m_preparationQueued)
-        startPreparation();
+        runPreparationJob();
 }
 
 void PlaybackSession::cancelPreparation()
@@ -189,6 +193,10 @@ void PlaybackSession::finishPreparation(quint64 serial, const Prepared& prepared
     m_preparing = false;
     m_busyDelay.stop();
     m_view.setBusy(false);
+    if (prepared.trip) {
+        finishTripPreparation(*prepared.trip);
+        return;
+    }
     const QUrl url = m_preparingUrl;
     const std::optional<QList<QUrl>>& files = prepared.files;
     if (!files || files->isEmpty()) {

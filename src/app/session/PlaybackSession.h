@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/session/TripTimeline.h"
 #include "app/session/VolumeSliderModel.h"
 #include "player/TavroAVViewDelegate.h"
 #include "telemetry/TavroClipData.h"
@@ -8,6 +9,9 @@
 #include <QString>
 #include <QTimer>
 #include <QUrl>
+
+#include <functional>
+#include <memory>
 
 class AlertSink;
 class QThread;
@@ -64,6 +68,26 @@ public:
     void playVideoWithIdx(int index);
     void resetVideoInformation();
     void showUnsupportedFileAlert();
+
+    // --- trips
+    // Plays a drive as one: each camera's clips back to back on one timeline
+    // (the rear camera black where a clip has none, so that both stay in
+    // step), the seek slider spanning the trip with its clip boundaries and
+    // event marks, the read-outs, graph and speedometer following the clip
+    // shown, and the trip's whole route on the map. A two-camera AVI clip's
+    // rear camera is converted first (in the background, as a clip's is).
+    // Playback starts by itself and stops at the trip's end.
+    void playTrip(const Trip& trip);
+    bool isPlayingTrip() const { return m_trip != nullptr; }
+    const Trip* currentTrip() const;
+    const TripTimeline* tripTimeline() const;
+    // The trip's clip shown now; -1 without a trip.
+    int currentTripClip() const;
+    // Page Down / Page Up: to the next / previous event mark of the trip.
+    void nextEventKeyTouched();
+    void previousEventKeyTouched();
+    // How far the rear camera may run apart from the front before it is put back.
+    static constexpr double kRearDriftSeconds = 0.5;
 
     // --- transport
     void playVideo();
@@ -166,9 +190,23 @@ signals:
 
 private:
     struct Prepared;
-    void startPreparation();
+    struct TripFiles;
+    struct TripPlayback;
+    void resetForNewMedia();
+    // Runs `job` (conversion, telemetry) inside the call, or on a worker
+    // thread when the session prepares in the background.
+    void startPreparation(std::function<Prepared()> job);
+    void runPreparationJob();
     void finishPreparation(quint64 serial, const Prepared& prepared);
     void preparationThreadDone();
+    void finishTripPreparation(const TripFiles& files);
+    void leaveTrip();
+    void showTripSegment(int segment);
+    void showTripRoute();
+    void keepRearInStep(double position);
+    void seekTrip(double position);
+    double tripPosition() const;
+    bool tripMovieDidEnd();
     void showTelemetryDisplays();
     void bigViewPrepared();
     void selectAndPlay(int row);
@@ -207,7 +245,9 @@ private:
     quint64 m_preparationSerial = 0;
     QUrl m_preparingUrl;
     QThread* m_preparationThread = nullptr;
+    std::function<Prepared()> m_preparationJob;
     bool m_preparationQueued = false;
+    std::unique_ptr<TripPlayback> m_trip;
     QTimer m_busyDelay;
     QTimer m_videoPlayTimer;
     QTimer m_playAnimationTimer;

@@ -1,6 +1,6 @@
 // Previous/next clip and the end of a clip, the camera swap, flip, volume,
 // zoom, full screen, the keyboard and the blinking indicators.
-#include "app/session/PlaybackSession.h"
+#include "app/session/PlaybackSessionTrip.h"
 
 #include "app/session/ClipNavigation.h"
 #include "app/session/SessionView.h"
@@ -19,6 +19,13 @@ constexpr double kVideoScaleStep = double(0.2f);
 
 void PlaybackSession::playPrevFileButtonTouched()
 {
+    if (m_trip) {
+        // Within a trip: to the start of this clip, or of the one before.
+        const int segment = m_trip->timeline.previousSegment(tripPosition());
+        if (segment >= 0)
+            seekTrip(m_trip->timeline.segments()[segment].start);
+        return;
+    }
     const int target
         = ClipNavigation::previousRow(m_library.filteredVideoFileList(), m_library.selectedRow());
     if (target >= 0)
@@ -27,6 +34,12 @@ void PlaybackSession::playPrevFileButtonTouched()
 
 void PlaybackSession::playNextFileButtonTouched()
 {
+    if (m_trip) {
+        const int segment = m_trip->timeline.nextSegment(tripPosition());
+        if (segment >= 0)
+            seekTrip(m_trip->timeline.segments()[segment].start);
+        return;
+    }
     const int target
         = ClipNavigation::nextRow(m_library.filteredVideoFileList(), m_library.selectedRow());
     if (target >= 0)
@@ -41,6 +54,8 @@ void PlaybackSession::selectAndPlay(int row)
 
 void PlaybackSession::movieDidEnd()
 {
+    if (tripMovieDidEnd())
+        return;
     stopVideoPlayTimer();
     playNextFileButtonTouched();
     coverMap();
@@ -191,6 +206,13 @@ bool PlaybackSession::keyDown(int key, Qt::KeyboardModifiers modifiers)
         return true;
     case Qt::Key_Escape:
         hideFullScreenMovie();
+        return true;
+    case Qt::Key_PageDown:
+    case Qt::Key_PageUp:
+        // The event marks of a trip; elsewhere the keys are the list's.
+        if (!m_trip)
+            return false;
+        key == Qt::Key_PageDown ? nextEventKeyTouched() : previousEventKeyTouched();
         return true;
     case Qt::Key_Q:
     case Qt::Key_W:

@@ -1,6 +1,6 @@
 // Play, pause, stop, seeking, frame steps and the playback tick that keeps
 // the time text, the read-outs, the speedometer and the map in step.
-#include "app/session/PlaybackSession.h"
+#include "app/session/PlaybackSessionTrip.h"
 
 #include "app/session/SessionTexts.h"
 #include "app/session/SessionView.h"
@@ -154,14 +154,22 @@ void PlaybackSession::playVideoTimerCallback()
 {
     if (m_positionPending)
         return;
-    const bool refreshAll = std::exchange(m_refreshAll, false);
     const double duration = m_bigMovieView.duration();
     const double time = m_bigMovieView.currentTime();
     if (!m_seekSliderHeld)
         m_view.setSeekValue(time);
     updatePlayTime(time, duration);
 
-    const int32_t index = sampleIndex(time);
+    // A trip's telemetry is the clip's shown at that moment.
+    double clipTime = time;
+    if (m_trip) {
+        const TripTimeline::Place place = m_trip->timeline.locate(time);
+        showTripSegment(place.segment);
+        clipTime = place.inClip;
+        keepRearInStep(time);
+    }
+    const bool refreshAll = std::exchange(m_refreshAll, false);
+    const int32_t index = sampleIndex(clipTime);
     if (uint32_t(m_clipData.clipDataCount()) <= uint32_t(index))
         return; // past the telemetry: the read-outs keep their values
     int x = 0, y = 0, z = 0, speed = 0;
@@ -194,7 +202,12 @@ void PlaybackSession::updateSensorInfo(
 
 void PlaybackSession::updateMapWithLat(float lat, float lng)
 {
-    if ((lat == 0.0f && lng == 0.0f) || m_clipData.gpsDataCount() == 0) {
+    const bool noPosition = lat == 0.0f && lng == 0.0f;
+    if (m_trip && !m_trip->route.isEmpty()) {
+        // The trip's route stays; a moment without a fix leaves the position.
+        if (noPosition)
+            return;
+    } else if (noPosition || m_clipData.gpsDataCount() == 0) {
         coverMap();
         return;
     }
@@ -225,6 +238,11 @@ void PlaybackSession::seekTimeSliderDragged(double seconds)
 void PlaybackSession::seekTimeSliderTouchedUp(double seconds)
 {
     m_seekSliderHeld = false;
+    if (m_trip) {
+        // A trip's timeline is not cut into whole seconds.
+        seekTrip(seconds);
+        return;
+    }
     m_lastUpdatedSensorInfoTime = 0.0;
     m_lastUpdatedMapTime = 0.0;
     // The views land on the whole second.

@@ -1,8 +1,19 @@
 #pragma once
 
+#include <QPointF>
 #include <QString>
+#include <QVector>
 
 class TavroClipData;
+
+// A place on the seek slider worth pointing at while a trip plays: where a
+// clip begins, or an event mark. Its tooltip tells the time.
+struct SeekMark {
+    enum class Kind { ClipStart, Impact, EventClip, ManualClip };
+    double seconds = 0;
+    Kind kind = Kind::ClipStart;
+    QString toolTip;
+};
 
 // Everything the playback session shows, as the main window carries it out.
 // The session holds no widgets: the window implements this interface over
@@ -16,6 +27,8 @@ public:
     virtual void setPlayTimeText(const QString& text) = 0;
     virtual void setSeekMaximum(double seconds) = 0;
     virtual void setSeekValue(double seconds) = 0;
+    // The clip boundaries and event marks of the trip playing; none for a clip.
+    virtual void setSeekMarks(const QVector<SeekMark>& marks) = 0;
 
     // The G read-outs ("%.3f") and the position read-outs ("%.4f").
     virtual void setSensorTexts(const QString& gx, const QString& gy, const QString& gz,
@@ -29,6 +42,8 @@ public:
     // The map page: the clip's route, the current position, and whether the
     // cover image ("mapview_cover.png") stands in for the map.
     virtual void addMapRoute(const TavroClipData& clipData) = 0;
+    // A whole trip's route, points as (longitude, latitude).
+    virtual void addMapRoutePoints(const QVector<QPointF>& route) = 0;
     virtual void moveMapToLat(float lat, float lng) = 0;
     virtual void setMapCovered(bool covered) = 0;
 

@@ -88,6 +88,9 @@ void AppDelegate::showMainWindow()
         m_window->controller().selectFolderButtonTouched(QUrl::fromLocalFile(m_options.folder));
     if (m_options.playRow >= 0)
         m_window->controller().videoFileListDoubleClicked(m_options.playRow);
+    // Its trips are read first (off the window's thread), then it plays.
+    if (m_options.tripNumber >= 0)
+        m_window->controller().playTrip(m_options.tripNumber);
     // A clip given to open: its folder is the list, the clip selected and playing.
     if (!m_options.clip.isEmpty())
         m_window->controller().videoFileListDoubleClicked(

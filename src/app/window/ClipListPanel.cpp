@@ -1,16 +1,22 @@
 #include "app/window/ClipListPanel.h"
 
+#include "app/session/SessionTexts.h"
+#include "app/session/TripLibrary.h"
 #include "app/window/ImageButton.h"
+#include "display/SpeedUnit.h"
 #include "i18n/LocalizationKeys.h"
 #include "i18n/TavroLanguages.h"
 #include "library/ClipLibrary.h"
+#include "library/TavroNotifier.h"
 #include "style/TavroStyle.h"
 
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSignalBlocker>
+#include <QStackedWidget>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
@@ -65,12 +71,19 @@ ClipListPanel::ClipListPanel(QWidget* parent)
         filters->addWidget(button, i / kFilterColumns, i % kFilterColumns);
         m_filterButtons.append(button);
         connect(button, &ImageButton::clicked, this, [this, button] {
+            showTrips(false);
             if (m_library)
                 m_library->videoFileFilterTouched(button);
         });
     }
+    m_tripsButton = new ImageButton(QLatin1String(ClipLibrary::kNormalFilterImage), this);
+    m_tripsButton->setObjectName(QStringLiteral("tripsButton"));
+    m_tripsButton->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    filters->addWidget(m_tripsButton, 1, 2);
+    connect(m_tripsButton, &ImageButton::clicked, this, [this] { showTrips(true); });
     layout->addLayout(filters);
 
+    m_lists = new QStackedWidget(this);
     m_table = new QListWidget(this);
     m_table->setObjectName(QStringLiteral("fileListTableView"));
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -78,7 +91,21 @@ ClipListPanel::ClipListPanel(QWidget* parent)
     m_table->setItemDelegate(new ClipRowDelegate(m_table));
     m_table->setFocusPolicy(Qt::ClickFocus);
     m_table->setFont(TavroStyle::tabularFont());
-    layout->addWidget(m_table, 1);
+    m_lists->addWidget(m_table);
+    m_tripTable = new QListWidget(this);
+    m_tripTable->setObjectName(QStringLiteral("tripListView"));
+    m_tripTable->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_tripTable->setFocusPolicy(Qt::ClickFocus);
+    m_tripTable->setWordWrap(true);
+    m_tripTable->setItemDelegate(new ClipRowDelegate(m_tripTable));
+    m_tripTable->setSpacing(2);
+    m_lists->addWidget(m_tripTable);
+    layout->addWidget(m_lists, 1);
+    connect(m_tripTable, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
+        const QVariant index = item->data(Qt::UserRole);
+        if (index.isValid())
+            emit tripDoubleClicked(index.toInt());
+    });
     connect(m_table, &QListWidget::currentRowChanged, this, [this](int row) {
         if (m_library && row >= 0)
             m_library->setSelectedRow(row);
@@ -131,6 +158,9 @@ void ClipListPanel::applyLanguageSettings()
         m_filterButtons[i]->setText(localized(kFilterKeys[i]));
         m_filterButtons[i]->setToolTip(localized(kFilterKeys[i]));
     }
+    m_tripsButton->setText(localized(LocalizationKeys::kFilterTrips));
+    m_tripsButton->setToolTip(localized(LocalizationKeys::kFilterTrips));
+    reloadTripRows();
     m_table->setToolTip(QString());
     m_selectedDirTextField->setPlaceholderText(localized(LocalizationKeys::kClipFolder));
     m_selectedDirTextField->setToolTip(localized(LocalizationKeys::kClipFolder));
@@ -152,7 +182,8 @@ void ClipListPanel::reloadRows()
     if (selected >= 0 && selected < m_table->count())
         m_table->setCurrentRow(selected);
     const bool enabled = m_library->canRemoveOrSave();
-    m_removeFileButton->setEnabled(enabled);
+    // Delete acts on the clip list's selection: not while trips are shown.
+    m_removeFileButton->setEnabled(enabled && !m_showingTrips);
     emit canRemoveOrSaveChanged(enabled);
 }
 
@@ -170,9 +201,82 @@ void ClipListPanel::showFilterButtons(int group, int pressedIndex)
     if (group != 0)
         return; // the second group has no buttons
     for (int i = 0; i < m_filterButtons.size(); ++i) {
-        const bool pressed = i == pressedIndex;
+        const bool pressed = i == pressedIndex && !m_showingTrips;
         m_filterButtons[i]->setImageName(QLatin1String(
             pressed ? ClipLibrary::kPressedFilterImage : ClipLibrary::kNormalFilterImage));
         m_filterButtons[i]->setHoverImageEnabled(!pressed);
     }
+}
+
+void ClipListPanel::setTripLibrary(TripLibrary* trips)
+{
+    m_trips = trips;
+    connect(trips, &TripLibrary::tripsChanged, this, &ClipListPanel::reloadTripRows);
+    // Distances and speeds follow the speed unit.
+    connect(&TavroNotifier::shared(), &TavroNotifier::refreshSpeedUnit, this,
+        &ClipListPanel::reloadTripRows);
+    reloadTripRows();
+}
+
+void ClipListPanel::showTrips(bool shown)
+{
+    m_showingTrips = shown;
+    m_lists->setCurrentWidget(shown ? m_tripTable : m_table);
+    m_tripsButton->setImageName(
+        QLatin1String(shown ? ClipLibrary::kPressedFilterImage : ClipLibrary::kNormalFilterImage));
+    m_tripsButton->setHoverImageEnabled(!shown);
+    if (m_library) {
+        showFilterButtons(0, m_library->videoFileFilterGroupA());
+        m_removeFileButton->setEnabled(!shown && m_library->canRemoveOrSave());
+    }
+    if (shown && m_trips)
+        m_trips->load();
+}
+
+void ClipListPanel::selectTrip(int index)
+{
+    for (int row = 0; row < m_tripTable->count(); ++row) {
+        QListWidgetItem* item = m_tripTable->item(row);
+        if (item->data(Qt::UserRole) == QVariant(index)) {
+            m_tripTable->setCurrentItem(item, QItemSelectionModel::ClearAndSelect);
+            m_tripTable->scrollToItem(item);
+        }
+    }
+}
+
+void ClipListPanel::reloadTripRows()
+{
+    if (!m_tripTable)
+        return;
+    const int selected
+        = m_tripTable->currentItem() ? m_tripTable->currentItem()->data(Qt::UserRole).toInt() : -1;
+    m_tripTable->clear();
+    if (!m_trips)
+        return;
+    const auto notice = [this](const char* key) {
+        auto* item = new QListWidgetItem(localized(key), m_tripTable);
+        item->setFlags(Qt::ItemIsEnabled);
+        item->setForeground(TavroStyle::kSecondaryText);
+    };
+    if (!m_trips->isLoaded()) {
+        if (m_trips->isLoading())
+            notice(LocalizationKeys::kTripsLoading);
+        return;
+    }
+    if (m_trips->trips().isEmpty()) {
+        notice(LocalizationKeys::kNoTrips);
+        return;
+    }
+    const bool miles = SpeedUnit::storedSpeedUnit() != SpeedUnit::kKmph;
+    for (int i = 0; i < m_trips->trips().size(); ++i) {
+        const Trip& trip = m_trips->trips()[i];
+        auto* item = new QListWidgetItem(SessionTexts::tripRowText(trip, miles), m_tripTable);
+        item->setData(Qt::UserRole, i);
+        item->setForeground(TavroStyle::kText);
+        item->setToolTip(
+            QStringLiteral("%1 – %2").arg(QFileInfo(trip.clips.constFirst().path).fileName(),
+                QFileInfo(trip.clips.constLast().path).fileName()));
+    }
+    if (selected >= 0)
+        selectTrip(selected);
 }

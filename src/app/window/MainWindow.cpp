@@ -4,6 +4,7 @@
 #include "app/session/MainWindowController.h"
 #include "app/session/PlaybackSession.h"
 #include "app/session/SettingsRouter.h"
+#include "app/session/TripLibrary.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/FullScreenControlWindow.h"
 #include "app/window/HeaderBar.h"
@@ -115,6 +116,13 @@ void MainWindow::connectClipList()
     m_clipList->setLibrary(&m_controller->library());
     connect(m_clipList, &ClipListPanel::rowDoubleClicked, this,
         [this](int row) { m_controller->videoFileListDoubleClicked(row); });
+    m_clipList->setTripLibrary(&m_controller->trips());
+    connect(m_clipList, &ClipListPanel::tripDoubleClicked, this,
+        [this](int index) { m_controller->playTrip(index); });
+    connect(m_controller.get(), &MainWindowController::tripPlayed, this, [this](int index) {
+        m_clipList->showTrips(true);
+        m_clipList->selectTrip(index);
+    });
     connect(m_clipList, &ClipListPanel::selectFolderButtonTouched, this,
         &MainWindow::selectFolderButtonTouched);
     connect(m_clipList, &ClipListPanel::removeFileButtonTouched, this,

@@ -70,11 +70,13 @@ public:
     void setPlayTimeText(const QString& text) override;
     void setSeekMaximum(double seconds) override;
     void setSeekValue(double seconds) override;
+    void setSeekMarks(const QVector<SeekMark>& marks) override;
     void setSensorTexts(const QString& gx, const QString& gy, const QString& gz, const QString& lat,
         const QString& lng) override;
     void setSpeedometerSpeed(int kmh) override;
     void setGraphClipData(const TavroClipData& clipData) override;
     void addMapRoute(const TavroClipData& clipData) override;
+    void addMapRoutePoints(const QVector<QPointF>& route) override;
     void moveMapToLat(float lat, float lng) override;
     void setMapCovered(bool covered) override;
     void setGpsIndicatorVisible(bool visible) override;

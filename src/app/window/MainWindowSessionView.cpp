@@ -50,6 +50,11 @@ void MainWindow::setSeekValue(double seconds)
     slider->setValue(int(std::lround(seconds * 1000.0)));
 }
 
+void MainWindow::setSeekMarks(const QVector<SeekMark>& marks)
+{
+    m_transport->seekTimeSldierView->setMarks(marks);
+}
+
 void MainWindow::setSensorTexts(
     const QString& gx, const QString& gy, const QString& gz, const QString& lat, const QString& lng)
 {
@@ -69,6 +74,11 @@ void MainWindow::setGraphClipData(const TavroClipData& clipData)
 void MainWindow::addMapRoute(const TavroClipData& clipData)
 {
     m_telemetry->mapController()->addRoute(clipData);
+}
+
+void MainWindow::addMapRoutePoints(const QVector<QPointF>& route)
+{
+    m_telemetry->mapController()->addRoute(route);
 }
 
 void MainWindow::moveMapToLat(float lat, float lng)

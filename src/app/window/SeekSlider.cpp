@@ -1,6 +1,15 @@
 #include "app/window/SeekSlider.h"
 
+#include "style/TavroStyle.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QPainterPath>
 #include <QProxyStyle>
+#include <QStyleOptionSlider>
+#include <QToolTip>
+
+#include <cmath>
 
 namespace {
 
@@ -16,6 +25,25 @@ public:
     }
 };
 
+constexpr int kMarkReach = 4; // pixels either side of a mark that show its tooltip
+const QColor kImpactColour { 0xe5, 0x39, 0x35 };
+const QColor kManualColour { 0x4f, 0xc3, 0xf7 };
+
+QColor colourOf(SeekMark::Kind kind)
+{
+    switch (kind) {
+    case SeekMark::Kind::Impact:
+        return kImpactColour;
+    case SeekMark::Kind::EventClip:
+        return TavroStyle::kAccent;
+    case SeekMark::Kind::ManualClip:
+        return kManualColour;
+    case SeekMark::Kind::ClipStart:
+        break;
+    }
+    return TavroStyle::kSecondaryText;
+}
+
 } // namespace
 
 SeekSlider::SeekSlider(QWidget* parent)
@@ -28,4 +56,80 @@ SeekSlider::SeekSlider(QWidget* parent)
     setStyle(style);
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::PointingHandCursor);
+}
+
+void SeekSlider::setMarks(const QVector<SeekMark>& marks)
+{
+    m_marks = marks;
+    update();
+}
+
+int SeekSlider::markX(const SeekMark& mark) const
+{
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const QRect groove
+        = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+    const QRect handle
+        = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+    const int span = groove.width() - handle.width();
+    const int value = int(std::lround(mark.seconds * 1000.0));
+    return groove.x() + handle.width() / 2
+        + QStyle::sliderPositionFromValue(minimum(), maximum(), value, span);
+}
+
+int SeekSlider::markAt(int x) const
+{
+    int best = -1;
+    int bestDistance = kMarkReach + 1;
+    for (int i = 0; i < m_marks.size(); ++i) {
+        const int distance = std::abs(markX(m_marks[i]) - x);
+        // An event mark wins over a clip start at the same place.
+        const bool better = distance < bestDistance
+            || (distance == bestDistance && best >= 0
+                && m_marks[best].kind == SeekMark::Kind::ClipStart);
+        if (distance <= kMarkReach && better) {
+            best = i;
+            bestDistance = distance;
+        }
+    }
+    return best;
+}
+
+void SeekSlider::paintEvent(QPaintEvent* event)
+{
+    QSlider::paintEvent(event);
+    if (m_marks.isEmpty() || maximum() <= minimum())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const int middle = height() / 2;
+    for (const SeekMark& mark : std::as_const(m_marks)) {
+        const int x = markX(mark);
+        if (mark.kind == SeekMark::Kind::ClipStart) {
+            painter.setPen(QPen(colourOf(mark.kind), 1));
+            painter.drawLine(QPointF(x + 0.5, middle - 5), QPointF(x + 0.5, middle + 5));
+            continue;
+        }
+        // A small triangle above the groove, pointing down at the moment.
+        QPainterPath triangle;
+        triangle.moveTo(x - 4, 0);
+        triangle.lineTo(x + 4, 0);
+        triangle.lineTo(x, middle - 2);
+        triangle.closeSubpath();
+        painter.fillPath(triangle, colourOf(mark.kind));
+    }
+}
+
+bool SeekSlider::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip && !m_marks.isEmpty()) {
+        auto* help = static_cast<QHelpEvent*>(event);
+        const int mark = markAt(help->pos().x());
+        if (mark >= 0) {
+            QToolTip::showText(help->globalPos(), m_marks[mark].toolTip, this);
+            return true;
+        }
+    }
+    return QSlider::event(event);
 }

@@ -1,11 +1,33 @@
 #pragma once
 
+#include "app/session/SessionView.h"
+
 #include <QSlider>
+#include <QVector>
 
 // A horizontal slider that jumps to where it is clicked (the seek and volume
-// sliders of the transport row) instead of stepping a page at a time.
+// sliders of the transport row) instead of stepping a page at a time. While a
+// trip plays, the seek slider shows where its clips begin (thin lines) and its
+// event marks (impacts red, event recordings amber, manual recordings blue),
+// each with its tooltip.
 class SeekSlider : public QSlider {
     Q_OBJECT
 public:
     explicit SeekSlider(QWidget* parent = nullptr);
+
+    // Marks in seconds on a slider that counts milliseconds; none clears them.
+    void setMarks(const QVector<SeekMark>& marks);
+    const QVector<SeekMark>& marks() const { return m_marks; }
+    // Where a mark is drawn, in the slider's coordinates.
+    int markX(const SeekMark& mark) const;
+    // The mark whose tooltip shows at x: an event mark before a clip start;
+    // -1 when none lies within a few pixels.
+    int markAt(int x) const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    QVector<SeekMark> m_marks;
 };

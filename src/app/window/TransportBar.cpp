@@ -39,6 +39,7 @@ TransportBar::TransportBar(QWidget* parent)
     auto* seekRow = new QHBoxLayout;
     seekTimeSldierView = new SeekSlider(this);
     seekTimeSldierView->setObjectName(QStringLiteral("seekTimeSldierView"));
+    seekTimeSldierView->setMinimumHeight(22); // room for a trip's marks above the groove
     playTimeTextField = new QLabel(QStringLiteral("00:00/00:00"), this);
     playTimeTextField->setObjectName(QStringLiteral("playTimeTextField"));
     playTimeTextField->setFont(TavroStyle::tabularFont());

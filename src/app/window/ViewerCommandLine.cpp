@@ -71,11 +71,16 @@ Result parse(const QStringList& arguments)
     const QCommandLineOption play(QStringLiteral("play"),
         QStringLiteral("Play the clip of list row ROW (0 the first) once the window is up."),
         QStringLiteral("ROW"));
+    const QCommandLineOption trip(QStringLiteral("trip"),
+        QStringLiteral("Play trip N (0 the first, as `tavro trips` numbers them) of the folder "
+                       "once the window is up."),
+        QStringLiteral("N"));
     const QCommandLineOption settings(QStringLiteral("settings"),
         QStringLiteral("Open the camera settings of the card once the window is up."));
     parser.addOption(card);
     parser.addOption(noSplash);
     parser.addOption(play);
+    parser.addOption(trip);
     parser.addOption(settings);
     parser.addPositionalArgument(QStringLiteral("folder"),
         QStringLiteral("A folder of clips to list at start, or a clip to play (its folder is "
@@ -118,6 +123,18 @@ Result parse(const QStringList& arguments)
         if (ok && !result.options.clip.isEmpty()) {
             ok = false;
             message = QStringLiteral("tavro-viewer: --play and a clip cannot go together");
+        }
+    }
+    if (ok && parser.isSet(trip)) {
+        bool number = false;
+        result.options.tripNumber = parser.value(trip).toInt(&number);
+        ok = number && result.options.tripNumber >= 0;
+        if (!ok)
+            message = QStringLiteral("tavro-viewer: --trip wants a trip number from 0");
+        if (ok && (parser.isSet(play) || !result.options.clip.isEmpty())) {
+            ok = false;
+            message = QStringLiteral(
+                "tavro-viewer: --trip goes with a folder, not with --play or a clip");
         }
     }
     if (!ok) {

@@ -4,12 +4,13 @@
 #include <QStringList>
 
 // The viewer's command line:
-//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW] [--settings] [FOLDER | CLIP]
+//   tavro-viewer [--card DIR]... [--no-splash] [--play ROW | --trip N] [--settings] [FOLDER | CLIP]
 // --card DIR treats DIR as a mounted memory card (for demos, tests, and cards
 // copied to disk); FOLDER is listed at start instead of the card's clips. A
 // CLIP (path or file:// URL, as the desktop's "Open with" passes it) lists its
-// folder and plays at once. --settings opens the camera settings once the main
-// window is up, as the settings button does.
+// folder and plays at once. --trip N plays trip N of the folder listed
+// (numbered as `tavro trips` numbers them). --settings opens the camera
+// settings once the main window is up, as the settings button does.
 struct ViewerOptions {
     QStringList cardFolders;
     QString folder;
@@ -17,6 +18,7 @@ struct ViewerOptions {
     QString clip;
     bool showSplash = true;
     int playRow = -1;
+    int tripNumber = -1;
     bool openSettings = false;
 };
 

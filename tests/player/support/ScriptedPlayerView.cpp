@@ -149,6 +149,13 @@ void ScriptedPlayerView::setCurrentTime(double seconds)
         seekTo(PlayerRules::wholeSecondSeekTarget(seconds));
 }
 
+void ScriptedPlayerView::setCurrentTimeExactly(double seconds)
+{
+    m_calls << QStringLiteral("setCurrentTimeExactly %1").arg(seconds);
+    if (m_media.loaded)
+        seekTo(seconds);
+}
+
 void ScriptedPlayerView::seekTo(double seconds)
 {
     // Measured from the position the player will have when it gets to the

@@ -37,6 +37,7 @@ public:
     void stepBackward() override;
     float rate() const override { return m_rate; }
     void setCurrentTime(double seconds) override;
+    void setCurrentTimeExactly(double seconds) override;
     double currentTime() const override { return m_media.loaded ? m_media.time : 0.0; }
     double duration() const override { return m_media.ready ? m_media.duration : 0.0; }
     float volume() const override { return m_media.volume; }
