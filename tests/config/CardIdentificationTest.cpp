@@ -8,217 +8,170 @@
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 
+#include <QFileInfo>
+
 #include <gtest/gtest.h>
 
 namespace {
 
-struct IdentifyCase {
-    const char* what;
-    QByteArray setupCfg; // empty: no setup.cfg
-    const char* setupDir; // "SETTING" or "setting"
-    bool blackbox;
-    qint64 modelType;
-    qint32 firmware;
-    int fieldCount;
-};
-
-void expectIdentified(const IdentifyCase& c)
-{
-    CardBuilder card;
-    if (!c.setupCfg.isNull())
-        card.setupCfg(c.setupCfg, QString::fromLatin1(c.setupDir));
-    if (c.blackbox)
-        card.blackboxCfg("[capacity]", QStringLiteral("setting"));
-    TolmSettingManager manager;
-    manager.setSettingDirPath(card.root());
-    manager.identifySettingDir();
-    EXPECT_EQ(manager.modelType(), c.modelType) << c.what;
-    EXPECT_EQ(manager.firmwareVersionInt(), c.firmware) << c.what;
-    EXPECT_EQ(manager.getSettingVariableCount(), c.fieldCount) << c.what;
-}
-
 QByteArray named(const QByteArray& name, int size = 432)
 {
-    return SetupCfgBuilder(size).sizeWord(size).productName(name).bytes();
+    return SetupCfgBuilder(size).productName(name).resize(size).bytes();
 }
 
-QByteArray selfDescribing(const QByteArray& name, qint64 structVersion, int size, qint64 sizeWord)
+// A record that names its layout version and its own length.
+QByteArray described(qint64 structVersion, int size, qint64 sizeWord)
 {
-    return SetupCfgBuilder(size)
-        .sizeWord(sizeWord)
-        .structVersion(structVersion)
-        .productName(name)
-        .bytes();
+    return SetupCfgBuilder(size).sizeWord(sizeWord).structVersion(structVersion).bytes();
+}
+
+QByteArray versioned(const QByteArray& version, int size = 432)
+{
+    return SetupCfgBuilder(size).productName("Tolm").version(version).resize(size).bytes();
 }
 
 } // namespace
 
-TEST(CardIdentificationTest, ProductNamesRoundTripToTheirModels)
+TEST(CardIdentificationTest, ProductNamesFindTheirModelsInAnyCase)
 {
-    // Every model that a card names by its product name is found again from
-    // that name, in any case; the hand-picked Dravi UK (4), the Kel camera
-    // (6) and the self-describing models (26 on) are not named this way.
+    // Every name but the hand-picked Dravi UK (4), the Kel camera (6) and the
+    // models from 26 on; the Pesk camera also writes "esk".
     const QStringList& models = TolmSettingManager::modelNameList();
-    for (qint64 type = 0; type < 26; ++type) {
-        if (type == 4 || type == 6)
-            continue;
-        const QString name = models.at(type);
-        for (const QString& written : { name, name.toUpper(), name.toLower() }) {
-            CardBuilder card;
-            card.setupCfg(named(written.toUtf8()));
-            TolmSettingManager manager;
-            EXPECT_EQ(manager.loadModelTypeWithSDPath(card.root()), type) << qPrintable(written);
-        }
-    }
-    // Worked examples of names that are not in the list as such.
-    const std::pair<const char*, qint64> others[] = { { "esk", 2 }, { "dvr-lusk", 25 } };
-    for (const auto& [name, type] : others) {
+    ASSERT_EQ(models.size(), 29);
+    for (qint64 type = 0; type < 27; ++type) {
+        const QString name = type == 26 ? QStringLiteral("ESK") : models[type].toUpper();
         CardBuilder card;
-        card.setupCfg(named(name));
-        TolmSettingManager manager;
-        EXPECT_EQ(manager.loadModelTypeWithSDPath(card.root()), type) << name;
+        card.setupCfg(named(name.toUtf8()));
+        const qint64 expected = type == 26 ? 2 : type == 4 || type == 6 ? -1 : type;
+        EXPECT_EQ(TolmSettingManager().loadModelTypeWithSDPath(card.root()), expected) << type;
     }
 }
 
 TEST(CardIdentificationTest, IdentificationMatrix)
 {
-    const IdentifyCase cases[] = {
-        { "hand-picked name is not read from a card", named("Dravi UK"), "SETTING", false, -1, 0,
-            60 },
-        { "hand-picked name falls to the Kel test", named("Dravi UK"), "SETTING", true, 6, 0, 60 },
-        { "lower-case folder", named("Tolm"), "setting", false, 1, 0, 60 },
-        { "self-describing record", selfDescribing("Trevo-X", 0x10030, 596, 596), "SETTING", false,
-            26, 0, 116 },
-        { "older layout and blackbox.cfg", selfDescribing("Other", 0x1002F, 596, 596), "SETTING",
-            true, 6, 0, 60 },
-        { "size word one past the file", selfDescribing("Other", 0x10030, 596, 597), "SETTING",
-            false, -1, 0, 60 },
-        { "size word one past, with blackbox", selfDescribing("Other", 0x10030, 596, 597),
-            "SETTING", true, 6, 0, 60 },
-        { "only blackbox.cfg", QByteArray(), "SETTING", true, 6, 0, 60 },
-        { "nothing on the card", QByteArray(), "SETTING", false, -1, 0, 60 },
-        { "empty setup.cfg", QByteArray(""), "SETTING", false, -1, 0, 60 },
-        { "record too short for a name", QByteArray("\x10\0\0\0", 4), "SETTING", true, 6, 0, 60 },
-        { "Dravi at firmware 16",
-            SetupCfgBuilder(464).productName("Dravi").version("1.00.16").bytes(), "SETTING", false,
-            3, 16, 68 },
-        { "Dravi at firmware 17",
-            SetupCfgBuilder(464).productName("Dravi").version("1.02.17").bytes(), "SETTING", false,
-            3, 17, 78 },
-        { "version 2.10", SetupCfgBuilder(432).productName("Tolm").version("2.10").bytes(),
-            "SETTING", false, 1, 10, 60 },
-        { "version without digits",
-            SetupCfgBuilder(432).productName("Tolm").version("1.beta").bytes(), "SETTING", false, 1,
-            0, 60 },
-        { "version too short to hold",
-            SetupCfgBuilder(47).productName("Tolm").version("1.5").resize(47).bytes(), "SETTING",
-            false, 1, 0, 60 },
+    struct Case {
+        QByteArray setupCfg; // null: none
+        bool blackbox; // a setting/blackbox.cfg beside it
+        qint64 modelType;
+        qint32 firmware;
     };
-    for (const IdentifyCase& c : cases)
-        expectIdentified(c);
+    const Case cases[] = {
+        // A name no model has falls to the Kel test, then to unknown.
+        { named("Dravi UK"), false, -1, 0 },
+        { named("dravi"), true, 3, 0 },
+        { named("Dravi UK"), true, 6, 0 },
+        { QByteArray(), true, 6, 0 },
+        { QByteArray(), false, -1, 0 },
+        { QByteArray(""), false, -1, 0 },
+        { QByteArray("\x10\0\0\0", 4), true, 6, 0 },
+        // Self-describing: layout 0x10030 on and a size word equal to the length.
+        { described(0x10030, 596, 596), false, 26, 0 },
+        { described(0x10031, 8, 8), false, 26, 0 },
+        { described(0x1002F, 596, 596), true, 6, 0 },
+        { described(0x10030, 596, 597), false, -1, 0 },
+        { described(0x10030, 596, 595), true, 6, 0 },
+        // The firmware: the leading digits of the version's last piece.
+        { versioned("2.10"), false, 1, 10 },
+        { versioned("1.09rc"), false, 1, 9 },
+        { versioned("1.beta"), false, 1, 0 },
+        { versioned("1.5", 47), false, 1, 0 },
+        { versioned("1.5", 48), false, 1, 5 },
+    };
+    for (const Case& c : cases) {
+        CardBuilder card;
+        if (!c.setupCfg.isNull())
+            card.setupCfg(c.setupCfg);
+        if (c.blackbox)
+            card.blackboxCfg("[capacity]", QStringLiteral("setting"));
+        TolmSettingManager manager;
+        manager.setSettingDirPath(card.root());
+        manager.setFirmwareVersionInt(99);
+        manager.identifySettingDir();
+        EXPECT_EQ(manager.modelType(), c.modelType) << c.setupCfg.left(30).toHex().constData();
+        EXPECT_EQ(manager.firmwareVersionInt(), c.firmware) << c.setupCfg.mid(40, 10).constData();
+    }
+    // The lower-case folder is asked first.
+    CardBuilder both;
+    both.setupCfg(named("Tolm"), QStringLiteral("setting")).setupCfg(named("Orlo"));
+    EXPECT_EQ(TolmSettingManager().loadModelTypeWithSDPath(both.root()), 1);
 }
 
-TEST(CardIdentificationTest, SelfDescribingRecordKeepsTheNameAsWritten)
+TEST(CardIdentificationTest, ModelNamesRegionIdAndVersionText)
 {
     CardBuilder card;
-    card.setupCfg(selfDescribing("NewCam-Pro", 0x10031, 596, 596));
+    card.setupCfg(
+        SetupCfgBuilder(596).sizeWord(596).structVersion(0x10031).productName("New-Pro").bytes());
     TolmSettingManager manager;
     manager.setSettingDirPath(card.root());
     manager.identifySettingDir();
     manager.refreshModelName();
-    EXPECT_EQ(manager.modelType(), 26);
-    EXPECT_EQ(manager.modelName(), QStringLiteral("NewCam-Pro"));
-
-    manager.setModelType(8);
-    manager.refreshModelName();
-    EXPECT_EQ(manager.modelName(), QStringLiteral("Kimbo"));
-}
-
-TEST(CardIdentificationTest, RegionIdIsReadOnlyWhenValid)
-{
-    const std::pair<QByteArray, qint64> cases[] = {
-        { SetupCfgBuilder(464).productName("Dravi").localId(3).bytes(), 3 },
-        { SetupCfgBuilder(464).productName("Dravi").localId(6).bytes(), 6 },
-        { SetupCfgBuilder(464).productName("Dravi").localId(7).bytes(), -1 },
-        { SetupCfgBuilder(464).productName("Dravi").localId(0xFFFFFFFF).bytes(), -1 },
-        { SetupCfgBuilder(463).productName("Dravi").bytes(), -1 },
-    };
-    for (const auto& [file, expected] : cases) {
-        CardBuilder card;
-        card.setupCfg(file);
-        TolmSettingManager manager;
-        EXPECT_EQ(manager.loadLocalIDWithSDPath(card.root()), expected);
-        manager.setLocalID(5);
-        manager.setSettingDirPath(card.root());
-        manager.identifySettingDir();
-        EXPECT_EQ(manager.localID(), expected == -1 ? 5 : expected);
+    EXPECT_EQ(manager.modelName(), QStringLiteral("New-Pro"));
+    for (const qint64 type : { 28, 29 }) {
+        manager.setModelType(type);
+        manager.refreshModelName();
+        EXPECT_EQ(manager.modelName(), type == 28 ? "DVR-Sabro" : "");
     }
-    // Other models never read the region.
-    CardBuilder tolm;
-    tolm.setupCfg(SetupCfgBuilder(464).productName("Tolm").localId(2).bytes());
-    TolmSettingManager manager;
-    manager.setSettingDirPath(tolm.root());
-    manager.identifySettingDir();
-    EXPECT_EQ(manager.localID(), -1);
-}
-
-TEST(CardIdentificationTest, VersionTextIsCutAtItsFieldOrAbsent)
-{
-    CardBuilder card;
+    // The region, read from any record long enough, is taken for the Dravi when valid.
+    const std::pair<QByteArray, qint64> regions[] = {
+        { SetupCfgBuilder(464).productName("Dravi").localId(0).bytes(), 0 },
+        { SetupCfgBuilder(464).productName("Dravi").localId(6).bytes(), 6 },
+        { SetupCfgBuilder(464).productName("Dravi").localId(7).bytes(), 5 },
+        { SetupCfgBuilder(463).productName("Dravi").bytes(), 5 },
+        { SetupCfgBuilder(464).productName("Tolm").localId(2).bytes(), 5 },
+    };
+    for (const auto& [file, kept] : regions) {
+        card.setupCfg(file);
+        manager.setLocalID(5);
+        manager.identifySettingDir();
+        EXPECT_EQ(manager.localID(), kept);
+    }
+    EXPECT_EQ(manager.loadLocalIDWithSDPath(card.root()), 2);
     card.setupCfg(SetupCfgBuilder(48).version("1234567890ABC").bytes());
-    TolmSettingManager manager;
     EXPECT_EQ(manager.loadVersionSDPath(card.root()), QStringLiteral("1234567890"));
-    CardBuilder empty;
-    EXPECT_TRUE(manager.loadVersionSDPath(empty.root()).isNull());
+    EXPECT_TRUE(manager.loadVersionSDPath(CardBuilder().root()).isNull());
 }
 
-TEST(CardIdentificationTest, TheFirstIdentifiedCardAmongTheVolumesWins)
+TEST(CardIdentificationTest, TheFirstIdentifiedCardOnALocalRemovableVolumeWins)
 {
-    CardBuilder fixedDisk, unknown, first, second;
-    fixedDisk.setupCfg(named("Tolm"));
-    unknown.file(QStringLiteral("notes.txt"), "x");
+    CardBuilder fixedDisk, network, unknown, first, second;
+    for (CardBuilder* card : { &fixedDisk, &network, &second })
+        card->setupCfg(named("Tolm"));
     first.setupCfg(named("Orlo"));
-    second.setupCfg(named("Ruva"));
+    const QString nested = fixedDisk.root() + QStringLiteral("/media/CARD");
     auto volumes = std::make_shared<FakeVolumeSource>();
-    volumes->add(fixedDisk.root(), true, false)
-        .add(unknown.root(), true, true)
-        .add(first.root(), true, true)
-        .add(second.root(), true, true);
+    volumes->add(fixedDisk.root(), true, false).add(network.root(), false, true);
+    volumes->add(nested, true, true, QStringLiteral("CARD")).add(unknown.root(), true, true);
+    volumes->add(first.root(), true, true).add(second.root(), true, true);
     ScopedVolumeSource scope(volumes);
-
     TolmSettingManager manager;
     manager.setSettingDirPath(QStringLiteral("/set/beforehand"));
     manager.loadVersionInfo();
     EXPECT_EQ(manager.settingDirPath(), first.root());
     EXPECT_EQ(manager.sdcard_url(), QUrl::fromLocalFile(first.root()));
     EXPECT_EQ(manager.modelType(), 5);
-}
+    // The innermost volume holds a path; a longer name is not below a volume.
+    const std::pair<QString, bool> paths[] = { { first.path("setup.cfg"), true },
+        { first.root() + "-sibling", false }, { network.root(), false },
+        { fixedDisk.root() + "/media", false }, { nested + "/DCIM", true }, { QString(), false } };
+    for (const auto& [path, external] : paths)
+        EXPECT_EQ(Utils::isEXteranlMemoryWithURL(QUrl::fromLocalFile(path)), external)
+            << qPrintable(path);
+    EXPECT_FALSE(Utils::isEXteranlMemoryWithURL(QUrl(QStringLiteral("https://example.invalid/"))));
+    EXPECT_EQ(Utils::volumeNameWithURL(QUrl::fromLocalFile(nested)), QStringLiteral("CARD"));
 
-TEST(CardIdentificationTest, NoIdentifiedCardClearsTheCard)
-{
-    CardBuilder network, unknown;
-    network.setupCfg(named("Tolm"));
-    auto volumes = std::make_shared<FakeVolumeSource>();
-    volumes->add(network.root(), false, true).add(unknown.root(), true, true);
-    ScopedVolumeSource scope(volumes);
-
-    TolmSettingManager manager;
-    manager.setSdcard_url(QUrl::fromLocalFile(QStringLiteral("/old")));
+    // Without an identified card, none is kept.
+    volumes->remove(first.root());
+    volumes->remove(second.root());
     manager.loadVersionInfo();
     EXPECT_TRUE(manager.settingDirPath().isEmpty());
     EXPECT_TRUE(manager.sdcard_url().isEmpty());
     EXPECT_EQ(manager.modelType(), -1);
-}
 
-TEST(CardIdentificationTest, DeclaredFoldersAreCardsWithTheirNames)
-{
-    CardBuilder card;
-    card.setupCfg(named("Sarn"));
-    auto folders = std::make_shared<FolderVolumeSource>();
-    folders->addFolder(card.root(), QStringLiteral("SARN_CARD"));
-    ScopedVolumeSource scope(folders);
-    TolmSettingManager manager;
-    EXPECT_EQ(manager.findSDCardPath(), card.root());
-    EXPECT_EQ(Utils::volumeNameWithURL(QUrl::fromLocalFile(card.path(QStringLiteral("setup.cfg")))),
-        QStringLiteral("SARN_CARD"));
+    // Folders declared as cards, with the names given or their own.
+    ScopedVolumeSource declared(std::make_shared<FolderVolumeSource>(
+        QList<FolderVolumeSource::Folder> { { unknown.root(), {} }, { first.root(), "ORLO" } }));
+    EXPECT_EQ(manager.findSDCardPath(), first.root());
+    EXPECT_EQ(Utils::volumeNameWithURL(QUrl::fromLocalFile(first.path("setup.cfg"))), "ORLO");
+    EXPECT_EQ(Utils::volumeNameWithURL(QUrl::fromLocalFile(unknown.root())),
+        QFileInfo(unknown.root()).fileName());
 }

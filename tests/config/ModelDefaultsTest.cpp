@@ -1,162 +1,76 @@
-// Factory values of the oldest models (as properties: they cover the record
-// and survive a write and a read), the Dravi UK variant and what a defaults
-// run leaves alone.
-#include "CardBuilder.h"
-#include "RecordingAlertSink.h"
-
+// Factory values of the five oldest models, the Dravi UK variant, and what a
+// defaults run leaves alone.
 #include "config/TolmSettingManager.h"
-
-#include <QtEndian>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr qint32 kSentinel = 0x5A5A5A5A;
-const QString kSentinelText = QStringLiteral("sentinel");
+constexpr qint32 kKept = 0x5A5A5A5A;
+const QString kKeptText = QStringLiteral("kept");
 
-struct Expect {
-    SetupField field;
-    qint64 number;
-    const char* text; // used for text fields; nullptr means absent
-};
-
-TolmSettingManager sentinelManager(qint64 modelType, qint64 localID = -1)
+TolmSettingManager defaultsOf(qint64 modelType, qint64 localID = -1)
 {
     TolmSettingManager manager;
     SetupValues values;
-    values.ints.fill(kSentinel);
-    values.texts.fill(kSentinelText);
+    values.ints.fill(kKept);
+    values.texts.fill(kKeptText);
     manager.setValues(values);
     manager.setModelType(modelType);
     manager.setLocalID(localID);
+    manager.loadDefaultValue();
     return manager;
 }
 
-void expectDefaults(
-    qint64 modelType, qint64 localID, int lastTouchedField, std::initializer_list<Expect> expects)
+bool kept(const TolmSettingManager& manager, int index)
 {
-    TolmSettingManager manager = sentinelManager(modelType, localID);
-    manager.loadDefaultValue();
-    for (const Expect& e : expects) {
-        const char* name = SetupRecordLayout::info(e.field).name;
-        if (SetupRecordLayout::info(e.field).kind == SetupFieldKind::Text) {
-            const QString expected = e.text ? QString::fromUtf8(e.text) : QString();
-            EXPECT_EQ(manager.textValue(e.field), expected) << "type " << modelType << " " << name;
-            EXPECT_EQ(manager.textValue(e.field).isNull(), e.text == nullptr) << name;
-        } else {
-            EXPECT_EQ(manager.intValue(e.field), qint32(e.number))
-                << "type " << modelType << " " << name;
-        }
-    }
-    // Every field a model's routine does not name keeps its value.
-    for (int i = 0; i < SetupRecordLayout::kFieldCount; ++i) {
-        const bool touched = i <= lastTouchedField;
-        const auto field = SetupField(i);
-        if (SetupRecordLayout::kFields[size_t(i)].kind == SetupFieldKind::Text)
-            EXPECT_EQ(manager.textValue(field) == kSentinelText, !touched)
-                << "type " << modelType << " field " << i;
-        else
-            EXPECT_EQ(manager.intValue(field) == kSentinel, !touched)
-                << "type " << modelType << " field " << i;
-    }
+    const auto field = SetupField(index);
+    return SetupRecordLayout::kFields[size_t(index)].kind == SetupFieldKind::Text
+        ? manager.textValue(field) == kKeptText
+        : manager.intValue(field) == kKept;
 }
 
 } // namespace
 
-TEST(ModelDefaultsTest, OldModelsDefaultEveryFieldOfTheirRecordAndReadThemBack)
+TEST(ModelDefaultsTest, EachOldModelFillsItsWholeRecordAndNothingElse)
 {
-    for (const qint64 type : { 0, 1, 2, 5 }) {
-        SCOPED_TRACE(testing::Message() << "type " << type);
-        TolmSettingManager manager = sentinelManager(type);
-        const int count = manager.getSettingVariableCount();
-        manager.loadDefaultValue();
-        // Every field of the model's record gets a value, none beyond it.
-        for (int i = 0; i < SetupRecordLayout::kFieldCount; ++i) {
-            const auto field = SetupField(i);
-            const bool kept = SetupRecordLayout::kFields[size_t(i)].kind == SetupFieldKind::Text
-                ? manager.textValue(field) == kSentinelText
-                : manager.intValue(field) == kSentinel;
-            EXPECT_EQ(kept, i >= count) << "field " << i;
-        }
-        // The record announces its own length; the old models name themselves.
-        EXPECT_EQ(manager.intValue(SetupField::checksum), manager.getSaveDataSize());
-        if (type != 5) {
-            EXPECT_EQ(manager.textValue(SetupField::product_name),
-                TolmSettingManager::modelNameList().at(type));
-        }
-
-        // Written to a card and read back, the same values return.
-        CardBuilder card;
-        ScopedAlertRecorder alerts;
-        manager.setSettingDirPath(card.root());
-        ASSERT_TRUE(manager.saveData());
-        TolmSettingManager reread;
-        reread.setSettingDirPath(card.root());
-        reread.setModelType(type);
-        reread.loadData();
-        for (int i = 0; i < count; ++i) {
-            const auto field = SetupField(i);
-            if (SetupRecordLayout::kFields[size_t(i)].kind == SetupFieldKind::Text) {
-                EXPECT_EQ(reread.textValue(field), manager.textValue(field)) << "field " << i;
-            } else {
-                EXPECT_EQ(reread.intValue(field), manager.intValue(field)) << "field " << i;
-            }
-        }
-    }
-}
-
-TEST(ModelDefaultsTest, DraviAndItsUkVariant)
-{
-    using F = SetupField;
-    for (const qint64 type : { 3, 4 }) {
-        expectDefaults(type, 0, 67,
-            {
-                { F::checksum, 464, nullptr },
-                { F::serial_number, 0, "Dravi" },
-                { F::setting_path, 0, "SETTING\\Dravi_Setting.exe" },
-                { F::tz_key, 0, "Pacific Standard Time" },
-                { F::gmt_offset, -480, nullptr },
-                { F::daylight_offset, 1, nullptr },
-                { F::measurement_unit, 0, nullptr },
-                { F::local_id, 0, nullptr },
-                { F::ldws_offset_bottom, 218, nullptr },
-                { F::lcd_off_timer, 30000, nullptr },
-            });
-        expectDefaults(type, 3, 67,
-            {
-                { F::tz_key, 0, "GMT Standard Time" },
-                { F::gmt_offset, 0, nullptr },
-                { F::daylight_offset, 0, nullptr },
-                { F::measurement_unit, 1, nullptr },
-                { F::local_id, 3, nullptr },
-                { F::product_name, 0, "Dravi" },
-            });
-    }
-}
-
-TEST(ModelDefaultsTest, LaterModelsHaveNoBuiltInValues)
-{
-    for (const qint64 type : { -1, 6, 9, 16, 26, 27, 28, 40 }) {
-        TolmSettingManager manager = sentinelManager(type);
-        manager.loadDefaultValue();
+    struct Case {
+        qint64 type;
+        const char* name; // nullptr: no factory values
+        int fields; // the fields the values cover
+        qint32 lcdOffTimer;
+    };
+    const Case cases[] = { { 0, "Ruva", 60, 0 }, { 1, "Tolm", 60, 0 }, { 2, "Pesk", 60, 300000 },
+        { 3, "Dravi", 68, 30000 }, { 4, "Dravi", 68, 30000 }, { 5, "Orlo", 79, 30000 },
+        { -1, nullptr, 0, kKept }, { 6, nullptr, 0, kKept }, { 7, nullptr, 0, kKept },
+        { 26, nullptr, 0, kKept } };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "type " << c.type);
+        const TolmSettingManager manager = defaultsOf(c.type);
         for (int i = 0; i < SetupRecordLayout::kFieldCount; ++i)
-            EXPECT_EQ(manager.values().ints[size_t(i)], kSentinel) << "type " << type;
+            EXPECT_EQ(kept(manager, i), i >= c.fields) << "field " << i;
+        EXPECT_EQ(manager.lcd_off_timer(), c.lcdOffTimer);
+        if (!c.name)
+            continue;
+        EXPECT_EQ(manager.product_name(), QString::fromLatin1(c.name));
+        // The record announces its own length; no version is made up.
+        EXPECT_EQ(manager.checksum(), SetupRecordLayout::recordSize(c.fields));
+        EXPECT_TRUE(manager.version().isNull());
     }
+    // The camera's own spelling of its zone.
+    EXPECT_EQ(defaultsOf(0).tz_key(), QStringLiteral("Parcific Standard Time"));
 }
 
-TEST(ModelDefaultsTest, SavingRuvaDefaultsWritesTheBaseRecord)
+TEST(ModelDefaultsTest, TheDraviUkRunsOnGreenwichTimeAndMiles)
 {
-    CardBuilder card;
-    ScopedAlertRecorder alerts;
-    TolmSettingManager manager = sentinelManager(0);
-    manager.setSettingDirPath(card.root());
-    manager.loadDefaultValue();
-    ASSERT_TRUE(manager.saveData());
-    const QByteArray record = card.read(QStringLiteral("setup.cfg"));
-    ASSERT_EQ(record.size(), 432);
-    EXPECT_EQ(qFromLittleEndian<qint32>(record.constData()), 432);
-    EXPECT_EQ(record.mid(8, 16), QByteArray("Ruva\0\0\0\0\0\0\0\0\0\0\0\0", 16));
-    EXPECT_EQ(record.mid(40, 10), QByteArray(10, '\0'));
-    EXPECT_EQ(record.mid(380, 23), QByteArray("Parcific Standard Time\0", 23));
+    // gmt_offset, daylight_offset, measurement_unit and local_id
+    const auto numbers = [](const TolmSettingManager& m) {
+        return QList<qint32>(
+            { m.gmt_offset(), m.daylight_offset(), m.measurement_unit(), m.local_id() });
+    };
+    for (const qint64 type : { 3, 4 }) {
+        EXPECT_EQ(numbers(defaultsOf(type, 0)), QList<qint32>({ -480, 1, 0, 0 }));
+        EXPECT_EQ(numbers(defaultsOf(type, 3)), QList<qint32>({ 0, 0, 1, 3 }));
+        EXPECT_EQ(defaultsOf(type, 3).tz_key(), QStringLiteral("GMT Standard Time"));
+    }
 }

@@ -1,14 +1,12 @@
-// Loading setup.cfg from a card, its write-back, saving, default.cfg and the
-// editor's reset, on card folders written byte by byte.
+// Loading setup.cfg from a card and its write-back, saving, default.cfg and
+// the editor's reset, on card folders written byte by byte.
 #include "CardBuilder.h"
 #include "RecordingAlertSink.h"
 #include "SetupCfgBuilder.h"
-#include "TestFiles.h"
 
 #include "config/TolmSettingManager.h"
 
 #include <QDir>
-#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -28,11 +26,7 @@ protected:
         fresh->setSettingDirPath(root);
         return *fresh;
     }
-
-    static qint32 wordAt(const QByteArray& bytes, int offset)
-    {
-        return qFromLittleEndian<qint32>(bytes.constData() + offset);
-    }
+    QByteArray written() const { return card.read(QStringLiteral("setup.cfg")); }
 
     CardBuilder card;
     ScopedAlertRecorder alerts;
@@ -40,39 +34,26 @@ protected:
 
 } // namespace
 
-TEST_F(SetupLoadSaveTest, ShortRecordOfANewerModelIsWrittenBackInItsLayout)
+TEST_F(SetupLoadSaveTest, LoadingRewritesTheRecordInTheModelsLayoutUnderSETTING)
 {
-    card.setupCfg(SetupCfgBuilder(432).sizeWord(432).productName("Orlo").int32(428, 2).bytes());
+    // A short record of a newer model, in the lower-case folder, grows; the
+    // fields past its end keep their values.
+    card.setupCfg(SetupCfgBuilder(432).productName("Orlo").int32(428, 2).bytes(), "setting");
+    card.verDat("# Language ISO Code:ko en\n");
     TolmSettingManager& orlo = manager(5, card.root());
-    orlo.setSet_resolution(6); // field 78, beyond the 432-byte file
     orlo.setLow_vol_shutdown(1); // field 68
+    orlo.setSet_resolution(6); // field 78
     orlo.loadData();
     EXPECT_EQ(orlo.cur_language(), 2);
-    const QByteArray written = card.read(QStringLiteral("setup.cfg"));
-    ASSERT_EQ(written.size(), 508);
-    EXPECT_EQ(wordAt(written, 428), 2);
-    EXPECT_EQ(wordAt(written, 464), 1);
-    EXPECT_EQ(wordAt(written, 504), 6);
+    EXPECT_EQ(orlo.languages(), CameraLanguageList({ { 0, "ko" }, { 1, "en" } }));
+    EXPECT_EQ(written(),
+        SetupCfgBuilder(508).productName("Orlo").int32(428, 2).int32(464, 1).int32(504, 6).bytes());
+    // SETTING is read before setting; a longer record is cut to the model's length.
+    const QByteArray letters = SetupCfgBuilder::letterPattern(596).bytes();
+    card.setupCfg(letters);
+    manager(1, card.root()).loadData();
+    EXPECT_EQ(written(), letters.left(432));
     EXPECT_EQ(alerts.sink().requests().size(), 0);
-}
-
-TEST_F(SetupLoadSaveTest, LongerRecordIsCutToTheModelsLength)
-{
-    card.setupCfg(SetupCfgBuilder::letterPattern(596).productName("Tolm").bytes());
-    TolmSettingManager& tolm = manager(1, card.root());
-    tolm.loadData();
-    const QByteArray written = card.read(QStringLiteral("setup.cfg"));
-    EXPECT_EQ(written, SetupCfgBuilder::letterPattern(596).productName("Tolm").bytes().left(432));
-}
-
-TEST_F(SetupLoadSaveTest, LowerCaseFolderIsReadAndTheUpperCaseOneWritten)
-{
-    card.setupCfg(
-        SetupCfgBuilder(432).productName("Ruva").int32(52, 4).bytes(), QStringLiteral("setting"));
-    TolmSettingManager& ruva = manager(0, card.root());
-    ruva.loadData();
-    EXPECT_EQ(ruva.front_resolution(), 4);
-    EXPECT_EQ(card.read(QStringLiteral("setup.cfg")).size(), 432);
 }
 
 TEST_F(SetupLoadSaveTest, MissingRecordAppliesTheModelDefaultsAndWritesNothing)
@@ -82,46 +63,18 @@ TEST_F(SetupLoadSaveTest, MissingRecordAppliesTheModelDefaultsAndWritesNothing)
     EXPECT_EQ(pesk.product_name(), QStringLiteral("Pesk"));
     EXPECT_EQ(pesk.lcd_off_timer(), 300000);
     EXPECT_FALSE(QDir(card.root() + QStringLiteral("/SETTING")).exists());
+    EXPECT_EQ(alerts.sink().requests().size(), 0);
+}
 
+TEST_F(SetupLoadSaveTest, AFailedSaveShowsTheAlertAndKeepsTheOldFile)
+{
     TolmSettingManager& noCard = manager(1, QString());
-    noCard.loadData();
-    EXPECT_EQ(noCard.product_name(), QStringLiteral("Tolm"));
-}
-
-TEST_F(SetupLoadSaveTest, LoadingReadsTheCameraLanguages)
-{
-    card.setupCfg(SetupCfgBuilder(432).productName("Tolm").bytes())
-        .verDat("# Language ISO Code:ko en\n");
-    TolmSettingManager& tolm = manager(1, card.root());
-    tolm.loadData();
-    const CameraLanguageList expected { { 0, QStringLiteral("ko") }, { 1, QStringLiteral("en") } };
-    EXPECT_EQ(tolm.languages(), expected);
-}
-
-TEST_F(SetupLoadSaveTest, SavingWithoutACardShowsTheMemoryCardAlert)
-{
-    TolmSettingManager& tolm = manager(1, QString());
-    tolm.setFront_quality(9);
-    EXPECT_FALSE(tolm.saveData());
+    EXPECT_FALSE(noCard.saveData());
     ASSERT_EQ(alerts.sink().memoryCardErrors(), 1);
     EXPECT_EQ(alerts.sink().requests()[0].buttonKeys, QStringList { QStringLiteral("OK") });
-    EXPECT_EQ(tolm.front_quality(), 9);
-}
-
-TEST_F(SetupLoadSaveTest, AFailedWriteShowsTheAlertAndKeepsTheOldFile)
-{
-    // The setting folder is taken by a file: nothing can be created under it.
-    TestFiles::write(card.root() + QStringLiteral("/SETTING"), "not a folder");
-    TolmSettingManager& tolm = manager(1, card.root());
-    EXPECT_FALSE(tolm.saveData());
-    EXPECT_EQ(
-        TestFiles::read(card.root() + QStringLiteral("/SETTING")), QByteArray("not a folder"));
-
-    // setup.cfg itself is a folder.
-    CardBuilder second;
-    QDir().mkpath(second.path(QStringLiteral("setup.cfg")));
-    TolmSettingManager& other = manager(1, second.root());
-    EXPECT_FALSE(other.saveData());
+    // setup.cfg is a folder.
+    QDir().mkpath(card.path(QStringLiteral("setup.cfg")));
+    EXPECT_FALSE(manager(1, card.root()).saveData());
     EXPECT_EQ(alerts.sink().memoryCardErrors(), 2);
 }
 
@@ -130,7 +83,7 @@ TEST_F(SetupLoadSaveTest, AWriteCutShortLeavesTheOldRecordWhole)
     const QByteArray old = SetupCfgBuilder(300).productName("old").bytes();
     card.setupCfg(old);
     TolmSettingManager& tolm = manager(1, card.root());
-    // Limit file size below the record's length, so the new file fails midway.
+    // A file size limit below the record's length makes the new file fail midway.
     const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
     rlimit previous {};
     getrlimit(RLIMIT_FSIZE, &previous);
@@ -141,66 +94,43 @@ TEST_F(SetupLoadSaveTest, AWriteCutShortLeavesTheOldRecordWhole)
     setrlimit(RLIMIT_FSIZE, &previous);
     std::signal(SIGXFSZ, previousHandler);
     EXPECT_FALSE(saved);
-    EXPECT_EQ(card.read(QStringLiteral("setup.cfg")), old);
+    EXPECT_EQ(written(), old);
     EXPECT_EQ(QDir(card.root() + QStringLiteral("/SETTING")).entryList(QDir::Files),
         QStringList { QStringLiteral("setup.cfg") });
     EXPECT_EQ(alerts.sink().memoryCardErrors(), 1);
 }
 
-TEST_F(SetupLoadSaveTest, DefaultFileFillsFieldsFromTheUpperCaseFolderOnly)
-{
-    TolmSettingManager& tolm = manager(1, card.root());
-    EXPECT_FALSE(tolm.loadDefaultDataFromDefaultCfgFile());
-
-    card.file(QStringLiteral("default.cfg"), SetupCfgBuilder(432).int32(52, 5).bytes(),
-        QStringLiteral("setting"));
-    EXPECT_FALSE(tolm.loadDefaultDataFromDefaultCfgFile());
-
-    tolm.setFront_resolution(1);
-    card.defaultCfg(QByteArray());
-    EXPECT_TRUE(tolm.loadDefaultDataFromDefaultCfgFile());
-    EXPECT_EQ(tolm.front_resolution(), 1);
-
-    card.defaultCfg(SetupCfgBuilder(432).int32(52, 5).productName("Tolm").bytes());
-    EXPECT_TRUE(tolm.loadDefaultDataFromDefaultCfgFile());
-    EXPECT_EQ(tolm.front_resolution(), 5);
-    EXPECT_EQ(tolm.product_name(), QStringLiteral("Tolm"));
-    EXPECT_FALSE(card.exists(QStringLiteral("setup.cfg")));
-
-    TolmSettingManager& noCard = manager(1, QString());
-    EXPECT_FALSE(noCard.loadDefaultDataFromDefaultCfgFile());
-}
-
 TEST_F(SetupLoadSaveTest, ResetTakesTheCardDefaultsButKeepsWhatTheCameraReports)
 {
-    card.defaultCfg(SetupCfgBuilder(432)
-                        .productName("Tolm")
-                        .version("0.00")
-                        .int32(52, 5)
-                        .int32(224, 1)
-                        .bytes());
+    // Only SETTING/default.cfg counts, and an empty one changes nothing.
     TolmSettingManager& current = manager(1, card.root());
+    card.defaultCfg(QByteArray())
+        .file("default.cfg", SetupCfgBuilder(432).int32(52, 7).bytes(), "setting");
+    current.setFront_resolution(1);
+    EXPECT_TRUE(current.loadDefaultDataFromDefaultCfgFile());
+    EXPECT_EQ(current.front_resolution(), 1);
+    EXPECT_FALSE(manager(1, QString()).loadDefaultDataFromDefaultCfgFile());
+
+    card.defaultCfg(SetupCfgBuilder(432).productName("Tolm").version("0.00").int32(52, 5).bytes());
+    manager(1, card.root());
     current.setVersion(QStringLiteral("1.02.17"));
     current.setFirmwareVersionInt(17);
     current.setDriving_guide_version(42);
-    current.setFront_resolution(1);
-    TolmSettingManager* shared = TolmSettingManager::resetSharedToDefaults();
-    EXPECT_EQ(shared, TolmSettingManager::SharedTolmSettingManager());
+    current.setLocalID(2);
     // Whoever held the model before the reset holds the reset one.
-    EXPECT_EQ(shared, &current);
+    EXPECT_EQ(TolmSettingManager::resetSharedToDefaults(), &current);
     EXPECT_EQ(current.front_resolution(), 5);
-    EXPECT_EQ(shared->version(), QStringLiteral("1.02.17"));
-    EXPECT_EQ(shared->firmwareVersionInt(), 17);
-    EXPECT_EQ(shared->driving_guide_version(), 42);
-    EXPECT_EQ(shared->settingDirPath(), card.root());
-    EXPECT_EQ(shared->modelType(), 1);
-}
+    EXPECT_EQ(current.version(), QStringLiteral("1.02.17"));
+    EXPECT_EQ(current.firmwareVersionInt(), 17);
+    EXPECT_EQ(current.driving_guide_version(), 42);
+    EXPECT_EQ(current.localID(), 2);
+    EXPECT_EQ(current.settingDirPath(), card.root());
+    EXPECT_EQ(current.modelType(), 1);
+    EXPECT_FALSE(card.exists(QStringLiteral("setup.cfg")));
 
-TEST_F(SetupLoadSaveTest, ResetWithoutACardFileRunsTheBuiltInValues)
-{
-    TolmSettingManager& dravi = manager(4, card.root());
+    // Without a card file the built-in values of the model run.
+    TolmSettingManager& dravi = manager(4, QString());
     dravi.setLocalID(3);
-    dravi.setFront_resolution(0);
     EXPECT_EQ(TolmSettingManager::resetSharedToDefaults(), &dravi);
     EXPECT_EQ(dravi.front_resolution(), 3);
     EXPECT_EQ(dravi.tz_key(), QStringLiteral("GMT Standard Time"));

@@ -1,529 +1,333 @@
 // Which folders may be formatted: the decision over a fake machine (mount
 // table, sysfs, FUSE daemons, blkid), never over folders merely declared as
-// cards.
+// cards; and the formatter's last look before it formats.
 #include "FakeCardSystem.h"
+#include "FakeVolumeSource.h"
 
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
-#include "settings/format/CardFormatInspector.h"
 #include "settings/format/CardFormatter.h"
 
-#include <QDir>
 #include <QUrl>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace {
 
 // The system disk: /boot, / and /home on three partitions of a SATA disk.
-void addSystemDisk(FakeCardSystem& machine)
+const QString kSystemDisk = QStringLiteral(
+    "disk sda 8:0 sata; part sda sda1 8:1; part sda sda2 8:2; part sda sda3 8:3; "
+    "mount 8:2 / ext4 /dev/sda2; mount 8:1 /boot vfat /dev/sda1; mount 8:3 /home ext4 /dev/sda3;");
+
+// A card reader on USB with the card's partition sdb1 mounted at media/user/FOLDER.
+QString usbCard(const char* folder, const char* label, const char* type = "vfat")
 {
-    machine.addDisk({ QStringLiteral("sda"), 8, 0, FakeCardSystem::Bus::Sata, false });
-    machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda1"), 8, 1);
-    machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda2"), 8, 2);
-    machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda3"), 8, 3);
-    machine.addMount(
-        8, 2, QStringLiteral("/"), QStringLiteral("ext4"), QStringLiteral("/dev/sda2"));
-    machine.addMount(
-        8, 1, QStringLiteral("/boot"), QStringLiteral("vfat"), QStringLiteral("/dev/sda1"));
-    machine.addMount(
-        8, 3, QStringLiteral("/home"), QStringLiteral("ext4"), QStringLiteral("/dev/sda3"));
+    return QStringLiteral("disk sdb 8:16 usb removable; part sdb sdb1 8:17; "
+                          "mount 8:17 media/user/%1 %3 /dev/sdb1 rw,uid=1000,gid=1000,utf8; "
+                          "blkid sdb1 %3 %2 %4;")
+        .arg(QLatin1String(folder), QLatin1String(label), QLatin1String(type),
+            QLatin1String(qstrcmp(type, "vfat") == 0 ? "FAT32" : ""));
 }
 
-// A card reader on USB with the card's partition sdb1, mounted by the kernel.
-QString addUsbCard(FakeCardSystem& machine, ScriptedRunner& runner, const QString& folderName,
-    const QString& label, const QString& type = QStringLiteral("vfat"))
+// The plan in one line: the refusal, or device, type, FAT bits, label, backend and mount kind.
+QString summary(const FormatPlan& plan)
 {
-    machine.addDisk({ QStringLiteral("sdb"), 8, 16, FakeCardSystem::Bus::Usb, true });
-    machine.addPartition(QStringLiteral("sdb"), QStringLiteral("sdb1"), 8, 17);
-    const QString point = machine.folder(QStringLiteral("media/user/") + folderName);
-    machine.addMount(8, 17, point, type, QStringLiteral("/dev/sdb1"),
-        QStringLiteral("rw,uid=1000,gid=1000,fmask=0022,dmask=0022,codepage=437,utf8"));
-    runner.blkid(QStringLiteral("sdb1"), type, label,
-        type == QLatin1String("vfat") ? QStringLiteral("FAT32") : QString());
-    return point;
-}
-
-struct Expect {
-    FormatRefusal refusal = FormatRefusal::None;
-    QString device;
-    QString fileSystem;
-    int fatBits = 0;
-    QString label;
-    FormatBackend backend = FormatBackend::None;
-    MountKind kind = MountKind::Kernel;
-};
-
-Expect refused(FormatRefusal refusal)
-{
-    Expect expect;
-    expect.refusal = refusal;
-    return expect;
+    const char* const refusals[]
+        = { "allowed", "not a mount point", "no block device", "not removable", "system volume",
+              "untitled", "mounted elsewhere", "unsupported", "no permission" };
+    if (!plan.allowed())
+        return QLatin1String(refusals[int(plan.refusal)]);
+    const char* const backends[] = { "none", "udisks", "cli" };
+    const char* const kinds[] = { "kernel", "fusefat", "fuseexfat" };
+    return QStringLiteral("%1 %2/%3 '%4' %5 %6")
+        .arg(plan.deviceName, plan.fileSystem)
+        .arg(plan.fatBits)
+        .arg(plan.label, QLatin1String(backends[int(plan.backend)]),
+            QLatin1String(kinds[int(plan.mountKind)]));
 }
 
 struct Case {
-    const char* name;
-    // Builds the machine and returns the folder the user asks to format.
-    std::function<QString(FakeCardSystem&, ScriptedRunner&)> setup;
-    Expect expect;
+    QString machine; // see FakeCardSystem::build
+    const char* folder; // under the machine
+    const char* expected; // see summary()
     bool isRoot = true;
     bool systemBus = false;
 };
 
-const FormatBackend kCli = FormatBackend::CommandLine;
-
-const Case kCases[] = {
-    { "sd card in a usb reader",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-        },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
-            QStringLiteral("DASHCAM"), kCli } },
-    { "built-in sd reader reports removable 0",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addDisk({ QStringLiteral("mmcblk0"), 179, 0, FakeCardSystem::Bus::SdReader, false });
-            m.addPartition(QStringLiteral("mmcblk0"), QStringLiteral("mmcblk0p1"), 179, 1);
-            const QString point = m.folder(QStringLiteral("media/user/CAM 2"));
-            m.addMount(179, 1, point, QStringLiteral("exfat"), QStringLiteral("/dev/mmcblk0p1"));
-            r.blkid(QStringLiteral("mmcblk0p1"), QStringLiteral("exfat"), QStringLiteral("CAM 2"));
-            return point;
-        },
-        { FormatRefusal::None, QStringLiteral("mmcblk0p1"), QStringLiteral("exfat"), 0,
-            QStringLiteral("CAM 2"), kCli } },
-    { "usb stick that calls itself fixed",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addDisk({ QStringLiteral("sdc"), 8, 32, FakeCardSystem::Bus::Usb, false });
-            const QString point = m.folder(QStringLiteral("media/user/STICK"));
-            m.addMount(8, 32, point, QStringLiteral("vfat"), QStringLiteral("/dev/sdc"));
-            r.blkid(QStringLiteral("sdc"), QStringLiteral("vfat"), QStringLiteral("STICK"),
-                QStringLiteral("FAT16"));
-            return point;
-        },
-        { FormatRefusal::None, QStringLiteral("sdc"), QStringLiteral("vfat"), 16,
-            QStringLiteral("STICK"), kCli } },
-    { "fixed sata disk",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addDisk({ QStringLiteral("sdd"), 8, 48, FakeCardSystem::Bus::Sata, false });
-            const QString point = m.folder(QStringLiteral("data"));
-            m.addMount(8, 48, point, QStringLiteral("vfat"), QStringLiteral("/dev/sdd"));
-            r.blkid(QStringLiteral("sdd"), QStringLiteral("vfat"), QStringLiteral("DATA"));
-            return point;
-        },
-        refused(FormatRefusal::NotRemovable) },
-    { "loop device backed by an image file",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            const QString image = m.folder(QStringLiteral("images")) + QStringLiteral("/card.img");
-            QFile file(image);
-            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            m.addLoop(QStringLiteral("loop3"), 3, image);
-            const QString point = m.folder(QStringLiteral("mnt/DASH CAM"));
-            m.addMount(0, 51, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"),
-                QStringLiteral("rw,user_id=0"));
-            m.addFuseDaemon(4242, QStringLiteral("fusefat"), 51, QStringLiteral("loop3"), point);
-            r.blkid(QStringLiteral("loop3"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"),
-                QStringLiteral("FAT16"));
-            return point;
-        },
-        { FormatRefusal::None, QStringLiteral("loop3"), QStringLiteral("vfat"), 16,
-            QStringLiteral("DASHCAM"), kCli, MountKind::FuseFat } },
-    { "loop device whose image was deleted",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addLoop(QStringLiteral("loop4"), 4, QStringLiteral("/tmp/gone.img (deleted)"));
-            const QString point = m.folder(QStringLiteral("mnt/gone"));
-            m.addMount(7, 4, point, QStringLiteral("vfat"), QStringLiteral("/dev/loop4"));
-            r.blkid(QStringLiteral("loop4"), QStringLiteral("vfat"), QStringLiteral("GONE"));
-            return point;
-        },
-        refused(FormatRefusal::NotRemovable) },
-    { "loop device over another disk",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addLoop(QStringLiteral("loop5"), 5, QStringLiteral("/dev/sda"));
-            const QString point = m.folder(QStringLiteral("mnt/disk"));
-            m.addMount(7, 5, point, QStringLiteral("vfat"), QStringLiteral("/dev/loop5"));
-            r.blkid(QStringLiteral("loop5"), QStringLiteral("vfat"), QStringLiteral("X"));
-            return point;
-        },
-        refused(FormatRefusal::NotRemovable) },
-    { "exfat-fuse names its device in the mount table",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            const QString image = m.folder(QStringLiteral("images")) + QStringLiteral("/x.img");
-            QFile file(image);
-            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            m.addLoop(QStringLiteral("loop6"), 6, image);
-            const QString point = m.folder(QStringLiteral("mnt/EX CARD"));
-            m.addMount(7, 6, point, QStringLiteral("fuseblk"), QStringLiteral("/dev/loop6"),
-                QStringLiteral("rw,user_id=0,allow_other"));
-            m.addFuseDaemon(
-                4343, QStringLiteral("mount.exfat-fuse"), 77, QStringLiteral("loop6"), point);
-            r.blkid(QStringLiteral("loop6"), QStringLiteral("exfat"), QStringLiteral("EX CARD"));
-            return point;
-        },
-        { FormatRefusal::None, QStringLiteral("loop6"), QStringLiteral("exfat"), 0,
-            QStringLiteral("EX CARD"), kCli, MountKind::FuseExfat } },
-    { "fuse daemon of an older kernel found by its command line",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addDisk({ QStringLiteral("sde"), 8, 64, FakeCardSystem::Bus::Usb, true });
-            const QString point = m.folder(QStringLiteral("mnt/old"));
-            m.addMount(0, 60, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"));
-            m.addFuseDaemon(
-                4444, QStringLiteral("fusefat"), 0, QStringLiteral("sde"), point, false);
-            r.blkid(QStringLiteral("sde"), QStringLiteral("vfat"), QStringLiteral("OLD"));
-            return point;
-        },
-        { FormatRefusal::None, QStringLiteral("sde"), QStringLiteral("vfat"), 32,
-            QStringLiteral("OLD"), kCli, MountKind::FuseFat } },
-    { "fuse mount whose program can't be found",
-        [](FakeCardSystem& m, ScriptedRunner&) {
-            const QString point = m.folder(QStringLiteral("mnt/orphan"));
-            m.addMount(0, 61, point, QStringLiteral("fuse.fusefat"), QStringLiteral("fusefat"));
-            return point;
-        },
-        refused(FormatRefusal::NoBlockDevice) },
-    { "removable disk that holds the system (a live stick)",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            m.addDisk({ QStringLiteral("sdf"), 8, 80, FakeCardSystem::Bus::Usb, true });
-            m.addPartition(QStringLiteral("sdf"), QStringLiteral("sdf1"), 8, 81);
-            m.addPartition(QStringLiteral("sdf"), QStringLiteral("sdf2"), 8, 82);
-            m.addMount(
-                8, 81, QStringLiteral("/usr"), QStringLiteral("ext4"), QStringLiteral("/dev/sdf1"));
-            const QString point = m.folder(QStringLiteral("media/user/LIVE"));
-            m.addMount(8, 82, point, QStringLiteral("vfat"), QStringLiteral("/dev/sdf2"));
-            r.blkid(QStringLiteral("sdf2"), QStringLiteral("vfat"), QStringLiteral("LIVE"));
-            return point;
-        },
-        refused(FormatRefusal::SystemVolume) },
-    { "label Untitled",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("Untitled"), QStringLiteral("Untitled"));
-        },
-        refused(FormatRefusal::UntitledVolume) },
-    { "label Untitled 2",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("CARD"), QStringLiteral("Untitled 2"));
-        },
-        refused(FormatRefusal::UntitledVolume) },
-    { "no label, folder Untitled 3",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("Untitled 3"), QString());
-        },
-        refused(FormatRefusal::UntitledVolume) },
-    { "a label that merely contains Untitled",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("MyUntitled"), QStringLiteral("MyUntitled"));
-        },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
-            QStringLiteral("MyUntitled"), kCli } },
-    { "a subfolder of the card",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"))
-                + QStringLiteral("/SETTING");
-        },
-        refused(FormatRefusal::NotAMountPoint) },
-    { "a bind mount of a card's subfolder",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-            const QString bind = m.folder(QStringLiteral("bound"));
-            m.addMount(8, 17, bind, QStringLiteral("vfat"), QStringLiteral("/dev/sdb1"),
-                QStringLiteral("rw"), QStringLiteral("/DCIM"));
-            return bind;
-        },
-        refused(FormatRefusal::NotAMountPoint) },
-    { "card mounted at two places",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            const QString point
-                = addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-            m.addMount(8, 17, m.folder(QStringLiteral("again")), QStringLiteral("vfat"),
-                QStringLiteral("/dev/sdb1"));
-            return point;
-        },
-        refused(FormatRefusal::MountedElsewhere) },
-    { "memory file system",
-        [](FakeCardSystem& m, ScriptedRunner&) {
-            const QString point = m.folder(QStringLiteral("ram"));
-            m.addMount(0, 30, point, QStringLiteral("tmpfs"), QStringLiteral("tmpfs"));
-            return point;
-        },
-        refused(FormatRefusal::NoBlockDevice) },
-    { "ntfs on a card",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(
-                m, r, QStringLiteral("WIN"), QStringLiteral("WIN"), QStringLiteral("ntfs"));
-        },
-        refused(FormatRefusal::UnsupportedFileSystem) },
-    { "desktop user without the system bus",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-        },
-        refused(FormatRefusal::NoPermission), false, false },
-    { "desktop user with UDisks2",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            r.script(QStringLiteral("gdbus"), [](const QStringList& args) {
-                const bool known
-                    = args.contains(QStringLiteral("/org/freedesktop/UDisks2/block_devices/sdb1"));
-                return CommandResult { true, known ? 0 : 1,
-                    known ? QByteArray("interface org.freedesktop.UDisks2.Filesystem {\n}")
-                          : QByteArray() };
-            });
-            return addUsbCard(m, r, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-        },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
-            QStringLiteral("DASHCAM"), FormatBackend::UDisks },
-        false, true },
-    { "blkid not allowed: label from udev's links, type from the mount",
-        [](FakeCardSystem& m, ScriptedRunner& r) {
-            const QString point
-                = addUsbCard(m, r, QStringLiteral("MY CARD"), QStringLiteral("MY CARD"));
-            r.fail(QStringLiteral("blkid"), 2);
-            m.addLabelLink(QStringLiteral("MY\\x20CARD"), QStringLiteral("sdb1"));
-            return point;
-        },
-        { FormatRefusal::None, QStringLiteral("sdb1"), QStringLiteral("vfat"), 32,
-            QStringLiteral("MY CARD"), kCli } },
-};
-
-class CardFormatDecisionTest : public ::testing::TestWithParam<Case> { };
+QList<Case> cases()
+{
+    // Cards in USB and built-in readers, a stick that calls itself fixed, loop
+    // devices and FUSE mounts (one found by its daemon's command line only),
+    // refusals, and a label read from udev's links when blkid may not look.
+    return {
+        { usbCard("DASHCAM", "DASHCAM"), "media/user/DASHCAM",
+            "sdb1 vfat/32 'DASHCAM' cli kernel" },
+        { "disk mmcblk0 179:0 sd; part mmcblk0 mmcblk0p1 179:1; "
+          "mount 179:1 media/user/CAM~2 exfat /dev/mmcblk0p1; blkid mmcblk0p1 exfat CAM~2",
+            "media/user/CAM 2", "mmcblk0p1 exfat/0 'CAM 2' cli kernel" },
+        { "disk sdc 8:32 usb; mount 8:32 STICK vfat /dev/sdc; blkid sdc vfat STICK FAT16", "STICK",
+            "sdc vfat/16 'STICK' cli kernel" },
+        { "disk sdc 8:32 usb; mount 8:32 F12 vfat /dev/sdc; blkid sdc vfat F12 FAT12", "F12",
+            "sdc vfat/12 'F12' cli kernel" },
+        { "disk sdd 8:48 sata; mount 8:48 data vfat /dev/sdd; blkid sdd vfat DATA", "data",
+            "not removable" },
+        { "loop loop3 3 image; mount 0:51 mnt/DASH~CAM fuse.fusefat fusefat rw,user_id=0; "
+          "fuse 4242 fusefat 51 loop3 mnt/DASH~CAM; blkid loop3 vfat DASHCAM FAT16",
+            "mnt/DASH CAM", "loop3 vfat/16 'DASHCAM' cli fusefat" },
+        { "loop loop4 4 /tmp/gone.img~(deleted); mount 7:4 gone vfat /dev/loop4; blkid loop4 "
+          "vfat GONE",
+            "gone", "not removable" },
+        { "loop loop5 5 /dev/sda; mount 7:5 disk vfat /dev/loop5; blkid loop5 vfat X", "disk",
+            "not removable" },
+        { "loop loop6 6 image; mount 7:6 EX~CARD fuseblk /dev/loop6 rw,user_id=0,allow_other; "
+          "fuse 4343 mount.exfat-fuse 77 loop6 EX~CARD; blkid loop6 exfat EX~CARD",
+            "EX CARD", "loop6 exfat/0 'EX CARD' cli fuseexfat" },
+        { "disk sde 8:64 usb removable; mount 0:60 old fuse.fusefat fusefat; "
+          "fuse 4444 fusefat 0 sde old old; blkid sde vfat OLD",
+            "old", "sde vfat/32 'OLD' cli fusefat" },
+        { "mount 0:61 orphan fuse.fusefat fusefat", "orphan", "no block device" },
+        { "mount 0:30 ram tmpfs tmpfs", "ram", "no block device" },
+        { "disk sdf 8:80 usb removable; part sdf sdf1 8:81; part sdf sdf2 8:82; "
+          "mount 8:81 /usr ext4 /dev/sdf1; mount 8:82 LIVE vfat /dev/sdf2; blkid sdf2 vfat LIVE",
+            "LIVE", "system volume" },
+        { usbCard("Untitled", "Untitled"), "media/user/Untitled", "untitled" },
+        { usbCard("CARD", "Untitled~2"), "media/user/CARD", "untitled" },
+        { usbCard("Untitled~3", "-"), "media/user/Untitled 3", "untitled" },
+        { usbCard("MyUntitled", "MyUntitled"), "media/user/MyUntitled",
+            "sdb1 vfat/32 'MyUntitled' cli kernel" },
+        { usbCard("DASHCAM", "DASHCAM"), "media/user/DASHCAM/SETTING", "not a mount point" },
+        { usbCard("DASHCAM", "DASHCAM") + "mount 8:17 bound vfat /dev/sdb1 rw /DCIM", "bound",
+            "not a mount point" },
+        { usbCard("DASHCAM", "DASHCAM") + "mount 8:17 again vfat /dev/sdb1", "media/user/DASHCAM",
+            "mounted elsewhere" },
+        { usbCard("WIN", "WIN", "ntfs"), "media/user/WIN", "unsupported" },
+        { usbCard("DASHCAM", "DASHCAM"), "media/user/DASHCAM", "no permission", false },
+        { usbCard("DASHCAM", "DASHCAM") + "udisks sdb1", "media/user/DASHCAM",
+            "sdb1 vfat/32 'DASHCAM' udisks kernel", false, true },
+        { usbCard("DASHCAM", "DASHCAM") + "udisks sdb2", "media/user/DASHCAM", "no permission",
+            false, true },
+        { usbCard("MY~CARD", "MY~CARD") + "fail blkid 2; label MY\\x20CARD sdb1",
+            "media/user/MY CARD", "sdb1 vfat/32 'MY CARD' cli kernel" },
+    };
+}
 
 } // namespace
 
-TEST_P(CardFormatDecisionTest, DecidesFromMountTableAndSysfs)
+TEST(CardFormatDecisionTest, DecidesFromMountTableAndSysfs)
 {
-    const Case& c = GetParam();
-    FakeCardSystem machine;
-    ScriptedRunner runner;
-    addSystemDisk(machine);
-    const QString folder = c.setup(machine, runner);
-    const FormatPlan plan
-        = CardFormatInspector(machine.system(c.isRoot, c.systemBus), runner).inspect(folder);
-
-    EXPECT_EQ(plan.refusal, c.expect.refusal) << plan.reason.toStdString();
-    EXPECT_FALSE(plan.reason.isEmpty());
-    // Deciding never changes anything: only blkid and gdbus introspect are run.
-    for (const ScriptedRunner::Call& call : runner.calls()) {
-        EXPECT_TRUE(call.program == QLatin1String("blkid")
-            || (call.program == QLatin1String("gdbus")
-                && call.arguments.value(0) == QLatin1String("introspect")))
-            << call.program.toStdString();
+    for (const Case& c : cases()) {
+        SCOPED_TRACE(c.machine.toStdString());
+        FakeCardSystem machine;
+        ScriptedRunner runner;
+        machine.build(kSystemDisk + c.machine, runner);
+        const QString folder = machine.folder(QString::fromUtf8(c.folder));
+        const FormatPlan plan
+            = CardFormatInspector(machine.system(c.isRoot, c.systemBus), runner).inspect(folder);
+        EXPECT_EQ(summary(plan), QString::fromUtf8(c.expected)) << plan.reason.toStdString();
+        EXPECT_FALSE(plan.reason.isEmpty());
+        EXPECT_EQ(plan.mountPoint, plan.allowed() ? folder : plan.mountPoint);
+        // Deciding never changes anything: only blkid and gdbus introspect run.
+        for (const ScriptedRunner::Call& call : runner.calls())
+            EXPECT_TRUE(call.program == QLatin1String("blkid")
+                || call.arguments.value(0) == QLatin1String("introspect"))
+                << call.program.toStdString();
     }
-    if (c.expect.refusal != FormatRefusal::None) {
-        EXPECT_EQ(plan.backend, FormatBackend::None);
-        return;
-    }
-    EXPECT_TRUE(plan.allowed());
-    EXPECT_EQ(plan.mountPoint, folder);
-    EXPECT_EQ(plan.deviceName, c.expect.device);
-    EXPECT_EQ(plan.fileSystem, c.expect.fileSystem);
-    EXPECT_EQ(plan.fatBits, c.expect.fatBits);
-    EXPECT_EQ(plan.label, c.expect.label);
-    EXPECT_EQ(plan.backend, c.expect.backend);
-    EXPECT_EQ(plan.mountKind, c.expect.kind);
 }
-
-INSTANTIATE_TEST_SUITE_P(Machines, CardFormatDecisionTest, ::testing::ValuesIn(kCases),
-    [](const ::testing::TestParamInfo<Case>& info) {
-        std::string name;
-        for (const char* p = info.param.name; *p; ++p)
-            name += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
-        return name;
-    });
-
-// The system stacked on a disk as installers and live sticks do. Each stack is
-// built on partition 2 of `disk` ("sdc", the stick that also holds the card,
-// or "sda", a fixed disk beside it) and mounts the system's root.
-struct SystemStack {
-    const char* name;
-    std::function<void(FakeCardSystem&, const QString& disk, quint32 minor)> build;
-};
-
-const SystemStack kSystemStacks[] = {
-    { "LUKS root",
-        [](FakeCardSystem& m, const QString& disk, quint32) {
-            m.addMapper(QStringLiteral("dm-0"), 0, QStringLiteral("luks-1f2e"), { disk + u'2' });
-            m.addMount(254, 0, QStringLiteral("/"), QStringLiteral("ext4"),
-                QStringLiteral("/dev/mapper/luks-1f2e"));
-        } },
-    { "LVM root on LUKS",
-        [](FakeCardSystem& m, const QString& disk, quint32) {
-            m.addMapper(QStringLiteral("dm-0"), 0, QStringLiteral("luks-1f2e"), { disk + u'2' });
-            m.addMapper(
-                QStringLiteral("dm-1"), 1, QStringLiteral("vg-root"), { QStringLiteral("dm-0") });
-            m.addMount(254, 1, QStringLiteral("/"), QStringLiteral("ext4"),
-                QStringLiteral("/dev/mapper/vg-root"));
-        } },
-    { "LVM root over two disks",
-        [](FakeCardSystem& m, const QString& disk, quint32) {
-            m.addDisk({ QStringLiteral("sde"), 8, 64, FakeCardSystem::Bus::Sata, false });
-            m.addPartition(QStringLiteral("sde"), QStringLiteral("sde1"), 8, 65);
-            m.addMapper(QStringLiteral("dm-0"), 0, QStringLiteral("vg-root"),
-                { QStringLiteral("sde1"), disk + u'2' });
-            m.addMount(254, 0, QStringLiteral("/"), QStringLiteral("xfs"),
-                QStringLiteral("/dev/mapper/vg-root"));
-        } },
-    { "overlay root of a live stick",
-        [](FakeCardSystem& m, const QString& disk, quint32 minor) {
-            m.addMount(8, minor, QStringLiteral("/run/live/medium"), QStringLiteral("iso9660"),
-                QStringLiteral("/dev/") + disk + u'2');
-            m.addLoop(QStringLiteral("loop0"), 0,
-                QStringLiteral("/run/live/medium/live/filesystem.squashfs"));
-            m.addMount(7, 0, QStringLiteral("/run/live/rootfs/filesystem.squashfs"),
-                QStringLiteral("squashfs"), QStringLiteral("/dev/loop0"));
-            m.addMount(0, 40, QStringLiteral("/run/live/overlay"), QStringLiteral("tmpfs"),
-                QStringLiteral("tmpfs"));
-            m.addMount(0, 41, QStringLiteral("/"), QStringLiteral("overlay"),
-                QStringLiteral("overlay"),
-                QStringLiteral("rw,lowerdir=/run/live/rootfs/filesystem.squashfs/,"
-                               "upperdir=/run/live/overlay/rw,workdir=/run/live/overlay/work"));
-        } },
-    { "loop root in an image file",
-        [](FakeCardSystem& m, const QString& disk, quint32 minor) {
-            m.addMount(8, minor, QStringLiteral("/isodevice"), QStringLiteral("ext4"),
-                QStringLiteral("/dev/") + disk + u'2');
-            m.addLoop(QStringLiteral("loop1"), 1, QStringLiteral("/isodevice/boot/root.img"));
-            m.addMount(
-                7, 1, QStringLiteral("/"), QStringLiteral("ext4"), QStringLiteral("/dev/loop1"));
-        } },
-    { "btrfs root with an anonymous device number",
-        [](FakeCardSystem& m, const QString& disk, quint32) {
-            m.addMount(0, 31, QStringLiteral("/"), QStringLiteral("btrfs"),
-                QStringLiteral("/dev/") + disk + u'2', QStringLiteral("rw,subvol=/@"),
-                QStringLiteral("/@"));
-        } },
-};
 
 TEST(CardFormatDecisionTest, NoVolumeOnADiskUnderTheSystemHoweverDeepItIsStacked)
 {
-    for (const SystemStack& stack : kSystemStacks) {
+    // The system stacked on partition 2 of DISK (the stick that also holds
+    // the card, or a fixed disk beside it), as installers and live sticks do.
+    const std::pair<const char*, const char*> stacks[] = {
+        { "LUKS root", "mapper dm-0 0 luks-1f2e DISK2; mount 254:0 / ext4 /dev/mapper/luks-1f2e" },
+        { "LVM root on LUKS",
+            "mapper dm-0 0 luks-1f2e DISK2; mapper dm-1 1 vg-root dm-0; mount 254:1 / ext4 "
+            "/dev/mapper/vg-root" },
+        { "LVM root over two disks",
+            "disk sde 8:64 sata; part sde sde1 8:65; mapper dm-0 0 vg-root sde1,DISK2; "
+            "mount 254:0 / xfs /dev/mapper/vg-root" },
+        { "overlay root of a live stick",
+            "mount 8:MINOR /run/live/medium iso9660 /dev/DISK2; "
+            "loop loop0 0 /run/live/medium/live/filesystem.squashfs; "
+            "mount 7:0 /run/live/rootfs/filesystem.squashfs squashfs /dev/loop0; "
+            "mount 0:40 /run/live/overlay tmpfs tmpfs; mount 0:41 / overlay overlay "
+            "rw,lowerdir=/run/live/rootfs/filesystem.squashfs/,upperdir=/run/live/overlay/rw,"
+            "workdir=/run/live/overlay/work" },
+        { "loop root in an image file",
+            "mount 8:MINOR /isodevice ext4 /dev/DISK2; loop loop1 1 /isodevice/boot/root.img; "
+            "mount 7:1 / ext4 /dev/loop1" },
+        { "btrfs root with an anonymous device number",
+            "mount 0:31 / btrfs /dev/DISK2 rw,subvol=/@ /@" },
+    };
+    for (const auto& [name, stack] : stacks) {
         for (const bool sameStick : { true, false }) {
-            SCOPED_TRACE(std::string(stack.name) + (sameStick ? ", on the card's stick" : ""));
+            SCOPED_TRACE(std::string(name) + (sameStick ? ", on the card's stick" : ""));
             FakeCardSystem machine;
             ScriptedRunner runner;
-            machine.addDisk({ QStringLiteral("sda"), 8, 0, FakeCardSystem::Bus::Sata, false });
-            machine.addPartition(QStringLiteral("sda"), QStringLiteral("sda2"), 8, 2);
-            machine.addDisk({ QStringLiteral("sdc"), 8, 32, FakeCardSystem::Bus::Usb, true });
-            machine.addPartition(QStringLiteral("sdc"), QStringLiteral("sdc1"), 8, 33);
-            machine.addPartition(QStringLiteral("sdc"), QStringLiteral("sdc2"), 8, 34);
-            const QString disk = sameStick ? QStringLiteral("sdc") : QStringLiteral("sda");
-            stack.build(machine, disk, sameStick ? 34 : 2);
-            const QString card = machine.folder(QStringLiteral("media/user/DASHCAM"));
-            machine.addMount(8, 33, card, QStringLiteral("vfat"), QStringLiteral("/dev/sdc1"));
-            runner.blkid(QStringLiteral("sdc1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"));
-
-            const FormatPlan plan = CardFormatInspector(machine.system(), runner).inspect(card);
-            EXPECT_EQ(plan.refusal, sameStick ? FormatRefusal::SystemVolume : FormatRefusal::None)
-                << plan.reason.toStdString();
+            machine.build(
+                QStringLiteral("disk sda 8:0 sata; part sda sda2 8:2; disk sdc 8:32 usb removable; "
+                               "part sdc sdc1 8:33; part sdc sdc2 8:34;")
+                    + QString::fromLatin1(stack)
+                          .replace(QStringLiteral("DISK"), sameStick ? "sdc" : "sda")
+                          .replace(QStringLiteral("MINOR"), sameStick ? "34" : "2")
+                    + "; mount 8:33 DASHCAM vfat /dev/sdc1; blkid sdc1 vfat DASHCAM",
+                runner);
+            const FormatPlan plan
+                = CardFormatInspector(machine.system(), runner).inspect(machine.folder("DASHCAM"));
+            EXPECT_EQ(
+                summary(plan), sameStick ? "system volume" : "sdc1 vfat/32 'DASHCAM' cli kernel");
         }
     }
 }
 
-TEST(CardFormatDecisionTest, FixedDisksAreNeverAskedAboutTheirLabel)
+TEST(CardFormatDecisionTest, SystemFoldersAndDeclaredCardsAreRefusedWithoutAsking)
 {
     FakeCardSystem machine;
     ScriptedRunner runner;
-    addSystemDisk(machine);
-    runner.blkid(QStringLiteral("sda2"), QStringLiteral("ext4"), QStringLiteral("root"));
-    const FormatPlan plan
-        = CardFormatInspector(machine.system(), runner).inspect(QStringLiteral("/"));
-    EXPECT_EQ(plan.refusal, FormatRefusal::NotRemovable);
-    EXPECT_TRUE(runner.calls().isEmpty());
-}
-
-TEST(CardFormatDecisionTest, TheMountPointOfAProtectedFolderIsRefusedEvenOnACard)
-{
-    FakeCardSystem machine;
-    ScriptedRunner runner;
-    addSystemDisk(machine);
-    const QString point
-        = addUsbCard(machine, runner, QStringLiteral("CACHE"), QStringLiteral("CACHE"));
+    machine.build(kSystemDisk + usbCard("CACHE", "CACHE")
+            + "disk sdd 8:48 sata; mount 8:48 fixed vfat /dev/sdd",
+        runner);
     CardFormatSystem system = machine.system();
-    system.protectedPaths << point + QStringLiteral("/tavro-cache");
-    EXPECT_EQ(
-        CardFormatInspector(system, runner).inspect(point).refusal, FormatRefusal::SystemVolume);
-}
-
-TEST(CardFormatDecisionTest, AFolderDeclaredAsACardOnAFixedDiskIsStillRefused)
-{
+    // Fixed disks are never asked about their label.
+    EXPECT_EQ(summary(CardFormatInspector(system, runner).inspect("/")), "not removable");
+    EXPECT_TRUE(runner.calls().isEmpty());
+    // The mount point of a protected folder is refused even on a card.
+    const QString card = machine.folder("media/user/CACHE");
+    system.protectedPaths << card + QStringLiteral("/tavro-cache");
+    EXPECT_EQ(summary(CardFormatInspector(system, runner).inspect(card)), "system volume");
     // The viewer's --card option makes any folder look like a card to the
     // clip list; the format looks at the real disk underneath.
-    FakeCardSystem machine;
-    ScriptedRunner runner;
-    addSystemDisk(machine);
-    const QString declared = machine.folder(QStringLiteral("demo-card"));
-    const QString mounted = machine.folder(QStringLiteral("fixed-volume"));
-    machine.addDisk({ QStringLiteral("sdd"), 8, 48, FakeCardSystem::Bus::Sata, false });
-    machine.addMount(8, 48, mounted, QStringLiteral("vfat"), QStringLiteral("/dev/sdd"));
-    auto cards = std::make_shared<FolderVolumeSource>();
-    cards->addFolder(declared, QStringLiteral("DASHCAM"));
-    cards->addFolder(mounted, QStringLiteral("DASHCAM"));
-    Utils::setVolumeSource(cards);
+    const QString declared = machine.folder("demo-card");
+    ScopedVolumeSource cards(
+        std::make_shared<FolderVolumeSource>(QList<FolderVolumeSource::Folder> {
+            { declared, "DASHCAM" }, { machine.folder("fixed"), "DASHCAM" } }));
     ASSERT_TRUE(Utils::isEXteranlMemoryWithURL(QUrl::fromLocalFile(declared)));
-
     const CardFormatInspector inspector(machine.system(), runner);
-    EXPECT_EQ(inspector.inspect(declared).refusal, FormatRefusal::NotAMountPoint);
-    EXPECT_EQ(inspector.inspect(mounted).refusal, FormatRefusal::NotRemovable);
-    EXPECT_EQ(inspector.inspect(machine.root() + QStringLiteral("/missing")).refusal,
-        FormatRefusal::NotAMountPoint);
-    Utils::setVolumeSource(nullptr);
+    EXPECT_EQ(summary(inspector.inspect(declared)), "not a mount point");
+    EXPECT_EQ(summary(inspector.inspect(machine.folder("fixed"))), "not removable");
+    EXPECT_EQ(summary(inspector.inspect(machine.root() + "/missing")), "not a mount point");
+    // UDisks2 escapes every byte outside [A-Za-z0-9] in its object paths.
+    EXPECT_EQ(udisksBlockObjectPath(QStringLiteral("az09AZ-_.@[`{/:")),
+        QStringLiteral("/org/freedesktop/UDisks2/block_devices/az09AZ_2d_5f_2e_40_5b_60_7b_2f_3a"));
 }
 
-TEST(CardFormatDecisionTest, UDisksObjectPathsEscapeWhatDBusPathsCannotHold)
+namespace {
+
+// Every command after the first `skip` as one line: "program arg arg".
+QStringList commands(const ScriptedRunner& runner, qsizetype skip)
 {
-    EXPECT_EQ(udisksBlockObjectPath(QStringLiteral("mmcblk0p1")),
-        QStringLiteral("/org/freedesktop/UDisks2/block_devices/mmcblk0p1"));
-    EXPECT_EQ(udisksBlockObjectPath(QStringLiteral("dm-0")),
-        QStringLiteral("/org/freedesktop/UDisks2/block_devices/dm_2d0"));
+    QStringList lines;
+    for (const auto& call : runner.calls().mid(skip))
+        lines << (QStringList { call.program } + call.arguments).join(u' ');
+    return lines;
 }
 
-TEST(CardFormatDecisionTest, TheFormatterLooksAgainAndLeavesAnotherCardAlone)
+} // namespace
+
+TEST(CardFormatDecisionTest, TheFormatterLooksAgainRunsItsCommandsAndSaysHowItEnded)
 {
     FakeCardSystem machine;
     auto runner = std::make_shared<ScriptedRunner>();
-    addSystemDisk(machine);
-    const QString point
-        = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
+    machine.build(kSystemDisk + usbCard("DASHCAM", "DASHCAM"), *runner);
     for (const char* tool : { "umount", "mkfs.vfat", "mount" })
         runner->succeed(QString::fromLatin1(tool));
-    const CardFormatter formatter(machine.system(), runner);
-    const FormatPlan plan = formatter.inspectNow(point);
+    CardFormatActivity activity;
+    const CardFormatter formatter(machine.system(), runner, activity);
+    const FormatPlan plan = formatter.inspectNow(machine.folder("media/user/DASHCAM"));
     ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
-
-    // Another card went in at the same folder while the question was up: one
-    // with another label, then one with the same label but another serial.
     EXPECT_EQ(plan.serial, QStringLiteral("1234-ABCD"));
-    for (const auto& [label, serial] :
-        { std::pair { "OTHER", "1234-ABCD" }, std::pair { "DASHCAM", "5678-0000" } }) {
-        runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QLatin1String(label),
-            QStringLiteral("FAT32"), QLatin1String(serial));
-        const FormatResult changed = formatter.formatNow(plan);
-        EXPECT_EQ(changed.outcome, FormatResult::Outcome::Failed) << serial;
-        EXPECT_TRUE(changed.mounted);
-        EXPECT_FALSE(runner->programs().contains(QStringLiteral("umount"))) << serial;
+    // The kernel's driver mounts the card again with its options.
+    qsizetype looked = runner->calls().size() + 1;
+    EXPECT_TRUE(formatter.formatNow(plan).succeeded());
+    EXPECT_EQ(commands(*runner, looked),
+        QStringList({ "umount " + plan.mountPoint, "blkid -p -o udev /dev/sdb1",
+            "mkfs.vfat -F 32 -n DASHCAM /dev/sdb1",
+            "mount -t vfat -o nosuid,nodev,uid=1000,gid=1000,utf8 /dev/sdb1 " + plan.mountPoint }));
+
+    // A failing step: whether the card is mounted, and what the result says.
+    using O = FormatResult::Outcome;
+    const std::tuple<const char*, int, O, bool, const char*, int> failures[] = {
+        { "umount", 1, O::Failed, true, "nothing was changed", 1 },
+        { "umount", -1, O::NotStarted, true, "could not be run", 1 }, // not installed
+        { "mkfs.vfat", 1, O::Failed, true, "mounted again", 4 },
+        { "mkfs.vfat", -1, O::Failed, true, "could not be run", 4 },
+        { "mount", 1, O::Failed, false, "no longer mounted", 4 },
+    };
+    for (const auto& [tool, exit, outcome, mounted, mentions, ran] : failures) {
+        SCOPED_TRACE(std::string(tool) + " " + std::to_string(exit));
+        if (exit < 0)
+            runner->script(
+                QString::fromLatin1(tool), [](const QStringList&) { return CommandResult {}; });
+        else
+            runner->fail(QString::fromLatin1(tool), exit, "device is busy\n");
+        looked = runner->calls().size() + 1;
+        const FormatResult result = formatter.formatNow(plan);
+        EXPECT_EQ(result.outcome, outcome);
+        EXPECT_EQ(result.mounted, mounted);
+        EXPECT_EQ(result.mountPoint, mounted ? plan.mountPoint : QString());
+        EXPECT_EQ(commands(*runner, looked).size(), ran);
+        EXPECT_TRUE(result.detail.contains(QLatin1String(mentions))) << result.detail.toStdString();
+        runner->succeed(QString::fromLatin1(tool));
     }
 
-    // The same card is formatted.
-    runner->blkid(QStringLiteral("sdb1"), QStringLiteral("vfat"), QStringLiteral("DASHCAM"),
-        QStringLiteral("FAT32"));
-    EXPECT_TRUE(formatter.formatNow(plan).succeeded());
-    EXPECT_TRUE(runner->programs().contains(QStringLiteral("mkfs.vfat")));
+    // Another card went in at the same folder while the question was up: one
+    // with another label, then one with the same label but another serial;
+    // and one whose serial changes only once unmounted.
+    for (const auto& [label, serial] :
+        { std::pair { "OTHER", "1234-ABCD" }, { "DASHCAM", "5678-0000" } }) {
+        runner->blkid(
+            QStringLiteral("sdb1"), QStringLiteral("vfat"), label, QStringLiteral("FAT32"), serial);
+        looked = runner->calls().size() + 1;
+        const FormatResult changed = formatter.formatNow(plan);
+        EXPECT_EQ(changed.outcome, O::Failed) << serial;
+        EXPECT_TRUE(changed.mounted);
+        EXPECT_TRUE(commands(*runner, looked).isEmpty()) << serial; // not even unmounted
+    }
+    int probes = 0;
+    runner->script(QStringLiteral("blkid"), [&probes](const QStringList&) {
+        return CommandResult { true, 0,
+            ++probes > 1 ? "ID_FS_UUID=9999-0000\n"
+                         : "ID_FS_LABEL_ENC=DASHCAM\nID_FS_UUID=1234-ABCD\nID_FS_TYPE=vfat\nID_FS_"
+                           "VERSION=FAT32\n" };
+    });
+    looked = runner->calls().size() + 1;
+    const FormatResult swapped = formatter.formatNow(plan);
+    EXPECT_EQ(swapped.outcome, O::Failed);
+    EXPECT_TRUE(swapped.detail.contains(QLatin1String("serial 1234-ABCD, now 9999-0000")))
+        << swapped.detail.toStdString();
+    EXPECT_EQ(
+        commands(*runner, looked).size(), 3); // unmounted, looked, mounted again: nothing made
+    EXPECT_FALSE(activity.isRunning());
+
+    // Once the viewer has begun to quit, a format asked for never starts, nor looks.
+    EXPECT_FALSE(activity.closeStarts());
+    looked = runner->calls().size();
+    const FormatResult late = formatter.formatNow(plan);
+    EXPECT_EQ(late.outcome, O::NotStarted);
+    EXPECT_TRUE(late.mounted);
+    EXPECT_EQ(runner->calls().size(), looked);
 }
 
-TEST(CardFormatDecisionTest, AFormatAskedForOnceTheViewerQuitsNeverStarts)
+TEST(CardFormatDecisionTest, ADesktopUserFormatsThroughUDisks)
 {
     FakeCardSystem machine;
     auto runner = std::make_shared<ScriptedRunner>();
-    addSystemDisk(machine);
-    const QString point
-        = addUsbCard(machine, *runner, QStringLiteral("DASHCAM"), QStringLiteral("DASHCAM"));
-    CardFormatActivity activity;
-    const CardFormatter formatter(machine.system(), runner, activity);
-    const FormatPlan plan = formatter.inspectNow(point);
-    ASSERT_TRUE(plan.allowed()) << plan.reason.toStdString();
-    const qsizetype inspected = runner->calls().size();
-
-    EXPECT_FALSE(activity.closeStarts()); // nothing running yet
+    machine.build(kSystemDisk + usbCard("DASHCAM", "DASH'CAM") + "udisks sdb1", *runner);
+    const CardFormatter formatter(machine.system(false, true), runner);
+    const FormatPlan plan = formatter.inspectNow(machine.folder("media/user/DASHCAM"));
+    ASSERT_EQ(summary(plan), "sdb1 vfat/32 'DASH'CAM' udisks kernel");
+    // The formatter looks again (the same calls) before it formats.
+    const qsizetype looked = 2 * runner->calls().size();
     const FormatResult result = formatter.formatNow(plan);
-    EXPECT_EQ(result.outcome, FormatResult::Outcome::NotStarted);
-    EXPECT_TRUE(result.mounted);
-    EXPECT_EQ(runner->calls().size(), inspected) << "not even looked at again";
-    EXPECT_FALSE(activity.isRunning());
+    ASSERT_TRUE(result.succeeded()) << result.detail.toStdString();
+    EXPECT_EQ(result.mountPoint, QStringLiteral("/media/user/DASHCAM1"));
+    const QString call
+        = QStringLiteral("gdbus call --system --dest org.freedesktop.UDisks2 --object-path "
+                         "/org/freedesktop/UDisks2/block_devices/sdb1 --timeout 3600 --method ");
+    // Type and label travel as two separate arguments; the quote is escaped for GVariant.
+    EXPECT_EQ(commands(*runner, looked),
+        QStringList({ call + "org.freedesktop.UDisks2.Filesystem.Unmount {}",
+            call + "org.freedesktop.DBus.Properties.Get org.freedesktop.UDisks2.Block IdUUID",
+            call + "org.freedesktop.UDisks2.Block.Format vfat {'label': <'DASH\\'CAM'>}",
+            call + "org.freedesktop.UDisks2.Filesystem.Mount {}" }));
 }

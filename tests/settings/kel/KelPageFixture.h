@@ -9,8 +9,7 @@
 #include <gtest/gtest.h>
 
 // A Kel camera's card (model Wenna) in a temporary folder, identified as the
-// shared settings model's card, with the default blackbox.cfg unless a test
-// writes its own.
+// shared settings model's card.
 class KelPageFixture : public ::testing::Test {
 protected:
     void SetUp() override
@@ -26,35 +25,30 @@ protected:
         KelSettingManager::setSharedKelSettingManager(nullptr);
     }
 
-    // The built-in default file's lines (what a fresh Wenna card holds).
-    static QStringList defaultLines()
+    // The built-in default file's lines (what a fresh Wenna card holds) with
+    // the values of `changes` ("park_mode=1 const=35") in place.
+    static QStringList lines(const char* changes = "")
     {
-        return KelSettingManager::linesFromText(KelSettingManager::defaultFileText());
-    }
-
-    // Writes the lines as the card's blackbox.cfg and loads them as the
-    // viewer does before opening the page.
-    KelSettingManager& cardWith(const QStringList& lines)
-    {
-        m_card.blackboxCfg(crlfLines(lines));
-        KelSettingManager* kel = KelSettingManager::SharedKelSettingManager();
-        kel->loadData();
-        return *kel;
-    }
-
-    QByteArray cardFile() const { return m_card.read(QStringLiteral("blackbox.cfg")); }
-
-    // `lines` with the first line beginning with key replaced by key + value.
-    static QStringList with(QStringList lines, const QString& key, const QString& value)
-    {
-        for (QString& line : lines) {
-            if (line.startsWith(key)) {
-                line = key + value;
-                break;
+        QStringList all = KelSettingManager::linesFromText(KelSettingManager::defaultFileText());
+        for (const QString& change : QString::fromLatin1(changes).split(u' ', Qt::SkipEmptyParts)) {
+            const QString key = change.section(u'=', 0, 0) + u'=';
+            for (QString& line : all) {
+                if (line.startsWith(key)) {
+                    line = change;
+                    break;
+                }
             }
         }
-        return lines;
+        return all;
     }
+    // Writes the lines as the card's blackbox.cfg and loads them as the
+    // viewer does before opening the page.
+    void cardWith(const QStringList& lines)
+    {
+        m_card.blackboxCfg(crlfLines(lines));
+        KelSettingManager::SharedKelSettingManager()->loadData();
+    }
+    QByteArray cardFile() const { return m_card.read(QStringLiteral("blackbox.cfg")); }
 
     CardBuilder m_card;
     ScopedAlertRecorder m_alerts;

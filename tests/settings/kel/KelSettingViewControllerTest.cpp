@@ -1,17 +1,15 @@
 // The Kel camera's settings page without a window: what each control writes
-// into blackbox.cfg, what the page shows for the file's values, sliders,
-// the clock group, and the OK / Cancel / Reset buttons against the card.
+// into blackbox.cfg and shows for the file's values, sliders, the clock group,
+// and the OK / Cancel / Reset buttons against the card.
 #include "KelPageFixture.h"
 
 #include "UnreadableFile.h"
-#include "settings/SettingsPages.h"
 #include "settings/kel/KelSettingViewController.h"
-
-#include <QDateTime>
 
 namespace {
 
 using Change = SettingsPageModel::Change;
+using Page = KelSettingViewController;
 const QDateTime kNow(QDate(2016, 3, 7), QTime(14, 5, 9));
 
 class KelPageTest : public KelPageFixture {
@@ -24,7 +22,7 @@ protected:
     }
     int value(const QString& name) const { return m_page->control(name)->value; }
     bool enabled(const QString& name) const { return m_page->control(name)->enabled; }
-    QStringList lines() const
+    QStringList current() const
     {
         return KelSettingManager::SharedKelSettingManager()->linedSettings();
     }
@@ -32,323 +30,173 @@ protected:
     std::unique_ptr<KelSettingViewController> m_page;
 };
 
-using Page = KelSettingViewController;
-
 } // namespace
 
-TEST_F(KelPageTest, FactoryBuildsTheKelPageOnlyForTheWenna)
+TEST_F(KelPageTest, EachControlWritesOnlyItsLinesAndReadsThemBack)
 {
-    EXPECT_EQ(createSettingsPageModel(6)->family(), QStringLiteral("Kel"));
-    EXPECT_EQ(createKelSettingsPageModel(5), nullptr);
-    EXPECT_EQ(createSettingsPageModel(26), nullptr);
-    EXPECT_EQ(createSettingsPageModel(-1), nullptr);
-}
-
-// Each control's change replaces exactly its own line, in place.
-TEST_F(KelPageTest, EachControlWritesOnlyItsLine)
-{
-    struct Case {
-        QString control;
-        int value;
-        QString key;
-        QString written;
+    // Parking on, so that the voltage group can be used; partition type B.
+    const char* const base = "park_mode=1 const=35 event=17 park=4 manual=39";
+    const std::tuple<QString, int, const char*> cases[] = {
+        { Page::kVoiceGuidance, 1, "voice_out=0" },
+        { Page::kParkingMode, 1, "park_mode=0" },
+        { Page::kDst, 0, "summer_time=1" },
+        { Page::kVoiceRecord, 1, "mic_in=0" },
+        { Page::kLanguage, 1, "language=fr" },
+        { Page::kSpeedUnit, 1, "osd_speed=2" },
+        { Page::kSecurityLed, 1, "front_led=0" },
+        { Page::kVoiceVolume, 6, "voice_volume=6" },
+        { Page::kImpact, 2, "acc_level=2" },
+        { Page::kMotion, 1, "motion_level=1" },
+        { Page::kTimeZone, 0, "local_time=-10.000000" },
+        { Page::kTimeZone, 10, "local_time=9.500000" },
+        { Page::kTimeZone, 11, "local_time=10.000000" },
+        // The camera cuts its power at 11.8, 12.0 or 12.2 V; "0" never.
+        { Page::kParkingVoltage, 0, "power_off_vlt=0" },
+        { Page::kParkingVoltage, 3, "power_off_vlt=12200" },
+        { Page::kMemoryPartition, 0, "const=60 event=22 park=4 manual=9" },
+        { Page::kMemoryPartition, 2, "const=53 event=19 park=14 manual=9" },
     };
-    const Case cases[] = {
-        { Page::kVoiceGuidance, 1, QStringLiteral("voice_out="), QStringLiteral("0") },
-        { Page::kParkingMode, 0, QStringLiteral("park_mode="), QStringLiteral("1") },
-        { Page::kDst, 0, QStringLiteral("summer_time="), QStringLiteral("1") },
-        { Page::kVoiceRecord, 1, QStringLiteral("mic_in="), QStringLiteral("0") },
-        { Page::kLanguage, 1, QStringLiteral("language="), QStringLiteral("fr") },
-        { Page::kSpeedUnit, 1, QStringLiteral("osd_speed="), QStringLiteral("2") },
-        { Page::kSecurityLed, 1, QStringLiteral("front_led="), QStringLiteral("0") },
-        { Page::kVoiceVolume, 6, QStringLiteral("voice_volume="), QStringLiteral("6") },
-        { Page::kImpact, 2, QStringLiteral("acc_level="), QStringLiteral("2") },
-        { Page::kMotion, 1, QStringLiteral("motion_level="), QStringLiteral("1") },
-        { Page::kTimeZone, 10, QStringLiteral("local_time="), QStringLiteral("9.500000") },
-        { Page::kTimeZone, 0, QStringLiteral("local_time="), QStringLiteral("-10.000000") },
-        { Page::kTimeZone, 7, QStringLiteral("local_time="), QStringLiteral("0.000000") },
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.control.toStdString() + " " + std::to_string(c.value));
-        // Parking mode on, so the voltage group can be used below.
-        const QStringList before = with(defaultLines(), QStringLiteral("park_mode="), "1");
-        cardWith(before);
-        KelSettingViewController& page = openPage();
-        ASSERT_EQ(page.userChange(c.control, c.value), Change::Applied);
-        EXPECT_EQ(lines(), with(before, c.key, c.written));
+    for (const auto& [control, position, written] : cases) {
+        SCOPED_TRACE(control.toStdString() + " " + std::to_string(position));
+        cardWith(lines(base));
+        ASSERT_EQ(openPage().userChange(control, position), Change::Applied);
+        EXPECT_EQ(current(), lines((QByteArray(base) + ' ' + written).constData()));
+        openPage();
+        EXPECT_EQ(value(control), position);
     }
+    // The graph follows the partition type: type B is 35/17/4/39.
+    cardWith(lines(base));
+    QList<int> percents;
+    for (const PartitionBar& bar : openPage().partitionGraph())
+        percents << bar.percent;
+    EXPECT_EQ(percents, QList<int>({ 35, 17, 4, 39 }));
+    EXPECT_EQ(m_page->partitionGraph()[1].key, QStringLiteral("event"));
 }
 
-TEST_F(KelPageTest, CutOffVoltageColumns)
-{
-    const QStringList written[] = { { "0" }, { "11800" }, { "12000" }, { "12200" } };
-    for (int column = 0; column < 4; ++column) {
-        const QStringList before = with(defaultLines(), QStringLiteral("park_mode="), "1");
-        cardWith(before);
-        KelSettingViewController& page = openPage();
-        ASSERT_EQ(page.userChange(Page::kParkingVoltage, column), Change::Applied);
-        EXPECT_EQ(lines(), with(before, QStringLiteral("power_off_vlt="), written[column][0]));
-        // Reading the line back selects the same column.
-        page.applySettingData();
-        EXPECT_EQ(value(Page::kParkingVoltage), column);
-    }
-}
-
-TEST_F(KelPageTest, MemoryPartitionWritesFourLinesAndRedrawsTheGraph)
-{
-    const QStringList before = defaultLines();
-    cardWith(before);
-    KelSettingViewController& page = openPage();
-    EXPECT_EQ(value(Page::kMemoryPartition), 0); // 60/22/4/9 is type A
-    ASSERT_EQ(page.userChange(Page::kMemoryPartition, 1), Change::Applied);
-    QStringList expected = with(before, QStringLiteral("const="), QStringLiteral("35"));
-    expected = with(expected, QStringLiteral("event="), QStringLiteral("17"));
-    expected = with(expected, QStringLiteral("park="), QStringLiteral("4"));
-    expected = with(expected, QStringLiteral("manual="), QStringLiteral("39"));
-    EXPECT_EQ(lines(), expected);
-
-    const QList<PartitionBar> bars = page.partitionGraph();
-    ASSERT_EQ(bars.size(), 4);
-    const QStringList kinds { "continuous", "event", "park", "manual" };
-    const int percents[] = { 35, 17, 4, 39 };
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(bars[i].key, kinds[i]);
-        EXPECT_EQ(bars[i].percent, percents[i]);
-        EXPECT_FALSE(bars[i].caption.isEmpty());
-    }
-}
-
-// Values that no position stands for are shown as "no selection" (or the
-// slider's nearest end) and never rewritten unless the user touches them.
+// Values no position stands for show as "no selection" (or the slider's
+// nearest end) and are never rewritten unless the user touches them.
 TEST_F(KelPageTest, UnknownValuesShowNoSelectionAndSurviveOk)
 {
-    QStringList odd = with(defaultLines(), QStringLiteral("power_off_vlt="), "13000");
-    odd = with(odd, QStringLiteral("local_time="), QStringLiteral("5.750000"));
-    odd = with(odd, QStringLiteral("const="), QStringLiteral("50"));
-    odd = with(odd, QStringLiteral("voice_volume="), QStringLiteral("9"));
-    odd = with(odd, QStringLiteral("language="), QStringLiteral("de"));
-    odd = with(odd, QStringLiteral("park_mode="), QStringLiteral("1"));
-    cardWith(odd);
+    cardWith(lines(
+        "power_off_vlt=13000 local_time=5.750000 const=50 voice_volume=9 language=de park_mode=1 "
+        "acc_level=1 motion_level=x"));
     const QByteArray onCard = cardFile();
     KelSettingViewController& page = openPage();
-    EXPECT_EQ(value(Page::kParkingVoltage), -1);
-    EXPECT_EQ(value(Page::kTimeZone), -1);
-    EXPECT_EQ(value(Page::kMemoryPartition), -1);
-    EXPECT_EQ(value(Page::kLanguage), -1);
+    for (const QString& control :
+        { Page::kParkingVoltage, Page::kTimeZone, Page::kMemoryPartition, Page::kLanguage })
+        EXPECT_EQ(value(control), -1) << control.toStdString();
     EXPECT_EQ(value(Page::kVoiceVolume), 6);
+    EXPECT_EQ(value(Page::kImpact), 2);
+    EXPECT_EQ(value(Page::kMotion), 1);
     // The graph shows what the file holds: 50/22/4/9.
-    const QList<PartitionBar> bars = page.partitionGraph();
-    ASSERT_EQ(bars.size(), 4);
-    EXPECT_EQ(bars[0].percent, 50);
-    EXPECT_EQ(bars[3].percent, 9);
-
+    QList<int> percents;
+    for (const PartitionBar& bar : page.partitionGraph())
+        percents << bar.percent;
+    EXPECT_EQ(percents, QList<int>({ 50, 22, 4, 9 }));
     ASSERT_TRUE(page.pressOk());
     EXPECT_EQ(cardFile(), onCard);
-}
 
-TEST_F(KelPageTest, MissingKeysWriteNothing)
-{
-    QStringList lines = defaultLines();
-    lines.removeIf([](const QString& line) {
-        return line.startsWith(QLatin1String("voice_out="))
-            || line.startsWith(QLatin1String("const="))
-            || line.startsWith(QLatin1String("acc_level="));
+    // Missing keys: the control shows nothing and writes nowhere.
+    QStringList missing = lines();
+    missing.removeIf([](const QString& line) {
+        return line.startsWith("voice_out=") || line.startsWith("const=");
     });
-    cardWith(lines);
-    KelSettingViewController& page = openPage();
+    cardWith(missing);
+    openPage();
     EXPECT_EQ(value(Page::kVoiceGuidance), -1);
-    EXPECT_EQ(page.userChange(Page::kVoiceGuidance, 0), Change::Applied);
-    EXPECT_EQ(page.userChange(Page::kMemoryPartition, 2), Change::Applied);
-    EXPECT_EQ(page.userChange(Page::kImpact, 4), Change::Applied);
-    // Only the three lines of the partition that are there change.
-    QStringList expected = with(lines, QStringLiteral("event="), QStringLiteral("19"));
-    expected = with(expected, QStringLiteral("park="), QStringLiteral("14"));
-    expected = with(expected, QStringLiteral("manual="), QStringLiteral("9"));
-    EXPECT_EQ(this->lines(), expected);
+    EXPECT_EQ(m_page->userChange(Page::kVoiceGuidance, 0), Change::Applied);
+    EXPECT_EQ(m_page->userChange(Page::kMemoryPartition, 2), Change::Applied);
+    missing.replace(missing.indexOf("event=22"), "event=19");
+    missing.replace(missing.indexOf("park=4"), "park=14");
+    EXPECT_EQ(current(), missing);
 }
 
-TEST_F(KelPageTest, DependentControlsFollowTheirSwitch)
+TEST_F(KelPageTest, SwitchesGovernTheirControlsAndRangesHold)
 {
-    QStringList lines = with(defaultLines(), QStringLiteral("voice_out="), "0");
-    lines = with(lines, QStringLiteral("park_mode="), "0");
-    cardWith(lines);
+    cardWith(lines("voice_out=0 park_mode=0"));
     KelSettingViewController& page = openPage();
     EXPECT_FALSE(enabled(Page::kVoiceVolume));
     EXPECT_FALSE(enabled(Page::kParkingVoltage));
-    EXPECT_EQ(page.userChange(Page::kVoiceVolume, 5), Change::OutOfRange);
-    EXPECT_EQ(page.userChange(Page::kParkingVoltage, 1), Change::OutOfRange);
-    EXPECT_EQ(this->lines(), lines);
-
+    const std::pair<QString, int> refused[] = { { Page::kVoiceVolume, 5 },
+        { Page::kParkingVoltage, 1 }, { Page::kImpact, 5 }, { Page::kImpact, 1 },
+        { Page::kTimeZone, 12 }, { Page::kMemoryPartition, -1 }, { Page::kLanguage, 2 } };
+    for (const auto& [control, position] : refused)
+        EXPECT_EQ(page.userChange(control, position), Change::OutOfRange)
+            << control.toStdString() << position;
+    EXPECT_EQ(page.userChange(QStringLiteral("noSuchControl"), 0), Change::UnknownControl);
+    EXPECT_EQ(current(), lines("voice_out=0 park_mode=0"));
     page.userChange(Page::kVoiceGuidance, 0);
     page.userChange(Page::kParkingMode, 0);
     EXPECT_TRUE(enabled(Page::kVoiceVolume));
     EXPECT_TRUE(enabled(Page::kParkingVoltage));
     page.userChange(Page::kParkingMode, 1);
     EXPECT_FALSE(enabled(Page::kParkingVoltage));
-}
-
-TEST_F(KelPageTest, UsageErrors)
-{
-    cardWith(defaultLines());
-    KelSettingViewController& page = openPage();
-    EXPECT_EQ(page.userChange(QStringLiteral("noSuchControl"), 0), Change::UnknownControl);
-    EXPECT_EQ(page.userChange(Page::kImpact, 5), Change::OutOfRange);
-    EXPECT_EQ(page.userChange(Page::kVoiceVolume, 0), Change::OutOfRange);
-    EXPECT_EQ(page.userChange(Page::kTimeZone, 12), Change::OutOfRange);
-    EXPECT_EQ(page.userChange(Page::kMemoryPartition, -1), Change::OutOfRange);
-    EXPECT_EQ(lines(), defaultLines());
-}
-
-TEST_F(KelPageTest, SlidersWriteOnlyWhilePressed)
-{
-    const QStringList before = defaultLines();
-    cardWith(before);
-    KelSettingViewController& page = openPage();
-    // The page moving a slider itself writes nothing and shows no guide.
-    EXPECT_EQ(page.sliderMoved(Page::kMotion, 6), Change::Applied);
-    EXPECT_EQ(value(Page::kMotion), 6);
-    EXPECT_EQ(lines(), before);
-    EXPECT_TRUE(page.sliderGuide(Page::kMotion).isEmpty());
-
-    // Pressed: every move writes, with the guide of its third of the range.
-    page.sliderPressed(Page::kVoiceVolume);
-    const struct {
-        int value;
-        const char* guide;
-    } moves[] = { { 1, "낮음" }, { 2, "낮음" }, { 3, "보통" }, { 4, "보통" }, { 5, "높음" },
-        { 6, "높음" } };
-    for (const auto& move : moves) {
-        page.sliderMoved(Page::kVoiceVolume, move.value);
-        EXPECT_EQ(lines(), with(before, "voice_volume=", QString::number(move.value)));
-        EXPECT_EQ(page.sliderGuide(Page::kVoiceVolume), QString::fromUtf8(move.guide));
-    }
-    // Another slider moved meanwhile writes nothing.
-    page.sliderMoved(Page::kImpact, 4);
-    EXPECT_EQ(lines(), with(before, "voice_volume=", "6"));
-    page.sliderReleased(Page::kVoiceVolume);
-    EXPECT_TRUE(page.sliderGuide(Page::kVoiceVolume).isEmpty());
-    EXPECT_EQ(lines(), with(before, "voice_volume=", "6"));
-
-    // Impact sensitivity: one guide per position 2, 3, 4.
-    page.sliderPressed(Page::kImpact);
-    page.sliderMoved(Page::kImpact, 2);
-    EXPECT_EQ(page.sliderGuide(Page::kImpact), QStringLiteral("낮음"));
-    page.sliderMoved(Page::kImpact, 4);
-    EXPECT_EQ(page.sliderGuide(Page::kImpact), QStringLiteral("높음"));
-    page.sliderReleased(Page::kImpact);
-    EXPECT_EQ(KelSettingManager::SharedKelSettingManager()->valueForKey("acc_level="), "4");
-}
-
-TEST_F(KelPageTest, ClockBoxWritesSetLineAndOkWritesTheClock)
-{
-    const QStringList before = defaultLines();
-    cardWith(before);
-    KelSettingViewController& page = openPage();
-    EXPECT_FALSE(page.clock().checked);
-    EXPECT_EQ(page.clock().value, kNow);
-    EXPECT_EQ(value(Page::kDateTime), 0);
-
-    ASSERT_EQ(page.userChange(Page::kDateTime, 1), Change::Applied);
-    EXPECT_TRUE(page.clock().checked);
-    EXPECT_EQ(lines(), with(before, "set=", "1"));
-    ASSERT_TRUE(page.pressOk());
-
-    const QStringList saved = KelSettingManager::linesFromText(cardFile());
-    const qsizetype set = saved.indexOf(QStringLiteral("set=1"));
-    ASSERT_GE(set, 0);
-    EXPECT_EQ(saved.mid(set + 1, 6),
-        QStringList({ "year=2016", "month=3", "day=7", "hour=14", "min=5", "sec=9" }));
-    EXPECT_EQ(saved.size(), before.size());
-}
-
-TEST_F(KelPageTest, ClockBoxWithoutSetLineOverwritesTheFirstLine)
-{
-    QStringList lines = defaultLines();
-    lines.removeIf([](const QString& line) { return line.startsWith(QLatin1String("set=")); });
-    cardWith(lines);
-    KelSettingViewController& page = openPage();
-    page.setClock({ true, QDateTime(QDate(2020, 12, 31), QTime(23, 59, 58)) });
-    EXPECT_EQ(value(Page::kDateTime), 1);
-    QStringList expected = lines;
-    expected[0] = QStringLiteral("set=1");
-    EXPECT_EQ(this->lines(), expected);
-    page.setClock({ false, kNow });
-    expected[0] = QStringLiteral("set=0");
-    EXPECT_EQ(this->lines(), expected);
-}
-
-TEST_F(KelPageTest, CancelWritesNothingToTheCard)
-{
-    cardWith(with(defaultLines(), "park_mode=", "1"));
-    const QByteArray onCard = cardFile();
-    KelSettingViewController& page = openPage();
-    page.userChange(Page::kMemoryPartition, 2);
-    page.userChange(Page::kParkingVoltage, 3);
-    page.userChange(Page::kDateTime, 1);
-    page.pressCancel();
-    EXPECT_EQ(cardFile(), onCard);
-    EXPECT_EQ(m_alerts.sink().requests().size(), 0);
-}
-
-TEST_F(KelPageTest, ResetShowsDefaultsAndOkWritesThem)
-{
-    QStringList edited = with(defaultLines(), "voice_out=", "0");
-    edited = with(edited, "language=", "fr");
-    edited = with(edited, "const=", "35");
-    cardWith(edited);
-    const QByteArray onCard = cardFile();
-    KelSettingViewController& page = openPage();
-    EXPECT_EQ(value(Page::kLanguage), 1);
-
-    page.pressReset();
-    EXPECT_EQ(value(Page::kLanguage), 0);
-    EXPECT_EQ(value(Page::kVoiceGuidance), 0);
-    EXPECT_TRUE(enabled(Page::kVoiceVolume));
-    EXPECT_EQ(value(Page::kMemoryPartition), 0);
-    EXPECT_EQ(cardFile(), onCard); // nothing written yet
-
-    ASSERT_TRUE(page.pressOk());
-    EXPECT_EQ(cardFile(), KelSettingManager::defaultFileText());
-}
-
-TEST_F(KelPageTest, ResetForAnotherModelKeepsTheLines)
-{
-    QStringList edited = with(defaultLines(), "language=", "fr");
-    cardWith(edited);
+    // Only the Wenna has built-in lines to reset to; another model keeps its own.
+    page.userChange(Page::kLanguage, 1);
     TolmSettingManager::SharedTolmSettingManager()->setModelType(5);
-    KelSettingViewController& page = openPage();
     page.pressReset();
-    EXPECT_EQ(lines(), edited);
-    EXPECT_EQ(value(Page::kLanguage), 1);
+    EXPECT_EQ(current(), lines("language=fr"));
 }
 
-TEST_F(KelPageTest, FailedWriteReportsTheMemoryCardAlert)
+// (The editors' own tests drag the motion slider and press OK, Cancel and Reset.)
+TEST_F(KelPageTest, SlidersWriteOnlyWhilePressedWithTheGuideOfTheirThird)
 {
-    cardWith(defaultLines());
+    cardWith(lines());
     KelSettingViewController& page = openPage();
-    TolmSettingManager::SharedTolmSettingManager()->setSettingDirPath(QString());
-    EXPECT_FALSE(page.pressOk());
-    EXPECT_EQ(m_alerts.sink().memoryCardErrors(), 1);
+    EXPECT_EQ(page.sliderMoved(Page::kMotion, 6), Change::Applied); // the page's own move
+    EXPECT_TRUE(page.sliderGuide(Page::kMotion).isEmpty());
+    page.sliderPressed(Page::kVoiceVolume);
+    const std::tuple<QString, int, const char*> moves[] = { { Page::kVoiceVolume, 2, "낮음" },
+        { Page::kVoiceVolume, 3, "보통" }, { Page::kVoiceVolume, 5, "높음" },
+        { Page::kImpact, 2, "낮음" }, { Page::kImpact, 3, "보통" }, { Page::kImpact, 4, "높음" } };
+    for (const auto& [slider, value, guide] : moves) {
+        if (slider == Page::kImpact)
+            page.sliderPressed(slider);
+        page.sliderMoved(slider, value);
+        EXPECT_EQ(page.sliderGuide(slider), QString::fromUtf8(guide)) << value;
+    }
+    page.sliderReleased(Page::kImpact);
+    EXPECT_TRUE(page.sliderGuide(Page::kImpact).isEmpty());
+    EXPECT_EQ(current(), lines("voice_volume=5 acc_level=4"));
 }
 
-TEST_F(KelPageTest, UnreadableCardFileIsKeptAndOkAlerts)
+TEST_F(KelPageTest, TheClockBoxWithoutASetLineTakesTheFirstLine)
 {
-    cardWith(with(defaultLines(), "language=", "fr"));
+    QStringList noSet = lines();
+    noSet.removeAll("set=0");
+    cardWith(noSet);
+    EXPECT_EQ(openPage().clock(), (SettingClock { false, kNow }));
+    m_page->setClock({ true, QDateTime(QDate(2020, 12, 31), QTime(23, 59, 58)) });
+    EXPECT_EQ(value(Page::kDateTime), 1);
+    noSet[0] = QStringLiteral("set=1");
+    EXPECT_EQ(current(), noSet);
+    m_page->setClock({ false, kNow });
+    noSet[0] = QStringLiteral("set=0");
+    EXPECT_EQ(current(), noSet);
+    ASSERT_TRUE(m_page->pressOk());
+    EXPECT_EQ(cardFile(), crlfLines(noSet));
+}
+
+TEST_F(KelPageTest, AnUnreadableOrUnwritableCardFileIsKeptAndOkAlerts)
+{
+    cardWith(lines("language=fr"));
     const QByteArray onCard = cardFile();
     {
         const UnreadableFile unreadable(m_card.path(QStringLiteral("blackbox.cfg")));
         if (!unreadable.holds())
             GTEST_SKIP() << "this system reads the file whatever its mode";
         KelSettingManager::SharedKelSettingManager()->loadData();
-        KelSettingViewController& page = openPage();
-        page.userChange(Page::kDateTime, 1);
+        openPage().userChange(Page::kDateTime, 1);
         // OK: the memory-card alert, and the camera's file stays as it was.
-        EXPECT_FALSE(page.pressOk());
+        EXPECT_FALSE(m_page->pressOk());
         EXPECT_EQ(m_alerts.sink().memoryCardErrors(), 1);
     }
     EXPECT_EQ(cardFile(), onCard);
-    // Read again, it saves as before.
+    // Read again, it saves as before; without a card OK alerts.
     KelSettingManager::SharedKelSettingManager()->loadData();
     EXPECT_TRUE(openPage().pressOk());
     EXPECT_EQ(cardFile(), onCard);
+    TolmSettingManager::SharedTolmSettingManager()->setSettingDirPath(QString());
+    EXPECT_FALSE(m_page->pressOk());
+    EXPECT_EQ(m_alerts.sink().memoryCardErrors(), 2);
 }

@@ -1,6 +1,5 @@
-// `tavro settings show|set` run as a user would, on Kel cards (and on a
-// binary-record card, and a card whose editor is the web page, which has no
-// page to show).
+// `tavro settings show|set` run as a user would: the words it takes, the page
+// it prints, and the card it writes.
 #include "KelPageFixture.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
@@ -8,218 +7,108 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QtEndian>
 
 namespace {
 
-class SettingsCliTest : public KelPageFixture {
-protected:
-    void SetUp() override
-    {
-        KelPageFixture::SetUp();
-        m_card.blackboxCfg(crlfLines(with(defaultLines(), "park_mode=", "1")));
-        m_before = cardFile();
-    }
+// `tavro settings WORDS` with the card folder after the first word.
+TestFiles::CliResult settings(const QString& dir, const QString& words, const QStringList& env = {})
+{
+    QStringList args = words.split(u' ', Qt::SkipEmptyParts);
+    args.insert(1, dir);
+    return TestFiles::runCli(QStringList { QStringLiteral("settings") } + args, env);
+}
 
-    TestFiles::CliResult run(const QStringList& args)
-    {
-        QStringList all { QStringLiteral("settings") };
-        all << args.first() << m_card.root() << args.mid(1);
-        return TestFiles::runCli(all);
-    }
+QJsonObject page(const TestFiles::CliResult& result)
+{
+    EXPECT_EQ(result.exitCode, 0) << result.err.constData();
+    EXPECT_EQ(result.out.count('\n'), 1) << result.out.constData();
+    return QJsonDocument::fromJson(result.out).object();
+}
 
-    static QJsonObject page(const TestFiles::CliResult& result)
-    {
-        const QList<QByteArray> lines = result.out.trimmed().split('\n');
-        EXPECT_EQ(lines.size(), 1) << result.out.constData();
-        return QJsonDocument::fromJson(lines.value(0)).object();
-    }
-    static int value(const QJsonObject& page, const char* control)
-    {
-        return page["controls"].toObject()[QLatin1String(control)].toObject()["value"].toInt(-99);
-    }
-    QString cardValue(const QString& key) const
-    {
-        KelSettingManager kel;
-        kel.setLinedSettings(KelSettingManager::linesFromText(cardFile()));
-        return kel.valueForKey(key);
-    }
-
-    QByteArray m_before;
-};
+using SettingsCliTest = KelPageFixture;
 
 } // namespace
 
-TEST_F(SettingsCliTest, ShowPrintsTheKelPageAndWritesNothing)
+TEST_F(SettingsCliTest, ProblemsNameTheWordAndWriteNothing)
 {
-    const auto result = run({ "show" });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    const QJsonObject shown = page(result);
-    EXPECT_EQ(shown["modelType"].toInt(), 6);
+    m_card.blackboxCfg(crlfLines(lines()));
+    const QByteArray before = cardFile();
+    const std::pair<const char*, const char*> cases[] = {
+        { "list", "expected show or set and a card folder" },
+        { "set", "set needs at least one NAME=VALUE, --reset or --clock" },
+        { "set a=2147483648", "'a=2147483648' needs an integer value" },
+        { "set a=-2147483649", "'a=-2147483649' needs an integer value" },
+        { "set c=x=3", "'c=x=3' needs an integer value" },
+        { "set =1", "unexpected argument '=1'" },
+        { "show a=1", "unexpected argument 'a=1'" },
+        { "set dstRadioGroup=0 --answer maybe", "--answer takes yes or no" },
+        { "set dstRadioGroup=0 --clock", "--clock needs a value" },
+        { "set --clock 2024-02-30T08:00:00",
+            "--clock takes now, off or YYYY-MM-DDTHH:MM:SS, got '2024-02-30T08:00:00'" },
+        { "show --model-type six", "--model-type needs an integer, got 'six'" },
+        { "set noSuchControl=1", "the page has no control 'noSuchControl'" },
+        { "set dstRadioGroup=0 impactSensitivitySlider=9",
+            "impactSensitivitySlider=9 is out of the control's range" },
+    };
+    for (const auto& [words, problem] : cases) {
+        const auto result = settings(m_card.root(), QString::fromLatin1(words));
+        EXPECT_EQ(result.exitCode, 2) << words;
+        EXPECT_TRUE(result.out.isEmpty()) << words;
+        EXPECT_TRUE(result.err.startsWith("tavro: " + QByteArray(problem)))
+            << result.err.constData();
+    }
+    EXPECT_EQ(cardFile(), before);
+    // A Kel card, read as the model the words say, and set.
+    const QJsonObject shown = page(settings(m_card.root(), "show --model-type 0x6"));
     EXPECT_EQ(shown["family"].toString(), QStringLiteral("Kel"));
     EXPECT_TRUE(shown["userSelectedLanguage"].isNull());
-    const QJsonObject controls = shown["controls"].toObject();
-    const QStringList names { "memoryPartitionRadioGroup", "voiceGuidanceRadioGroup",
-        "parkingModeRadioGroup", "parkingModeVoltageRadioGroup", "dstRadioGroup",
-        "voiceRecordRadioGroup", "languageRadioGroup", "speedUnitRadioGroup",
-        "securityLEDRadioGroup", "voiceGuidanceSlider", "impactSensitivitySlider",
-        "motionSensitivitySlider", "timeZoneComboBox", "dateTimeCheckBox" };
-    EXPECT_EQ(controls.size(), names.size());
-    for (const QString& name : names) {
-        const QJsonObject control = controls[name].toObject();
-        EXPECT_TRUE(control["visible"].toBool()) << name.toStdString();
-        EXPECT_TRUE(control.contains("enabled")) << name.toStdString();
-    }
-    // The default file: type A, voice on at 3, parking on, Pacific time.
-    EXPECT_EQ(value(shown, "memoryPartitionRadioGroup"), 0);
-    EXPECT_EQ(value(shown, "voiceGuidanceSlider"), 3);
-    EXPECT_EQ(value(shown, "parkingModeRadioGroup"), 0);
-    EXPECT_EQ(value(shown, "parkingModeVoltageRadioGroup"), 0);
-    EXPECT_EQ(value(shown, "timeZoneComboBox"), 2);
-    EXPECT_EQ(value(shown, "dateTimeCheckBox"), 0);
-    const QJsonObject clock = shown["clock"].toObject();
-    EXPECT_FALSE(clock["checked"].toBool());
-    EXPECT_TRUE(QDateTime::fromString(clock["value"].toString(), Qt::ISODate).isValid());
-    EXPECT_EQ(cardFile(), m_before);
+    EXPECT_EQ(shown["controls"].toObject().size(), 14);
+    page(settings(m_card.root(), "set memoryPartitionRadioGroup=1 motionSensitivitySlider=+5"));
+    EXPECT_EQ(cardFile(), crlfLines(lines("const=35 event=17 park=4 manual=39 motion_level=5")));
 }
 
-TEST_F(SettingsCliTest, SetWritesTheControlsLinesAndPrintsThePage)
-{
-    const auto result = run({ "set", "memoryPartitionRadioGroup=1",
-        "parkingModeVoltageRadioGroup=3", "timeZoneComboBox=10", "motionSensitivitySlider=5" });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    const QJsonObject shown = page(result);
-    EXPECT_EQ(value(shown, "memoryPartitionRadioGroup"), 1);
-    EXPECT_EQ(value(shown, "parkingModeVoltageRadioGroup"), 3);
-    EXPECT_EQ(cardValue("const="), "35");
-    EXPECT_EQ(cardValue("manual="), "39");
-    EXPECT_EQ(cardValue("power_off_vlt="), "12200");
-    EXPECT_EQ(cardValue("local_time="), "9.500000");
-    EXPECT_EQ(cardValue("motion_level="), "5");
-    // Everything else as it was.
-    EXPECT_EQ(cardValue("voice_volume="), "3");
-    EXPECT_EQ(KelSettingManager::linesFromText(cardFile()).size(),
-        KelSettingManager::linesFromText(m_before).size());
-}
-
-TEST_F(SettingsCliTest, UsageErrorsWriteNothing)
-{
-    const QList<QStringList> cases {
-        { "set", "noSuchControl=1" },
-        { "set", "impactSensitivitySlider=9" },
-        { "set", "dstRadioGroup=0", "memoryPartitionRadioGroup=3" },
-        { "set", "dstRadioGroup=x" },
-        { "set" },
-        { "set", "dstRadioGroup=0", "--answer", "maybe" },
-        { "set", "dstRadioGroup=0", "--clock", "tomorrow" },
-        { "show", "--reset" },
-        { "show", "--model-type" },
-    };
-    for (const QStringList& args : cases) {
-        const auto result = run(args);
-        EXPECT_EQ(result.exitCode, 2) << args.join(' ').toStdString();
-        EXPECT_TRUE(result.out.isEmpty()) << args.join(' ').toStdString();
-        EXPECT_EQ(cardFile(), m_before) << args.join(' ').toStdString();
-    }
-}
-
-TEST_F(SettingsCliTest, ClockDateTicksTheBoxAndWritesTheClockLines)
-{
-    const auto result = run({ "set", "--clock", "2016-03-07T14:05:09" });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    const QJsonObject clock = page(result)["clock"].toObject();
-    EXPECT_TRUE(clock["checked"].toBool());
-    EXPECT_EQ(clock["value"].toString(), QStringLiteral("2016-03-07T14:05:09"));
-    const QStringList lines = KelSettingManager::linesFromText(cardFile());
-    const qsizetype set = lines.indexOf(QStringLiteral("set=1"));
-    ASSERT_GE(set, 0);
-    EXPECT_EQ(lines.mid(set + 1, 6),
-        QStringList({ "year=2016", "month=3", "day=7", "hour=14", "min=5", "sec=9" }));
-}
-
-TEST_F(SettingsCliTest, ResetWritesTheBuiltInDefaults)
-{
-    const auto result = run({ "set", "--reset" });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    EXPECT_EQ(cardFile(), KelSettingManager::defaultFileText());
-}
-
-TEST_F(SettingsCliTest, BinaryRecordCardThroughResetAndItsClockRequest)
+TEST_F(SettingsCliTest, ABinaryRecordCardThroughResetAndItsClockInThisComputersZone)
 {
     // A Tolm camera asking for its clock to be set to 14:05:09 UTC; its
-    // default.cfg has another shock sensitivity.
-    constexpr int kShock = 120; // acceleration_sensor
-    const auto record = [](int shock) {
-        return SetupCfgBuilder(432).productName("Tolm").version("1.00.17").int32(kShock, shock);
-    };
+    // default.cfg has another shock sensitivity (acceleration_sensor at 120).
     CardBuilder card;
-    card.setupCfg(record(3).bytes());
-    card.defaultCfg(record(7).bytes());
+    card.setupCfg(
+        SetupCfgBuilder(432).productName("Tolm").version("1.00.17").int32(120, 3).bytes());
+    card.defaultCfg(SetupCfgBuilder(432).productName("Tolm").int32(120, 7).bytes());
     card.file(QStringLiteral("time.dat"), "2016,03,07,14,05,09,+0000");
     const QStringList tokyo { QStringLiteral("TZ=Asia/Tokyo") };
-    const auto settings = [&](QStringList args) {
-        args.insert(1, card.root());
-        return TestFiles::runCli(QStringList { QStringLiteral("settings") } + args, tokyo);
-    };
-
-    auto result = settings({ "show" });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    QJsonObject shown = page(result);
-    EXPECT_EQ(value(shown, "alwaysShockSensitivitySlider"), 3);
-    // The request's instant on this computer's clock.
-    EXPECT_TRUE(shown["clock"].toObject()["checked"].toBool());
-    EXPECT_EQ(shown["clock"].toObject()["value"].toString(), "2016-03-07T23:05:09");
-
-    // Reset takes default.cfg; the card is still the Tolm camera it was.
-    result = settings({ "set", "--reset" });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    shown = page(result);
-    EXPECT_EQ(shown["modelType"].toInt(), 1);
-    EXPECT_EQ(shown["family"].toString(), QStringLiteral("Tolm"));
-    EXPECT_EQ(value(shown, "alwaysShockSensitivitySlider"), 7);
+    const QJsonObject before = page(settings(card.root(), "show", tokyo));
+    EXPECT_EQ(before["controls"]["alwaysShockSensitivitySlider"]["value"].toInt(), 3);
+    EXPECT_TRUE(before["clock"]["checked"].toBool());
+    EXPECT_EQ(before["clock"]["value"].toString(), "2016-03-07T23:05:09");
+    const QJsonObject reset = page(settings(card.root(), "set --reset --answer yes", tokyo));
+    EXPECT_EQ(reset["family"].toString(), QStringLiteral("Tolm"));
+    EXPECT_EQ(reset["controls"]["alwaysShockSensitivitySlider"]["value"].toInt(), 7);
     const QByteArray saved = card.read(QStringLiteral("setup.cfg"));
-    ASSERT_EQ(saved.size(), 432);
-    EXPECT_EQ(qFromLittleEndian<qint32>(saved.constData() + kShock), 7);
+    EXPECT_EQ(saved.size(), 432);
+    EXPECT_EQ(saved.mid(120, 4), QByteArray("\x07\0\0\0", 4));
     EXPECT_EQ(saved.mid(8, 5), QByteArray("Tolm\0", 5));
     // OK writes the same instant back, from this computer's zone.
     EXPECT_EQ(card.read(QStringLiteral("time.dat")), QByteArray("2016,03,07,23,05,09,+0900"));
 }
 
-TEST_F(SettingsCliTest, UnwritableCardExitsOne)
+TEST_F(SettingsCliTest, UnwritableWebAndUnknownCards)
 {
     // The camera's file is found under "setting", but SETTING/blackbox.cfg,
     // where writes go, is a folder.
-    CardBuilder card;
-    card.blackboxCfg(crlfLines(defaultLines()), QStringLiteral("setting"));
-    QDir().mkpath(card.path(QStringLiteral("blackbox.cfg")));
-    const auto result = TestFiles::runCli(
-        { QStringLiteral("settings"), QStringLiteral("set"), card.root(), "dstRadioGroup=0" });
+    m_card.blackboxCfg(crlfLines(lines()), QStringLiteral("setting"));
+    QDir().mkpath(m_card.path(QStringLiteral("blackbox.cfg")));
+    const auto result = settings(m_card.root(), "set dstRadioGroup=0");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_TRUE(result.err.contains("memory card")) << result.err.constData();
-}
-
-TEST_F(SettingsCliTest, WebAndUnknownCardsHaveNoPage)
-{
-    CardBuilder web;
+    CardBuilder web, unknown;
     web.setupCfg(SetupCfgBuilder(700).productName("zenti").bytes());
-    auto result
-        = TestFiles::runCli({ QStringLiteral("settings"), QStringLiteral("show"), web.root() });
-    ASSERT_EQ(result.exitCode, 0) << result.err.constData();
-    QJsonObject shown = page(result);
-    EXPECT_EQ(shown["modelType"].toInt(), 16);
-    EXPECT_TRUE(shown["family"].isNull());
-    EXPECT_TRUE(shown["controls"].toObject().isEmpty());
-    EXPECT_FALSE(shown["clock"].toObject()["checked"].toBool(true));
-    EXPECT_TRUE(shown["clock"].toObject()["value"].isNull());
-
-    CardBuilder unknown;
-    result
-        = TestFiles::runCli({ QStringLiteral("settings"), QStringLiteral("show"), unknown.root() });
-    ASSERT_EQ(result.exitCode, 0);
-    shown = page(result);
-    EXPECT_EQ(shown["modelType"].toInt(), -1);
-    EXPECT_TRUE(shown["family"].isNull());
-    // A Kel card read as another model through the override.
-    result = run({ "show", "--model-type", "6" });
-    EXPECT_EQ(page(result)["family"].toString(), QStringLiteral("Kel"));
+    const std::pair<const CardBuilder*, int> cards[] = { { &web, 16 }, { &unknown, -1 } };
+    for (const auto& [card, type] : cards) {
+        const QJsonObject shown = page(settings(card->root(), "show"));
+        EXPECT_EQ(shown["modelType"].toInt(), type);
+        EXPECT_TRUE(shown["family"].isNull() && shown["controls"].toObject().isEmpty());
+        EXPECT_TRUE(!shown["clock"]["checked"].toBool(true) && shown["clock"]["value"].isNull());
+        EXPECT_EQ(settings(card->root(), "set dstRadioGroup=0").exitCode, 2);
+    }
 }

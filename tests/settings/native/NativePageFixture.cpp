@@ -1,100 +1,60 @@
 #include "NativePageFixture.h"
 
+#include "config/ModelCatalogue.h"
+#include "config/SetupRecordCodec.h"
 #include "config/TolmSettingManager.h"
 
-#include <QtEndian>
+namespace {
 
-int recordSizeOf(qint64 modelType, int firmware)
+const char* const kTypical
+    = "front_resolution=3 front_framerate=5 front_quality=2 front_brightness=1 rear_resolution=3 "
+      "rear_brightness=0 audio_record=1 voice_ment=1 audio_ment_volume=2 enable_driving_guide=1 "
+      "acceleration_sensor=3 record_cevent_overwrite=1 record_motion_overwrite=0 "
+      "record_prevent_overwrite=1 record_manual_overwrite=1 parking_acceleration_sensor=5 "
+      "parking_mode_set=1 parking_motion_sensitivity=3 parking_time_limit=24 battery_12v_R_off=3 "
+      "battery_24v_R_off=4 partition_type=2 security_led_mode=1 gmt_offset=-480 daylight_offset=1 "
+      "date_format=1 measurement_unit=0 lcd_brightness=1 lcd_off_timer=30000 cur_language=2 wdr=1 "
+      "ldws_depart_Sensitivity=1 adas_car_high=1 ldws_left_depart_Sensitivity=1 "
+      "ldws_right_depart_Sensitivity=2 ldws_depart_speed=1 fcws_onoff=1 fcws_frontal_sensitivity=1 "
+      "fcmd_onoff=1 ldws_onoff=1 parking_night_vision=1 speed_stamp=1";
+
+// Each "name=value" of the text, the name looked up with `find`.
+template <typename Check> void forEachPair(const char* text, Check check)
 {
-    switch (modelType) {
-    case 0:
-    case 1:
-    case 2:
-        return 432;
-    case 3:
-    case 4:
-        return firmware > 16 ? 504 : 464;
-    case 5:
-        return 508;
-    case 13:
-    case 19:
-        return 564;
-    default:
-        return 516;
+    for (const QString& word : QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts)) {
+        const qsizetype eq = word.indexOf(u'=');
+        check(word.left(eq), word.mid(eq + 1).toInt());
     }
 }
 
-QByteArray typicalRecord(qint64 modelType, int firmware, std::initializer_list<FieldValue> changes)
+SetupField field(const QString& name)
 {
-    static const char* const kNames[] = { "Ruva", "Tolm", "Pesk", "Dravi", "Dravi", "Orlo", "Wenna",
-        "Brask", "Kimbo", "Sarn", "Velt", "Yarro", "Nubo", "Ixel", "Jorra", "Pallo", "Zenti",
-        "ZentiPRO", "Holta", "Gemmo" };
-    const int size = recordSizeOf(modelType, firmware);
-    SetupCfgBuilder b(size);
-    b.sizeWord(size).structVersion(0x10013).productName(kNames[modelType]).version("1.00.17");
-    const FieldValue typical[] = {
-        { At::front_resolution, modelType == 0 ? 2 : 3 },
-        { At::front_framerate, 5 },
-        { At::front_quality, 2 },
-        { At::front_brightness, 1 },
-        { At::rear_resolution, 3 },
-        { At::rear_brightness, 0 },
-        { At::audio_record, 1 },
-        { At::voice_ment, 1 },
-        { At::audio_ment_volume, 2 },
-        { At::enable_driving_guide, 1 },
-        { At::acceleration_sensor, 3 },
-        { At::record_cevent_overwrite, 1 },
-        { At::record_motion_overwrite, 0 },
-        { At::record_prevent_overwrite, 1 },
-        { At::record_manual_overwrite, 1 },
-        { At::parking_acceleration_sensor, 5 },
-        { At::parking_mode_set, 1 },
-        { At::parking_motion_sensitivity, 3 },
-        { At::parking_time_limit, 24 },
-        { At::battery_12v_R_off, 3 },
-        { At::battery_24v_R_off, 4 },
-        { At::partition_type, 2 },
-        { At::security_led_mode, 1 },
-        { At::gmt_offset, -480 },
-        { At::daylight_offset, 1 },
-        { At::date_format, 1 },
-        { At::measurement_unit, 0 },
-        { At::lcd_brightness, 1 },
-        { At::lcd_off_timer, 30000 },
-        { At::cur_language, 2 },
-        { At::wdr, 1 },
-        { At::ldws_depart_Sensitivity, 1 },
-        { At::adas_car_high, 1 },
-        { At::ldws_left_depart_Sensitivity, 1 },
-        { At::ldws_right_depart_Sensitivity, 2 },
-        { At::ldws_depart_speed, 1 },
-        { At::fcws_onoff, 1 },
-        { At::fcws_frontal_sensitivity, 1 },
-        { At::fcmd_onoff, 1 },
-        { At::ldws_onoff, 1 },
-        { At::parking_night_vision, 1 },
-        { At::speed_stamp, 1 },
-    };
-    for (const FieldValue& f : typical) {
-        if (f.offset + 4 <= size)
-            b.int32(f.offset, f.value);
-    }
-    // Ruva pairs its zone key with the zone; the zone list and the key list
-    // are paired by position, so UTC-08:00 (position 5) goes with key 5.
-    b.text(At::tz_key, 32, modelType == 0 ? "Korea Standard Time" : "Pacific Standard Time");
-    for (const FieldValue& f : changes) {
-        if (f.offset + 4 <= size)
-            b.int32(f.offset, f.value);
-    }
-    return b.bytes();
+    const int index = SetupRecordLayout::indexOfName(name);
+    EXPECT_GE(index, 0) << qPrintable(name);
+    return SetupField(std::max(index, 0));
 }
 
-qint32 int32At(const QByteArray& record, int offset)
+} // namespace
+
+QByteArray typicalRecord(qint64 modelType, int firmware, const char* fields)
 {
-    if (offset + 4 > record.size())
-        return -0x7fffffff;
-    return qFromLittleEndian<qint32>(record.constData() + offset);
+    TolmSettingManager camera;
+    camera.setModelType(modelType);
+    camera.setFirmwareVersionInt(firmware);
+    const auto set
+        = [&](const QString& name, int value) { camera.setIntValue(field(name), value); };
+    forEachPair(kTypical, set);
+    // Ruva pairs its zone key with its zone by position: UTC-08:00 is
+    // position 5, and the fifth key is Korea's.
+    camera.setFront_resolution(modelType == kRuva ? 2 : 3);
+    camera.setTz_key(modelType == kRuva ? "Korea Standard Time" : "Pacific Standard Time");
+    camera.setProduct_name(modelType == kDraviUk ? QStringLiteral("Dravi")
+                                                 : ModelCatalogue::modelNameList().at(modelType));
+    camera.setVersion(QStringLiteral("1.00.17"));
+    camera.setCfg_struct_version(0x10013);
+    camera.setChecksum(camera.getSaveDataSize());
+    forEachPair(fields, set);
+    return SetupRecordCodec::encode(camera.values(), camera.getSettingVariableCount());
 }
 
 void NativePageTest::SetUp()
@@ -116,18 +76,18 @@ void NativePageTest::answer(int code)
     AlertSink::setShared(m_sink);
 }
 
-SettingsPageModel& NativePageTest::open(qint64 modelType, const QByteArray& record, int firmware)
+SettingsPageModel& NativePageTest::open(qint64 modelType, const char* fields, int firmware)
 {
-    m_card.setupCfg(record);
-    TolmSettingManager* model = TolmSettingManager::SharedTolmSettingManager();
+    m_card.setupCfg(typicalRecord(modelType, firmware, fields));
+    TolmSettingManager* model = TolmSettingManager::ChagneTolmSettingManager(nullptr);
     model->setSettingDirPath(m_card.root());
     model->setModelType(modelType);
     model->setFirmwareVersionInt(firmware);
     model->loadData();
-    return openLoaded(modelType);
+    return reopen(modelType);
 }
 
-SettingsPageModel& NativePageTest::openLoaded(qint64 modelType)
+SettingsPageModel& NativePageTest::reopen(qint64 modelType)
 {
     m_page = createSettingsPageModel(modelType);
     EXPECT_NE(m_page, nullptr) << "type " << modelType;
@@ -135,28 +95,41 @@ SettingsPageModel& NativePageTest::openLoaded(qint64 modelType)
     return *m_page;
 }
 
-int NativePageTest::value(const QString& control) const
+SettingControl NativePageTest::control(const QString& part) const
 {
-    const std::optional<SettingControl> c = m_page->control(control);
-    EXPECT_TRUE(c.has_value()) << qPrintable(control);
-    return c ? c->value : -99;
+    QList<SettingControl> found;
+    for (const SettingControl& c : m_page->controls()) {
+        if (c.name.contains(part))
+            found.append(c);
+    }
+    EXPECT_EQ(found.size(), 1) << qPrintable(part);
+    SettingControl missing;
+    missing.value = -99;
+    return found.value(0, missing);
 }
 
-bool NativePageTest::enabled(const QString& control) const
+SettingsPageModel::Change NativePageTest::change(const QString& part, int value)
 {
-    const std::optional<SettingControl> c = m_page->control(control);
-    EXPECT_TRUE(c.has_value()) << qPrintable(control);
-    return c && c->enabled;
+    return m_page->userChange(control(part).name, value);
 }
 
-bool NativePageTest::shown(const QString& control) const
+void NativePageTest::expectControls(const char* expected) const
 {
-    const std::optional<SettingControl> c = m_page->control(control);
-    return c && c->visible;
+    for (const QString& word : QString::fromLatin1(expected).split(u' ', Qt::SkipEmptyParts)) {
+        if (word.startsWith(u'+') || word.startsWith(u'-'))
+            EXPECT_EQ(control(word.mid(1)).enabled, word.startsWith(u'+')) << qPrintable(word);
+        else
+            EXPECT_EQ(value(word.section(u'=', 0, 0)), word.section(u'=', 1).toInt())
+                << qPrintable(word);
+    }
 }
 
-QByteArray NativePageTest::pressOk()
+void NativePageTest::expectSaved(const char* expected)
 {
     EXPECT_TRUE(m_page->pressOk());
-    return savedRecord();
+    SetupValues values;
+    SetupRecordCodec::decodeDefaultCfg(savedRecord(), values);
+    forEachPair(expected, [&](const QString& name, int value) {
+        EXPECT_EQ(values.ints[size_t(field(name))], value) << qPrintable(name);
+    });
 }
