@@ -1,299 +1,164 @@
-// The G-sensor graph and the speedometer as widgets: what they draw and what
-// their image views show. Set TAVRO_SCREENSHOT_DIR to keep PNGs of each view.
+// The G-sensor graph and the speedometer as widgets, and the speed-unit
+// preference that redraws the speedometer: what they draw and store. Set
+// TAVRO_SCREENSHOT_DIR to keep PNGs of each view.
 #include "ClipDataBuilder.h"
 #include "display/GravityGraphView.h"
 #include "display/SpeedMeterView.h"
-#include "display/SpeedReadout.h"
 #include "display/SpeedUnit.h"
+#include "library/TavroNotifier.h"
 
 #include <QDir>
-#include <QImage>
-#include <QPainter>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 namespace {
 
-void keepScreenshot(QWidget& widget, const QString& name)
+QImage render(QWidget& widget, const char* screenshot)
 {
     const QString dir = qEnvironmentVariable("TAVRO_SCREENSHOT_DIR");
     if (!dir.isEmpty())
-        widget.grab().save(QDir(dir).filePath(name));
-}
-
-QImage render(QWidget& widget)
-{
+        widget.grab().save(QDir(dir).filePath(QLatin1String(screenshot)));
     return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-int countColour(const QImage& image, QRgb colour)
+// The first and last row of column x in the colour, and the pixels in it above row `above`.
+std::tuple<int, int, int> colourAt(const QImage& image, int x, QRgb colour, int above = 0)
 {
-    int n = 0;
+    int first = -1, last = -1, high = 0;
     for (int y = 0; y < image.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            n += (line[x] & 0xffffff) == (colour & 0xffffff);
+        for (int column = 0; column < image.width(); ++column) {
+            if ((image.pixel(column, y) & 0xffffff) != (colour & 0xffffff))
+                continue;
+            high += y < above;
+            if (column == x)
+                last = first < 0 ? (first = y) : y;
+        }
     }
-    return n;
+    return { first, last, high };
 }
-
-// Rows of column x holding the colour.
-std::vector<int> rowsWithColour(const QImage& image, int x, QRgb colour)
-{
-    std::vector<int> rows;
-    for (int y = 0; y < image.height(); ++y) {
-        if ((image.pixel(x, y) & 0xffffff) == (colour & 0xffffff))
-            rows.push_back(y);
-    }
-    return rows;
-}
-
-const QRgb kRed = qRgb(255, 0, 0);
-const QRgb kYellow = qRgb(255, 255, 0);
-const QRgb kBlue = qRgb(0, 0, 255);
 
 } // namespace
 
-TEST(GravityGraphViewTest, ZeroLineIsTakenOnceAtSetUp)
-{
-    GravityGraphView view;
-    view.resize(300, 100);
-    view.show();
-    ASSERT_TRUE(view.isSetUp());
-    EXPECT_FLOAT_EQ(view.baseYPoint(), 50.0f);
-    view.resize(300, 180);
-    EXPECT_FLOAT_EQ(view.baseYPoint(), 50.0f);
-}
-
-TEST(GravityGraphViewTest, RecordHandedOverBeforeSetUpUsesTheRealZeroLine)
-{
-    const TavroClipData data = makeGRecord({ { 128, 0, 0 } });
-    GravityGraphView view;
-    view.setClipData(&data);
-    EXPECT_EQ(view.clipData(), &data);
-    view.resize(200, 80);
-    view.show();
-    ASSERT_EQ(view.gxPointList().size(), 1);
-    EXPECT_FLOAT_EQ(static_cast<float>(view.gxPointList()[0].y()), 40.0f - 12.8f);
-}
-
-TEST(GravityGraphViewTest, EmptyRecordDrawsNoCurve)
-{
-    const TavroClipData data = makeGRecord({});
-    GravityGraphView view;
-    view.resize(300, 100);
-    view.show();
-    view.setClipData(&data);
-    const QImage image = render(view);
-    EXPECT_EQ(countColour(image, kRed), 0);
-    EXPECT_EQ(countColour(image, kYellow), 0);
-    EXPECT_EQ(countColour(image, kBlue), 0);
-}
-
-TEST(GravityGraphViewTest, OneSampleDrawsALineFromTheZeroLineToTheRightEdge)
+TEST(GravityGraphViewTest, CurvesHangFromTheZeroLineTakenAtSetUp)
 {
     // Zero line 50 units up a 100 high view; x hangs 30 units, y 10, z none.
-    const TavroClipData data = makeGRecord({ { -300, 100, 0 } });
+    // Widget rows count down from the top: 50 up is row 50, 20 up is row 80.
+    // A record handed over before the view has its size is laid out on the
+    // real zero line, taken once at set-up.
+    const TavroClipData one = makeGRecord({ { -300, 100, 0 } });
     GravityGraphView view;
+    view.setClipData(&one);
+    EXPECT_FALSE(view.isSetUp());
     view.resize(301, 100);
     view.show();
-    view.setClipData(&data);
-    const QImage image = render(view);
-    keepScreenshot(view, QStringLiteral("gravity-one-sample.png"));
-
-    // Widget rows count down from the top: 50 up is row 50, 20 up is row 80.
-    const int right = image.width() - 1;
-    auto near = [](const std::vector<int>& rows, int row) {
-        return !rows.empty() && std::abs(rows.front() - row) <= 1
-            && std::abs(rows.back() - row) <= 1;
+    ASSERT_TRUE(view.isSetUp());
+    ASSERT_EQ(view.gxPointList().size(), 1);
+    EXPECT_FLOAT_EQ(float(view.gxPointList()[0].y()), 20.0f);
+    QImage image = render(view, "gravity-one-sample.png");
+    const QRgb red = qRgb(255, 0, 0), yellow = qRgb(255, 255, 0), blue = qRgb(0, 0, 255);
+    const auto at = [&](int x, QRgb colour, int row) {
+        const auto [first, last, high] = colourAt(image, x, colour);
+        return std::abs(first - row) <= 1 && std::abs(last - row) <= 1;
     };
-    EXPECT_TRUE(near(rowsWithColour(image, right, kRed), 80));
-    EXPECT_TRUE(near(rowsWithColour(image, right, kYellow), 60));
-    EXPECT_TRUE(near(rowsWithColour(image, right, kBlue), 50));
-    // All three start at the zero line on the left; blue is drawn last.
-    EXPECT_TRUE(near(rowsWithColour(image, 0, kBlue), 50));
-}
+    EXPECT_TRUE(at(300, red, 80));
+    EXPECT_TRUE(at(300, yellow, 60));
+    EXPECT_TRUE(at(300, blue, 50));
+    EXPECT_TRUE(at(0, blue, 50)); // all start there; blue is drawn last
 
-TEST(GravityGraphViewTest, DrivingClipDrawsThreeCurves)
-{
     std::vector<GSample> samples;
     for (int i = 0; i < 600; ++i) {
         const int bump = (i > 300 && i < 320) ? 200 : 0;
-        samples.push_back(
-            { (i % 13 - 6) * 4 + bump, (i % 7 - 3) * 6 - bump / 2, 128 + (i % 5) - 2 });
+        samples.push_back({ (i % 13 - 6) * 4 + bump, (i % 7 - 3) * 6 - bump / 2, 126 + i % 5 });
     }
-    const TavroClipData data = makeGRecord(samples);
-    GravityGraphView view;
-    view.resize(320, 120);
+    const TavroClipData driving = makeGRecord(samples);
+    view.setClipData(&driving);
+    image = render(view, "gravity-driving.png");
+    for (const QRgb colour : { red, yellow, blue }) {
+        const auto [first, last, high] = colourAt(image, 160, colour, 49);
+        EXPECT_GE(first, 50) << std::hex << colour;
+        EXPECT_EQ(high, 0) << std::hex << colour;
+    }
+    const TavroClipData empty = makeGRecord({});
+    view.setClipData(&empty);
+    image = render(view, "gravity-empty.png");
+    for (const QRgb colour : { red, yellow, blue })
+        EXPECT_EQ(std::get<2>(colourAt(image, 0, colour, 100)), 0) << std::hex << colour;
+    view.resize(301, 180);
+    EXPECT_FLOAT_EQ(view.baseYPoint(), 50.0f);
+}
+
+TEST(SpeedMeterViewTest, DigitsGaugeUnitAndArtworkFollowTheStoredUnit)
+{
+    QTemporaryDir settingsDir;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDir.path());
+    SpeedMeterView view;
+    view.resize(240, 120);
     view.show();
-    view.setClipData(&data);
-    const QImage image = render(view);
-    keepScreenshot(view, QStringLiteral("gravity-driving.png"));
-    EXPECT_GT(countColour(image, kRed), 100);
-    EXPECT_GT(countColour(image, kYellow), 100);
-    EXPECT_GT(countColour(image, kBlue), 100);
-    // Nothing is drawn above the zero line (row 60).
-    for (int y = 0; y < 59; ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb p = image.pixel(x, y) & 0xffffff;
-            ASSERT_TRUE(
-                p != (kRed & 0xffffff) && p != (kYellow & 0xffffff) && p != (kBlue & 0xffffff))
-                << x << "," << y;
-        }
-    }
-}
-
-// ---------------------------------------------------------------- speedometer
-
-namespace {
-
-class SpeedMeterViewTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_dir.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_dir.path());
-        QSettings().clear();
-        m_view.resize(240, 120);
-        m_view.show();
-    }
-
-    static void useUnit(int unit) { QSettings().setValue(SpeedUnit::kSpeedUnitKey, unit); }
-
-    QTemporaryDir m_dir;
-    SpeedMeterView m_view;
-};
-
-} // namespace
-
-TEST_F(SpeedMeterViewTest, ImagesShowTheReadoutInEitherUnit)
-{
-    // The digits, the gauge and the unit label are the readout's (whose
-    // conversion the logic tests check), in the unit the user chose.
-    const auto digit
-        = [](int d) { return d == SpeedReadout::kNoDigit ? QString() : QString::number(d); };
-    for (const int unit : { SpeedUnit::kKmph, SpeedUnit::kMph }) {
-        useUnit(unit);
-        for (const int kmh : { 0, 8, 9, 55, 100, 105, 161, 1024 }) {
-            const SpeedReadout readout = SpeedReadout::forSpeed(kmh, unit);
-            m_view.setSpeed(kmh);
-            const std::string what = std::to_string(kmh) + " km/h, unit " + std::to_string(unit);
-            EXPECT_EQ(m_view.speed(), kmh) << what;
-            EXPECT_EQ(m_view.number100(), digit(readout.number100)) << what;
-            EXPECT_EQ(m_view.number10(), digit(readout.number10)) << what;
-            EXPECT_EQ(m_view.number1(), digit(readout.number1)) << what;
-            EXPECT_EQ(m_view.visibleGaugeCount(), readout.gaugeSegments) << what;
-            EXPECT_EQ(m_view.isSpeedUnitImageVisible(), unit == SpeedUnit::kMph) << what;
-        }
-    }
-}
-
-TEST_F(SpeedMeterViewTest, GaugeLightsOneSegmentPerTenUnits)
-{
-    const struct {
-        int shown;
-        int lit;
-    } cases[] = { { -5, 0 }, { 0, 0 }, { 9, 0 }, { 10, 1 }, { 19, 1 }, { 125, 12 }, { 239, 23 },
-        { 240, 24 }, { 5000, 24 } };
-    for (const auto& c : cases) {
-        m_view.setSpeedGauge(c.shown);
-        EXPECT_EQ(m_view.visibleGaugeCount(), c.lit) << c.shown;
-        EXPECT_EQ(m_view.isGaugeVisible(c.lit), c.lit > 0) << c.shown;
-        EXPECT_FALSE(m_view.isGaugeVisible(c.lit + 1)) << c.shown;
-    }
-}
-
-TEST_F(SpeedMeterViewTest, SwitchingTheUnitRedrawsFromTheStoredSpeed)
-{
     SpeedUnit unit;
-    unit.setSpeedometer(&m_view);
-    m_view.setSpeed(105);
-    keepScreenshot(m_view, QStringLiteral("speed-105-kmh.png"));
-    const QImage kmh = render(m_view);
-
-    unit.onMenuSpeedMph();
-    EXPECT_EQ(m_view.speed(), 105);
-    EXPECT_EQ(m_view.number10().toStdString(), "6");
-    EXPECT_EQ(m_view.number1().toStdString(), "5");
-    EXPECT_TRUE(m_view.isSpeedUnitImageVisible());
-    keepScreenshot(m_view, QStringLiteral("speed-105-as-mph.png"));
-    const QImage mph = render(m_view);
-    EXPECT_NE(kmh, mph);
-
+    unit.setSpeedometer(&view);
+    QSignalSpy marks(&unit, &SpeedUnit::speedUnitItemMarked);
+    QSignalSpy posted(&TavroNotifier::shared(), &TavroNotifier::refreshSpeedUnit);
+    const auto stored = [] {
+        QFile file(QSettings().fileName());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const struct {
+        int kmh;
+        bool mph;
+        const char *hundreds, *tens, *units; // "" = cleared
+        int gauge;
+    } cases[] = { { 105, false, "1", "0", "5", 10 }, { 105, true, "", "6", "5", 6 },
+        { 8, true, "", "", "", 0 }, { 9, false, "", "", "9", 0 }, { 239, false, "2", "3", "9", 23 },
+        { 240, false, "2", "4", "0", 24 }, { 1024, true, "6", "3", "6", 24 } };
+    for (const auto& c : cases) {
+        c.mph ? unit.onMenuSpeedMph() : unit.onMenuSpeedKmph(); // redraws the last speed
+        view.setSpeed(c.kmh);
+        EXPECT_EQ(QStringList({ view.number100(), view.number10(), view.number1() }),
+            QStringList({ c.hundreds, c.tens, c.units }))
+            << c.kmh;
+        EXPECT_EQ(std::vector<int>({ view.visibleGaugeCount(), view.isGaugeVisible(c.gauge),
+                      view.isGaugeVisible(c.gauge + 1), view.isSpeedUnitImageVisible() }),
+            std::vector<int>({ c.gauge, c.gauge > 0, false, c.mph }))
+            << c.kmh;
+    }
+    // A change is stored at once and posted once; the menu item is marked each time.
+    EXPECT_TRUE(stored().contains("TavroViewerSpeedUnit=1")) << stored().constData();
+    EXPECT_EQ(posted.size(), 3);
+    EXPECT_EQ(marks.size(), 7);
+    // Switching redraws the stored speed, also when another window switches.
+    view.setSpeed(105);
+    const QImage mph105 = render(view, "speed-105-as-mph.png");
     unit.onMenuSpeedKmph();
-    EXPECT_EQ(m_view.number100().toStdString(), "1");
-    EXPECT_FALSE(m_view.isSpeedUnitImageVisible());
-    EXPECT_EQ(render(m_view), kmh);
-}
+    EXPECT_NE(render(view, "speed-105-kmh.png"), mph105);
+    // The lit gauge runs from the cold to the warm end of the scale.
+    view.setSpeed(0);
+    const QImage dark = render(view, "speed-0-kmh.png");
+    view.setSpeed(240);
+    const QImage lit = render(view, "speed-240-kmh.png");
+    EXPECT_GT(qBlue(lit.pixel(15, 107)), qRed(lit.pixel(15, 107)));
+    EXPECT_GT(qRed(lit.pixel(222, 100)), qBlue(lit.pixel(222, 100)));
+    EXPECT_NE(dark.pixel(222, 100), lit.pixel(222, 100));
+    // Every image the views and the main window draw is there.
+    for (const char* name :
+        { "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "speed_digit_off", "speed_gauge",
+            "speed_mph", "speed_panel", "shock_gage1", "shock_gage2", "earth1", "earth2" })
+        EXPECT_TRUE(
+            QSvgRenderer(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name))).isValid())
+            << name;
+    view.setSpeed(105);
+    QSettings().setValue(SpeedUnit::kSpeedUnitKey, SpeedUnit::kMph);
+    TavroNotifier::shared().post(TavroNotifier::kRefreshSpeedUnitNotification);
+    EXPECT_EQ(render(view, "speed-105-mph-again.png"), mph105);
 
-TEST_F(SpeedMeterViewTest, ArtworkIsDrawn)
-{
-    // Dark digits and an unlit gauge look different from a lit instrument,
-    // and the lit gauge's last segment is the warm end of the scale.
-    m_view.setSpeed(0);
-    const QImage dark = render(m_view);
-    m_view.setSpeed(240);
-    const QImage lit = render(m_view);
-    keepScreenshot(m_view, QStringLiteral("speed-240-kmh.png"));
-    ASSERT_FALSE(dark.isNull());
-    EXPECT_NE(dark, lit);
-
-    auto isLight = [](QRgb p) { return qRed(p) > 200 && qGreen(p) > 200 && qBlue(p) > 200; };
-    int lightDark = 0;
-    int lightLit = 0;
-    for (int y = 0; y < 80; ++y) {
-        for (int x = 0; x < 160; ++x) {
-            lightDark += isLight(dark.pixel(x, y));
-            lightLit += isLight(lit.pixel(x, y));
-        }
+    // The menu marks mph only for a stored 1.
+    for (const QVariant& value : { QVariant(2), QVariant("mph"), QVariant(1), QVariant() }) {
+        QSettings().setValue(SpeedUnit::kSpeedUnitKey, value);
+        unit.markCurrentSpeedUnit();
+        EXPECT_EQ(
+            marks.last().at(0).toInt(), value == QVariant(1) ? SpeedUnit::kMph : SpeedUnit::kKmph);
     }
-    EXPECT_EQ(lightDark, 0);
-    EXPECT_GT(lightLit, 300);
-
-    const QRgb firstSegment = lit.pixel(15, 107);
-    const QRgb lastSegment = lit.pixel(222, 100);
-    EXPECT_GT(qBlue(firstSegment), qRed(firstSegment));
-    EXPECT_GT(qRed(lastSegment), qBlue(lastSegment));
-    EXPECT_NE(dark.pixel(222, 100), lastSegment);
-
-    m_view.resize(480, 240);
-    m_view.setSpeed(188);
-    keepScreenshot(m_view, QStringLiteral("speed-188-kmh-large.png"));
-}
-
-TEST(TelemetryArtworkTest, EveryImageNameResolvesAndDrawsSomething)
-{
-    const char* names[]
-        = { "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "speed_digit_off", "speed_gauge",
-              "speed_mph", "speed_panel", "shock_gage1", "shock_gage2", "earth1", "earth2" };
-    QImage sheet(64 * 6, 64 * 3, QImage::Format_RGB32);
-    sheet.fill(qRgb(0x1f, 0x22, 0x26));
-    QPainter sheetPainter(&sheet);
-    int slot = 0;
-    for (const char* name : names) {
-        QSvgRenderer svg(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name)));
-        ASSERT_TRUE(svg.isValid()) << name;
-        QImage image(svg.defaultSize(), QImage::Format_ARGB32);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        svg.render(&painter);
-        painter.end();
-        int opaque = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                opaque += qAlpha(image.pixel(x, y)) > 0;
-        EXPECT_GT(opaque, image.width() * image.height() / 50) << name;
-        const QSize fit = image.size().scaled(60, 60, Qt::KeepAspectRatio);
-        sheetPainter.drawImage(QRect(QPoint(slot % 6 * 64 + 2, slot / 6 * 64 + 2), fit), image);
-        ++slot;
-    }
-    sheetPainter.end();
-    const QString dir = qEnvironmentVariable("TAVRO_SCREENSHOT_DIR");
-    if (!dir.isEmpty())
-        sheet.save(QDir(dir).filePath(QStringLiteral("artwork.png")));
 }

@@ -8,169 +8,55 @@
 #include "TestFiles.h"
 
 #include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLibraryInfo>
-#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSize>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace {
 
-constexpr int kCpackTimeoutMs = 300000;
-constexpr int kToolTimeoutMs = 60000;
 const QString kDesktopId = QStringLiteral("io.github.tavro.Viewer");
 
 struct ToolRun {
     int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
+    QString out, err;
 };
 
-ToolRun run(const QString& program, const QStringList& args, const QStringList& extraEnv = {},
-    int timeoutMs = kToolTimeoutMs)
+ToolRun run(const QString& program, const QStringList& args, const QStringList& env = {},
+    int timeoutMs = 60000)
 {
     QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const QString& entry : extraEnv)
-        env.insert(entry.section(u'=', 0, 0), entry.section(u'=', 1));
-    process.setProcessEnvironment(env);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString& entry : env)
+        environment.insert(entry.section(u'=', 0, 0), entry.section(u'=', 1));
+    process.setProcessEnvironment(environment);
     process.start(program, args);
-    ToolRun result;
-    if (!process.waitForStarted(kToolTimeoutMs)) {
-        result.err = "cannot start " + program.toUtf8();
-        return result;
-    }
-    if (!process.waitForFinished(timeoutMs)) {
+    if (!process.waitForFinished(timeoutMs) || process.exitStatus() != QProcess::NormalExit) {
         process.kill();
-        process.waitForFinished();
-        result.err = program.toUtf8() + " timed out";
-        return result;
+        return { -1, {}, program + QStringLiteral(" did not finish") };
     }
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    return result;
+    return { process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+        QString::fromUtf8(process.readAllStandardError()) };
 }
 
-// Width and height from a PNG's IHDR chunk; (0, 0) when it is no PNG.
-QSize pngSize(const QString& path)
+// The package owning a file ("libqt6core6: /usr/lib/…" → "libqt6core6"), or "".
+QString owner(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray head = file.read(24);
-    if (head.size() < 24 || !head.startsWith("\x89PNG\r\n\x1a\n") || head.mid(12, 4) != "IHDR")
-        return {};
-    auto be32 = [&head](int at) {
-        return (quint8(head[at]) << 24) | (quint8(head[at + 1]) << 16) | (quint8(head[at + 2]) << 8)
-            | quint8(head[at + 3]);
-    };
-    return QSize(int(be32(16)), int(be32(20)));
-}
-
-// "Key: value" control fields (continuation lines folded into the value).
-QMap<QString, QString> controlFields(const QByteArray& text)
-{
-    QMap<QString, QString> fields;
-    QString last;
-    for (const QString& line : QString::fromUtf8(text).split(u'\n')) {
-        if (line.startsWith(u' ') && !last.isEmpty()) {
-            fields[last] += u'\n' + line.mid(1);
-        } else if (const qsizetype colon = line.indexOf(u':'); colon > 0) {
-            last = line.left(colon);
-            fields[last] = line.mid(colon + 1).trimmed();
-        }
+    // With merged /usr, dpkg knows a file under one of its two names.
+    for (const QString& candidate :
+        { path, QFileInfo(path).canonicalFilePath(), QStringLiteral("/usr") + path }) {
+        const ToolRun dpkg = run(QStringLiteral("dpkg"), { QStringLiteral("-S"), candidate });
+        if (!path.isEmpty() && dpkg.exitCode == 0)
+            return dpkg.out.section(u':', 0, 0).section(u',', 0, 0);
     }
-    return fields;
-}
-
-// The package names of a Depends/Recommends field, alternatives included,
-// without versions.
-QSet<QString> packageNames(const QString& field)
-{
-    QSet<QString> names;
-    static const QRegularExpression separators(QStringLiteral("[,|]"));
-    for (const QString& part : field.split(separators, Qt::SkipEmptyParts))
-        names.insert(part.trimmed().section(u' ', 0, 0).section(u':', 0, 0));
-    return names;
-}
-
-// The keys of a desktop entry's [Desktop Entry] group, as the desktop reads
-// them (';' separates list items there; it starts no comment).
-QMap<QString, QString> desktopEntry(const QString& path)
-{
-    QMap<QString, QString> keys;
-    bool inGroup = false;
-    for (const QString& line : QString::fromUtf8(TestFiles::read(path)).split(u'\n')) {
-        if (line.startsWith(u'['))
-            inGroup = line == QLatin1String("[Desktop Entry]");
-        else if (const qsizetype equals = line.indexOf(u'='); inGroup && equals > 0)
-            keys[line.left(equals).trimmed()] = line.mid(equals + 1).trimmed();
-    }
-    return keys;
-}
-
-// The library packages a program links directly (its NEEDED entries, resolved
-// as the loader resolves them), each with the library it was found for.
-QMap<QString, QString> linkedPackages(const QString& program)
-{
-    QMap<QString, QString> packages;
-    const ToolRun dynamic = run(QStringLiteral("readelf"), { QStringLiteral("-d"), program });
-    const ToolRun ldd = run(QStringLiteral("ldd"), { program });
-    static const QRegularExpression needed(QStringLiteral("\\(NEEDED\\).*\\[(.+)\\]"));
-    auto it = needed.globalMatch(QString::fromUtf8(dynamic.out));
-    while (it.hasNext()) {
-        const QString soname = it.next().captured(1);
-        const QRegularExpression resolved(
-            QStringLiteral("^\\s*%1 => (/\\S+)").arg(QRegularExpression::escape(soname)),
-            QRegularExpression::MultilineOption);
-        const QString path = resolved.match(QString::fromUtf8(ldd.out)).captured(1);
-        // With merged /usr, dpkg knows a library under one of its two names.
-        for (const QString& candidate :
-            { path, QFileInfo(path).canonicalFilePath(), QStringLiteral("/usr") + path }) {
-            const ToolRun owner = run(QStringLiteral("dpkg"), { QStringLiteral("-S"), candidate });
-            if (!path.isEmpty() && owner.exitCode == 0) {
-                packages.insert(
-                    QString::fromUtf8(owner.out).section(u':', 0, 0).section(u',', 0, 0), soname);
-                break;
-            }
-        }
-    }
-    return packages;
-}
-
-// The packages holding the QML modules a QML file imports ("import QtQuick" →
-// the owner of …/qml/QtQuick/qmldir), each with the module's name; a module
-// no package holds maps to an empty name.
-QMap<QString, QString> qmlImportPackages(const QString& qmlFile)
-{
-    QMap<QString, QString> packages;
-    static const QRegularExpression importLine(
-        QStringLiteral("^import\\s+([A-Za-z][\\w.]*)"), QRegularExpression::MultilineOption);
-    const QString qmlDir = QLibraryInfo::path(QLibraryInfo::QmlImportsPath);
-    auto it = importLine.globalMatch(QString::fromUtf8(TestFiles::read(qmlFile)));
-    while (it.hasNext()) {
-        const QString module = it.next().captured(1);
-        const QString qmldir = qmlDir + u'/' + QString(module).replace(u'.', u'/') + QStringLiteral("/qmldir");
-        const ToolRun owner = run(QStringLiteral("dpkg"), { QStringLiteral("-S"), qmldir });
-        packages.insert(owner.exitCode == 0
-                ? QString::fromUtf8(owner.out).section(u':', 0, 0).section(u',', 0, 0)
-                : QString(),
-            module);
-    }
-    return packages;
+    return {};
 }
 
 // The commands `tavro --help` lists ("  tavro card identify DIR" → "card").
@@ -178,11 +64,11 @@ QStringList cliCommands(const QString& tavro)
 {
     const ToolRun help = run(tavro, { QStringLiteral("--help") });
     QStringList commands;
-    static const QRegularExpression usageLine(QStringLiteral("^\\s+tavro ([a-z-]+)"));
-    for (const QString& line : QString::fromUtf8(help.out + help.err).split(u'\n')) {
-        const QRegularExpressionMatch match = usageLine.match(line);
-        if (match.hasMatch() && !commands.contains(match.captured(1)))
-            commands.append(match.captured(1));
+    static const QRegularExpression usage(
+        QStringLiteral("^\\s+tavro ([a-z-]+)"), QRegularExpression::MultilineOption);
+    for (auto it = usage.globalMatch(help.out + help.err); it.hasNext();) {
+        if (const QString command = it.next().captured(1); !commands.contains(command))
+            commands << command;
     }
     return commands;
 }
@@ -192,352 +78,254 @@ protected:
     static void SetUpTestSuite()
     {
         s_work = std::make_unique<QTemporaryDir>();
-        const QString work = s_work->path();
         // The package of this build, in a folder of its own so that a
         // `tools/dev.sh package` next to it is not disturbed.
         const ToolRun cpack = run(QStringLiteral(TAVRO_CPACK_COMMAND),
-            { QStringLiteral("-G"), QStringLiteral("DEB"), QStringLiteral("--config"),
-                QStringLiteral(TAVRO_BUILD_DIR "/CPackConfig.cmake"), QStringLiteral("-B"), work },
-            {}, kCpackTimeoutMs);
+            { "-G", "DEB", "--config", TAVRO_BUILD_DIR "/CPackConfig.cmake", "-B", s_work->path() },
+            {}, 300000);
         s_cpackLog = cpack.out + cpack.err;
-        const QStringList debs
-            = QDir(work).entryList({ QStringLiteral("*.deb") }, QDir::Files, QDir::Name);
+        const QStringList debs = QDir(s_work->path()).entryList({ QStringLiteral("*.deb") });
         if (cpack.exitCode != 0 || debs.size() != 1)
             return;
-        s_deb = work + u'/' + debs.first();
-        s_root = work + QStringLiteral("/root");
-        if (run(QStringLiteral("dpkg-deb"), { QStringLiteral("-x"), s_deb, s_root }).exitCode != 0)
-            s_root.clear();
+        s_deb = s_work->filePath(debs.first());
+        if (run(QStringLiteral("dpkg-deb"), { "-x", s_deb, s_work->filePath("root") }).exitCode
+            == 0)
+            s_root = s_work->filePath("root");
     }
     static void TearDownTestSuite() { s_work.reset(); }
-
     void SetUp() override
     {
         ASSERT_FALSE(s_deb.isEmpty()) << "cpack did not make one package:\n"
-                                      << s_cpackLog.constData();
+                                      << s_cpackLog.toStdString();
         ASSERT_FALSE(s_root.isEmpty()) << "dpkg-deb -x failed";
     }
-
     static QString installed(const QString& relative)
     {
         return s_root + QStringLiteral("/usr/") + relative;
     }
+    static QString field(const QString& name)
+    {
+        return run(QStringLiteral("dpkg-deb"), { "-f", s_deb, name }).out.trimmed();
+    }
 
-    static std::unique_ptr<QTemporaryDir> s_work;
-    static QByteArray s_cpackLog;
-    static QString s_deb;
-    static QString s_root;
+    static inline std::unique_ptr<QTemporaryDir> s_work;
+    static inline QString s_cpackLog, s_deb, s_root;
 };
-
-std::unique_ptr<QTemporaryDir> PackagingTest::s_work;
-QByteArray PackagingTest::s_cpackLog;
-QString PackagingTest::s_deb;
-QString PackagingTest::s_root;
 
 TEST_F(PackagingTest, ControlFieldsNameTheProjectAndEveryLibraryPackage)
 {
-    const QString arch = QString::fromUtf8(
-        run(QStringLiteral("dpkg"), { QStringLiteral("--print-architecture") }).out)
-                             .trimmed();
+    const QString arch
+        = run(QStringLiteral("dpkg"), { QStringLiteral("--print-architecture") }).out.trimmed();
     EXPECT_EQ(QFileInfo(s_deb).fileName(),
-        QStringLiteral("tavro-viewer_%1_%2.deb").arg(QStringLiteral(TAVRO_VERSION), arch));
-
-    const ToolRun info = run(QStringLiteral("dpkg-deb"), { QStringLiteral("-f"), s_deb });
-    ASSERT_EQ(info.exitCode, 0) << info.err.constData();
-    const QMap<QString, QString> fields = controlFields(info.out);
-    EXPECT_EQ(fields.value(QStringLiteral("Package")), QStringLiteral("tavro-viewer"));
-    EXPECT_EQ(fields.value(QStringLiteral("Version")), QStringLiteral(TAVRO_VERSION));
-    EXPECT_EQ(fields.value(QStringLiteral("Architecture")), arch);
-    EXPECT_EQ(fields.value(QStringLiteral("Section")), QStringLiteral("video"));
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^[^<>]+ <[^@<>\\s]+@[^@<>\\s]+>$"))
-                    .match(fields.value(QStringLiteral("Maintainer")))
-                    .hasMatch())
-        << fields.value(QStringLiteral("Maintainer")).toStdString();
-    EXPECT_TRUE(fields.value(QStringLiteral("Homepage")).startsWith(QLatin1String("https://")));
-    // A one-line summary, then a long description.
-    const QStringList description = fields.value(QStringLiteral("Description")).split(u'\n');
-    ASSERT_GE(description.size(), 3);
-    EXPECT_LE(description.first().size(), 80);
-
-    // Every library the programs load comes from a package named in Depends
-    // (dpkg-shlibdeps), and so do the pieces loaded at run time.
-    const QSet<QString> depends = packageNames(fields.value(QStringLiteral("Depends")));
+        QStringLiteral("tavro-viewer_" TAVRO_VERSION "_%1.deb").arg(arch));
+    EXPECT_EQ(QStringList(
+                  { field("Package"), field("Version"), field("Architecture"), field("Section") }),
+        QStringList({ "tavro-viewer", TAVRO_VERSION, arch, "video" }));
+    EXPECT_TRUE(field("Maintainer").contains(u'@')
+        && field("Homepage").startsWith(QLatin1String("https://")));
+    EXPECT_GE(field("Description").count(u'\n'), 2); // a summary line, then a long description
+    // Every library the programs link (their NEEDED entries, resolved as the
+    // loader does) comes from a package named in Depends, and so do the
+    // pieces loaded at run time and the map window's QML modules.
+    QSet<QString> depends;
+    for (const QString& part :
+        field("Depends").split(QRegularExpression("[,|]"), Qt::SkipEmptyParts))
+        depends << part.trimmed().section(u' ', 0, 0).section(u':', 0, 0);
     for (const char* needed : { "ffmpeg", "libqt6webenginecore6-bin", "libqt6svg6" })
         EXPECT_TRUE(depends.contains(QLatin1String(needed))) << needed;
-    for (const QString& program :
-        { installed(QStringLiteral("bin/tavro")), installed(QStringLiteral("bin/tavro-viewer")) }) {
-        const QMap<QString, QString> linked = linkedPackages(program);
-        EXPECT_GT(linked.size(), 2) << program.toStdString();
-        for (auto it = linked.cbegin(); it != linked.cend(); ++it)
-            EXPECT_TRUE(depends.contains(it.key()))
-                << program.toStdString() << " links " << it.value().toStdString() << " of "
-                << it.key().toStdString();
+    for (const QString& program : { installed("bin/tavro"), installed("bin/tavro-viewer") }) {
+        const QString ldd = run(QStringLiteral("ldd"), { program }).out;
+        const QString dynamic = run(QStringLiteral("readelf"), { "-d", program }).out;
+        int linked = 0;
+        for (auto it = QRegularExpression("\\(NEEDED\\).*\\[(.+)\\]").globalMatch(dynamic);
+             it.hasNext();) {
+            const QString soname = it.next().captured(1);
+            const QString path
+                = QRegularExpression("^\\s*" + QRegularExpression::escape(soname) + " => (/\\S+)",
+                    QRegularExpression::MultilineOption)
+                      .match(ldd)
+                      .captured(1);
+            // The loader itself ("ld-linux…") is no library of a package.
+            if (const QString package = owner(path); !package.isEmpty() && ++linked) {
+                EXPECT_TRUE(depends.contains(package))
+                    << program.toStdString() << " links " << soname.toStdString();
+            }
+        }
+        EXPECT_GT(linked, 2) << program.toStdString();
     }
-    // The map window's QML modules are loaded by name at run time: no
-    // library dependency brings them, Depends must.
-    const QMap<QString, QString> qml
-        = qmlImportPackages(QStringLiteral(TAVRO_SOURCE_DIR "/resources/map/MapHost.qml"));
-    EXPECT_GE(qml.size(), 2);
-    for (auto it = qml.cbegin(); it != qml.cend(); ++it)
-        EXPECT_TRUE(depends.contains(it.key())) << "QML module " << it.value().toStdString()
-                                                << " comes from " << it.key().toStdString();
+    const QString qml
+        = QString::fromUtf8(TestFiles::read(TAVRO_SOURCE_DIR "/resources/map/MapHost.qml"));
+    int modules = 0;
+    for (auto it
+         = QRegularExpression("^import\\s+([A-Za-z][\\w.]*)", QRegularExpression::MultilineOption)
+               .globalMatch(qml);
+         it.hasNext(); ++modules) {
+        const QString module = it.next().captured(1);
+        const QString qmldir = QLibraryInfo::path(QLibraryInfo::QmlImportsPath) + u'/'
+            + QString(module).replace(u'.', u'/') + QStringLiteral("/qmldir");
+        EXPECT_TRUE(depends.contains(owner(qmldir))) << "QML module " << module.toStdString();
+    }
+    EXPECT_GE(modules, 2);
 }
 
 TEST_F(PackagingTest, FileListHoldsTheProgramsAndTheirDesktopFilesOnly)
 {
-    const ToolRun contents = run(QStringLiteral("dpkg-deb"), { QStringLiteral("-c"), s_deb });
-    ASSERT_EQ(contents.exitCode, 0) << contents.err.constData();
+    const ToolRun contents = run(QStringLiteral("dpkg-deb"), { "-c", s_deb });
+    ASSERT_EQ(contents.exitCode, 0) << contents.err.toStdString();
     QSet<QString> files;
-    for (const QString& line : QString::fromUtf8(contents.out).split(u'\n', Qt::SkipEmptyParts)) {
+    for (const QString& line : contents.out.split(u'\n', Qt::SkipEmptyParts)) {
         // "-rwxr-xr-x root/root 123 2026-11-22 12:00 ./usr/bin/tavro"
         const QStringList columns = line.simplified().split(u' ');
         ASSERT_GE(columns.size(), 6) << line.toStdString();
         EXPECT_EQ(columns[1], QStringLiteral("root/root")) << line.toStdString();
         if (columns[0].startsWith(u'd'))
             continue;
-        const QString path = columns[5];
-        files.insert(path);
-        const bool program = path.startsWith(QLatin1String("./usr/bin/"));
-        EXPECT_EQ(columns[0], program ? QStringLiteral("-rwxr-xr-x") : QStringLiteral("-rw-r--r--"))
-            << path.toStdString();
+        files << columns[5];
+        EXPECT_EQ(columns[0],
+            columns[5].startsWith(QLatin1String("./usr/bin/")) ? "-rwxr-xr-x" : "-rw-r--r--")
+            << line.toStdString();
     }
-    const QSet<QString> expected {
-        QStringLiteral("./usr/bin/tavro"),
-        QStringLiteral("./usr/bin/tavro-viewer"),
-        QStringLiteral("./usr/share/applications/%1.desktop").arg(kDesktopId),
-        QStringLiteral("./usr/share/metainfo/%1.metainfo.xml").arg(kDesktopId),
-        QStringLiteral("./usr/share/icons/hicolor/scalable/apps/%1.svg").arg(kDesktopId),
-        QStringLiteral("./usr/share/icons/hicolor/256x256/apps/%1.png").arg(kDesktopId),
-        QStringLiteral("./usr/share/man/man1/tavro.1.gz"),
-        QStringLiteral("./usr/share/man/man1/tavro-viewer.1.gz"),
-        QStringLiteral("./usr/share/bash-completion/completions/tavro"),
-        QStringLiteral("./usr/share/bash-completion/completions/tavro-viewer"),
-    };
-    EXPECT_EQ(files, expected);
-
+    EXPECT_EQ(files,
+        (QSet<QString> { "./usr/bin/tavro", "./usr/bin/tavro-viewer",
+            "./usr/share/applications/" + kDesktopId + ".desktop",
+            "./usr/share/metainfo/" + kDesktopId + ".metainfo.xml",
+            "./usr/share/icons/hicolor/scalable/apps/" + kDesktopId + ".svg",
+            "./usr/share/icons/hicolor/256x256/apps/" + kDesktopId + ".png",
+            "./usr/share/man/man1/tavro.1.gz", "./usr/share/man/man1/tavro-viewer.1.gz",
+            "./usr/share/bash-completion/completions/tavro",
+            "./usr/share/bash-completion/completions/tavro-viewer" }));
     // The programs are stripped and look nowhere into the build tree.
-    for (const QString& program :
-        { installed(QStringLiteral("bin/tavro")), installed(QStringLiteral("bin/tavro-viewer")) }) {
-        const ToolRun sections = run(
-            QStringLiteral("readelf"), { QStringLiteral("-S"), QStringLiteral("-d"), program });
-        ASSERT_EQ(sections.exitCode, 0);
-        EXPECT_FALSE(sections.out.contains(".debug_info")) << program.toStdString();
-        EXPECT_FALSE(sections.out.contains("RPATH") || sections.out.contains("RUNPATH"))
+    for (const QString& program : { installed("bin/tavro"), installed("bin/tavro-viewer") }) {
+        const QString sections = run(QStringLiteral("readelf"), { "-S", "-d", program }).out;
+        EXPECT_FALSE(sections.contains(".debug_info") || sections.contains("RPATH")
+            || sections.contains("RUNPATH"))
             << program.toStdString();
-        QFile file(program);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_FALSE(file.readAll().contains(QByteArrayLiteral(TAVRO_BUILD_DIR)))
-            << program.toStdString();
+        EXPECT_FALSE(TestFiles::read(program).contains(TAVRO_BUILD_DIR)) << program.toStdString();
     }
-    EXPECT_EQ(pngSize(installed(
-                  QStringLiteral("share/icons/hicolor/256x256/apps/%1.png").arg(kDesktopId))),
+    EXPECT_EQ(
+        QImageReader(installed("share/icons/hicolor/256x256/apps/" + kDesktopId + ".png")).size(),
         QSize(256, 256));
 }
 
-TEST_F(PackagingTest, UnpackedToolRunsOnACard)
+TEST_F(PackagingTest, UnpackedProgramsRunOnACard)
 {
-    const QString tavro = installed(QStringLiteral("bin/tavro"));
-    const ToolRun version = run(tavro, { QStringLiteral("--version") });
-    EXPECT_EQ(version.exitCode, 0) << version.err.constData();
-    EXPECT_EQ(version.out, QByteArray("tavro " TAVRO_VERSION "\n"));
-
+    EXPECT_EQ(run(installed("bin/tavro"), { "--version" }).out, "tavro " TAVRO_VERSION "\n");
+    // The viewer starts far enough to answer (no display needed for that).
+    EXPECT_EQ(
+        run(installed("bin/tavro-viewer"), { "--version" }, { "QT_QPA_PLATFORM=offscreen" }).out,
+        "tavro-viewer " TAVRO_VERSION "\n");
     CardBuilder card;
     card.setupCfg(SetupCfgBuilder(464).productName("Dravi").version("1.02.17").localId(3).bytes());
-    const ToolRun identify
-        = run(tavro, { QStringLiteral("card"), QStringLiteral("identify"), card.root() });
-    ASSERT_EQ(identify.exitCode, 0) << identify.err.constData();
-    const QJsonObject model = QJsonDocument::fromJson(identify.out).object();
-    EXPECT_EQ(model.value(QStringLiteral("modelName")).toString(), QStringLiteral("Dravi"));
-    EXPECT_EQ(model.value(QStringLiteral("version")).toString(), QStringLiteral("1.02.17"));
-
-    // The viewer starts far enough to answer (no display needed for that).
-    const ToolRun viewer = run(installed(QStringLiteral("bin/tavro-viewer")),
-        { QStringLiteral("--version") }, { QStringLiteral("QT_QPA_PLATFORM=offscreen") });
-    EXPECT_EQ(viewer.exitCode, 0) << viewer.err.constData();
-    EXPECT_EQ(viewer.out, QByteArray("tavro-viewer " TAVRO_VERSION "\n"));
+    const ToolRun identify = run(installed("bin/tavro"), { "card", "identify", card.root() });
+    ASSERT_EQ(identify.exitCode, 0) << identify.err.toStdString();
+    const QJsonObject model = QJsonDocument::fromJson(identify.out.toUtf8()).object();
+    EXPECT_EQ(model.value("modelName").toString() + u' ' + model.value("version").toString(),
+        "Dravi 1.02.17");
 }
 
 TEST_F(PackagingTest, DesktopEntryAndMetainfoValidateAndAgree)
 {
-    const QString desktop
-        = installed(QStringLiteral("share/applications/%1.desktop").arg(kDesktopId));
+    const QString desktop = installed("share/applications/" + kDesktopId + ".desktop");
     const ToolRun desktopCheck = run(QStringLiteral("desktop-file-validate"), { desktop });
     EXPECT_EQ(desktopCheck.exitCode, 0);
-    EXPECT_TRUE((desktopCheck.out + desktopCheck.err).trimmed().isEmpty())
-        << (desktopCheck.out + desktopCheck.err).constData();
-
-    const QString metainfo
-        = installed(QStringLiteral("share/metainfo/%1.metainfo.xml").arg(kDesktopId));
-    const ToolRun metainfoCheck = run(QStringLiteral("appstreamcli"),
-        { QStringLiteral("validate"), QStringLiteral("--no-net"), QStringLiteral("--no-color"),
-            metainfo });
-    EXPECT_EQ(metainfoCheck.exitCode, 0) << metainfoCheck.out.constData();
-    EXPECT_FALSE(QRegularExpression(QStringLiteral("(^|\\n)[EW]: "))
-                     .match(QString::fromUtf8(metainfoCheck.out))
-                     .hasMatch())
-        << metainfoCheck.out.constData();
+    EXPECT_EQ((desktopCheck.out + desktopCheck.err).trimmed(), QString());
+    const QString metainfo = installed("share/metainfo/" + kDesktopId + ".metainfo.xml");
+    const ToolRun metainfoCheck
+        = run(QStringLiteral("appstreamcli"), { "validate", "--no-net", "--no-color", metainfo });
+    EXPECT_EQ(metainfoCheck.exitCode, 0) << metainfoCheck.out.toStdString();
+    EXPECT_FALSE(metainfoCheck.out.contains(QRegularExpression("(^|\\n)[EW]: ")))
+        << metainfoCheck.out.toStdString();
 
     // The entry starts the installed viewer with the desktop's file URLs and
-    // offers it for clip types the system knows.
-    const QMap<QString, QString> entry = desktopEntry(desktop);
-    const QString exec = entry.value(QStringLiteral("Exec"));
-    EXPECT_EQ(exec, QStringLiteral("tavro-viewer %U"));
-    EXPECT_TRUE(
-        QFileInfo(installed(QStringLiteral("bin/")) + exec.section(u' ', 0, 0)).isExecutable());
-    const QString icon = entry.value(QStringLiteral("Icon"));
+    // offers it for clip types the system knows (';' separates list items).
+    QMap<QString, QString> entry;
+    for (const QString& line : QString::fromUtf8(TestFiles::read(desktop)).split(u'\n'))
+        entry.insert(line.section(u'=', 0, 0).trimmed(), line.section(u'=', 1).trimmed());
+    EXPECT_EQ(entry.value("Exec"), QStringLiteral("tavro-viewer %U"));
+    EXPECT_TRUE(QFileInfo(installed("bin/tavro-viewer")).isExecutable());
     EXPECT_TRUE(QFileInfo::exists(
-        installed(QStringLiteral("share/icons/hicolor/scalable/apps/%1.svg").arg(icon))));
-    const QStringList types
-        = entry.value(QStringLiteral("MimeType")).split(u';', Qt::SkipEmptyParts);
-    EXPECT_TRUE(types.contains(QStringLiteral("video/mp4")));
-    EXPECT_TRUE(types.contains(QStringLiteral("video/quicktime")));
-    EXPECT_FALSE(types.contains(QStringLiteral("inode/directory")));
+        installed("share/icons/hicolor/scalable/apps/" + entry.value("Icon") + ".svg")));
+    const QStringList types = entry.value("MimeType").split(u';', Qt::SkipEmptyParts);
+    EXPECT_TRUE(types.contains("video/mp4") && types.contains("video/quicktime"));
     const QString aliases
         = QString::fromUtf8(TestFiles::read(QStringLiteral("/usr/share/mime/aliases")));
     for (const QString& type : types) {
         EXPECT_TRUE(type.startsWith(QLatin1String("video/")));
-        EXPECT_TRUE(QFileInfo::exists(QStringLiteral("/usr/share/mime/%1.xml").arg(type))
-            || aliases.contains(u'\n' + type + u' ') || aliases.startsWith(type + u' '))
+        EXPECT_TRUE(QFileInfo::exists("/usr/share/mime/" + type + ".xml")
+            || ('\n' + aliases).contains('\n' + type + ' '))
             << "unknown MIME type " << type.toStdString();
     }
 
-    // The metainfo launches that entry, its newest release is this version,
-    // and every screenshot it names is in the source tree, small, at its size.
-    QFile file(metainfo);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    QXmlStreamReader xml(&file);
-    QString launchable;
-    QStringList releases;
-    int screenshots = 0;
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        if (xml.name() == QLatin1String("launchable")) {
-            launchable = xml.readElementText();
-        } else if (xml.name() == QLatin1String("release")) {
-            releases.append(xml.attributes().value(QStringLiteral("version")).toString());
-        } else if (xml.name() == QLatin1String("image")) {
-            const QSize declared(xml.attributes().value(QStringLiteral("width")).toInt(),
-                xml.attributes().value(QStringLiteral("height")).toInt());
-            const QString url = xml.readElementText().trimmed();
-            const QString name = url.section(QStringLiteral("/resources/screenshots/"), 1);
-            ASSERT_FALSE(name.isEmpty()) << url.toStdString();
-            const QString local = QStringLiteral(TAVRO_SOURCE_DIR "/resources/screenshots/") + name;
-            EXPECT_EQ(pngSize(local), declared) << local.toStdString();
-            EXPECT_LT(QFileInfo(local).size(), 500 * 1024) << local.toStdString();
-            ++screenshots;
-        }
-    }
-    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-    EXPECT_EQ(launchable, kDesktopId + QStringLiteral(".desktop"));
-    ASSERT_FALSE(releases.isEmpty());
-    EXPECT_EQ(releases.first(), QStringLiteral(TAVRO_VERSION));
-    EXPECT_GE(screenshots, 1);
+    // The metainfo launches that entry and its newest release is this version.
+    const QString xml = QString::fromUtf8(TestFiles::read(metainfo));
+    EXPECT_TRUE(
+        xml.contains("<launchable type=\"desktop-id\">" + kDesktopId + ".desktop</launchable>"));
+    EXPECT_EQ(
+        QRegularExpression("<release version=\"([^\"]+)\"").match(xml).captured(1), TAVRO_VERSION);
+    EXPECT_TRUE(xml.contains("<screenshot"));
 }
 
-TEST_F(PackagingTest, ManPagesRenderWithoutWarningsAndDocumentEveryCommand)
+TEST_F(PackagingTest, ManPagesAndBashCompletionCoverEveryCommand)
 {
-    // Plain text, as man writes it to a pipe.
-    const QStringList env { QStringLiteral("MANWIDTH=80"), QStringLiteral("LC_ALL=C.UTF-8") };
+    // Plain text, as man writes it to a pipe, without warnings.
     QMap<QString, QString> pages;
-    for (const QString& page : { QStringLiteral("tavro"), QStringLiteral("tavro-viewer") }) {
+    for (const QString page : { "tavro", "tavro-viewer" }) {
         const ToolRun man = run(QStringLiteral("man"),
-            { QStringLiteral("--warnings"), QStringLiteral("-E"), QStringLiteral("UTF-8"),
-                QStringLiteral("-l"),
-                installed(QStringLiteral("share/man/man1/%1.1.gz").arg(page)) },
-            env);
+            { "--warnings", "-E", "UTF-8", "-l", installed("share/man/man1/" + page + ".1.gz") },
+            { "MANWIDTH=80", "LC_ALL=C.UTF-8" });
         EXPECT_EQ(man.exitCode, 0) << page.toStdString();
-        EXPECT_TRUE(man.err.trimmed().isEmpty())
-            << page.toStdString() << ": " << man.err.constData();
-        pages[page] = QString::fromUtf8(man.out);
-        EXPECT_TRUE(pages[page].contains(QStringLiteral("NAME\n       %1 - ").arg(page)))
-            << pages[page].left(300).toStdString();
+        EXPECT_EQ(man.err.trimmed(), QString()) << page.toStdString();
+        pages[page] = man.out;
+        EXPECT_TRUE(man.out.contains("NAME\n       " + page + " - "))
+            << man.out.left(300).toStdString();
     }
-
-    // Every command the tool lists has its entry in tavro(1).
-    const QStringList commands = cliCommands(installed(QStringLiteral("bin/tavro")));
+    // Every command the tool lists is in tavro(1) and completes; every option
+    // of the viewer's --help is in tavro-viewer(1).
+    const QStringList commands = cliCommands(installed("bin/tavro"));
     EXPECT_GE(commands.size(), 7);
-    for (const QString& command : commands)
-        EXPECT_TRUE(
-            pages[QStringLiteral("tavro")].contains(QStringLiteral("tavro ") + command + u' '))
+    for (const QString& command : commands) {
+        EXPECT_TRUE(pages["tavro"].contains("tavro " + command + ' '))
             << "tavro(1) lacks " << command.toStdString();
-
-    // Every option of the viewer's --help has its entry in tavro-viewer(1).
-    const ToolRun help = run(installed(QStringLiteral("bin/tavro-viewer")),
-        { QStringLiteral("--help") }, { QStringLiteral("QT_QPA_PLATFORM=offscreen") });
-    static const QRegularExpression option(
-        QStringLiteral("^\\s+(?:-\\w, )?(--[a-z-]+)"), QRegularExpression::MultilineOption);
-    auto it = option.globalMatch(QString::fromUtf8(help.out));
-    int options = 0;
-    while (it.hasNext()) {
-        const QString name = it.next().captured(1);
-        EXPECT_TRUE(pages[QStringLiteral("tavro-viewer")].contains(name))
-            << "tavro-viewer(1) lacks " << name.toStdString();
-        ++options;
     }
+    const QString help
+        = run(installed("bin/tavro-viewer"), { "--help" }, { "QT_QPA_PLATFORM=offscreen" }).out;
+    int options = 0;
+    for (auto it
+         = QRegularExpression("^\\s+(?:-\\w, )?(--[a-z-]+)", QRegularExpression::MultilineOption)
+               .globalMatch(help);
+         it.hasNext(); ++options)
+        EXPECT_TRUE(pages["tavro-viewer"].contains(it.next().captured(1)))
+            << "tavro-viewer(1) lacks an option";
     EXPECT_GE(options, 5);
-}
 
-TEST_F(PackagingTest, BashCompletionOffersEveryCommandAndItsOptions)
-{
     const QString bashCompletion = QStringLiteral("/usr/share/bash-completion/bash_completion");
     if (!QFileInfo::exists(bashCompletion))
         GTEST_SKIP() << "bash-completion is not installed";
-    // Completes the words as the shell would at the end of the line.
-    auto complete = [&](const QString& function, const QString& file, const QStringList& words) {
-        QString quoted;
-        for (const QString& word : words)
-            quoted += QStringLiteral(" '") + word + u'\'';
-        const QString script = QStringLiteral(
-            "source %1; source %2; COMP_WORDS=(%3); COMP_CWORD=$((${#COMP_WORDS[@]}-1)); "
-            "COMP_LINE=\"${COMP_WORDS[*]}\"; COMP_POINT=${#COMP_LINE}; %4; "
-            "printf '%s\\n' \"${COMPREPLY[@]}\"")
-                                   .arg(bashCompletion, file, quoted, function);
-        const ToolRun bash = run(QStringLiteral("bash"), { QStringLiteral("-c"), script });
-        EXPECT_EQ(bash.exitCode, 0) << bash.err.constData();
-        return QString::fromUtf8(bash.out).split(u'\n', Qt::SkipEmptyParts);
+    // The words completed as the shell would at the end of the line.
+    const auto complete = [&](const QString& program, const QStringList& words) {
+        const QString script
+            = QStringLiteral("source %1; source %2; COMP_WORDS=('%3'); "
+                             "COMP_CWORD=$((${#COMP_WORDS[@]}-1)); COMP_LINE=\"${COMP_WORDS[*]}\"; "
+                             "COMP_POINT=${#COMP_LINE}; _%4; printf '%s\\n' \"${COMPREPLY[@]}\"")
+                  .arg(bashCompletion, installed("share/bash-completion/completions/" + program),
+                      words.join("' '"), QString(program).replace(u'-', u'_'));
+        QStringList offered
+            = run(QStringLiteral("bash"), { "-c", script }).out.split(u'\n', Qt::SkipEmptyParts);
+        offered.sort();
+        return offered;
     };
-    const QString tavroFile = installed(QStringLiteral("share/bash-completion/completions/tavro"));
-    const QStringList first
-        = complete(QStringLiteral("_tavro"), tavroFile, { QStringLiteral("tavro"), {} });
-    const QStringList commands = cliCommands(installed(QStringLiteral("bin/tavro")));
+    const QStringList first = complete("tavro", { "tavro", "" });
     for (const QString& command : commands)
         EXPECT_TRUE(first.contains(command)) << "no completion for " << command.toStdString();
-
-    struct Case {
-        QStringList words;
-        QStringList offered;
+    const std::pair<QStringList, QStringList> cases[] = {
+        { { "tavro", "card", "" }, { "format", "identify", "touch-reset" } },
+        { { "tavro", "telemetry", "--format", "" }, { "csv", "geojson", "gpx", "json", "kml" } },
+        { { "tavro", "settings", "set", "/tmp", "--a" }, { "--answer" } }
     };
-    const QList<Case> cases {
-        { { QStringLiteral("tavro"), QStringLiteral("card"), {} },
-            { QStringLiteral("identify"), QStringLiteral("format"),
-                QStringLiteral("touch-reset") } },
-        { { QStringLiteral("tavro"), QStringLiteral("card"), QStringLiteral("format"),
-              QStringLiteral("/tmp"), QStringLiteral("--") },
-            { QStringLiteral("--yes") } },
-        { { QStringLiteral("tavro"), QStringLiteral("telemetry"), QStringLiteral("--format"), {} },
-            { QStringLiteral("json"), QStringLiteral("csv"), QStringLiteral("gpx"),
-                QStringLiteral("kml"), QStringLiteral("geojson") } },
-        { { QStringLiteral("tavro"), QStringLiteral("telemetry"), QStringLiteral("--loader"), {} },
-            { QStringLiteral("auto"), QStringLiteral("general"), QStringLiteral("kel"),
-                QStringLiteral("native") } },
-        { { QStringLiteral("tavro"), QStringLiteral("settings"), QStringLiteral("set"),
-              QStringLiteral("/tmp"), QStringLiteral("--a") },
-            { QStringLiteral("--answer") } },
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.words.join(u' ').toStdString());
-        QStringList offered = complete(QStringLiteral("_tavro"), tavroFile, c.words);
-        offered.sort();
-        QStringList wanted = c.offered;
-        wanted.sort();
-        EXPECT_EQ(offered, wanted);
-    }
-    const QStringList viewer = complete(QStringLiteral("_tavro_viewer"),
-        installed(QStringLiteral("share/bash-completion/completions/tavro-viewer")),
-        { QStringLiteral("tavro-viewer"), QStringLiteral("--") });
-    EXPECT_TRUE(viewer.contains(QStringLiteral("--card")));
-    EXPECT_TRUE(viewer.contains(QStringLiteral("--no-splash")));
+    for (const auto& [words, offered] : cases)
+        EXPECT_EQ(complete("tavro", words), offered) << words.join(u' ').toStdString();
+    const QStringList viewer = complete("tavro-viewer", { "tavro-viewer", "--" });
+    EXPECT_TRUE(viewer.contains("--card") && viewer.contains("--no-splash"));
 }
 
 } // namespace

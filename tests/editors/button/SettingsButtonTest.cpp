@@ -1,0 +1,226 @@
+// The viewer's settings end to end: `--settings` opens a Kel card's editor at
+// start and OK writes exactly the changed line; a binary-record card's native
+// page is whole and translated in every language and changes exactly the
+// fields moved (`tavro config show`); a web camera opens the web window.
+#include "CardBuilder.h"
+#include "EditorTestSupport.h"
+#include "RecordingAlertSink.h"
+#include "SetupCfgBuilder.h"
+#include "TestFiles.h"
+#include "ViewerTestSupport.h"
+
+#include "app/window/AppDelegate.h"
+#include "app/window/HeaderBar.h"
+#include "app/window/ImageButton.h"
+#include "app/window/MainWindow.h"
+#include "app/window/ViewerCommandLine.h"
+#include "config/FolderVolumeSource.h"
+#include "config/KelSettingManager.h"
+#include "config/TolmSettingManager.h"
+#include "config/VolumeUtils.h"
+#include "editors/page/SettingControlRow.h"
+#include "editors/page/SettingsPageWidget.h"
+#include "editors/page/TickSlider.h"
+#include "editors/web/WebSettingWindowController.h"
+#include "i18n/ViewerLanguage.h"
+#include "settings/kel/KelSettingViewController.h"
+#include "style/TavroStyle.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QTabWidget>
+
+namespace {
+
+QJsonObject configFields(const QString& card)
+{
+    const TestFiles::CliResult run = TestFiles::runCli({ "config", "show", card });
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    return QJsonDocument::fromJson(run.out).object().value(QStringLiteral("fields")).toObject();
+}
+
+class SettingsButtonTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ViewerTestSupport::useOwnSettings("tavro-editors-settings-button-test");
+        QSettings().clear();
+        ViewerLanguage::initializeLanguageSetting();
+        TavroStyle::apply(*qApp);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        KelSettingManager::setSharedKelSettingManager(nullptr);
+    }
+    void TearDown() override
+    {
+        m_window.reset();
+        Utils::setVolumeSource(nullptr);
+        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        KelSettingManager::setSharedKelSettingManager(nullptr);
+        QSettings().clear();
+    }
+
+    // The main window with `card` as the one memory card; the settings button
+    // pressed, `act` runs on the settings page once it is up.
+    void pressSettingsButton(
+        const QString& card, std::function<void(QWidget*, SettingsPageWidget*)> act)
+    {
+        if (!m_window) {
+            auto volumes = std::make_shared<FolderVolumeSource>();
+            volumes->addFolder(card);
+            Utils::setVolumeSource(volumes);
+            m_window = std::make_unique<MainWindow>();
+            m_window->showMainWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        }
+        if (act) {
+            EditorTestSupport::whenModal([act](QWidget* modal) {
+                ASSERT_NE(modal, nullptr);
+                act(modal, modal->findChild<SettingsPageWidget*>());
+            });
+        }
+        QTest::mouseClick(m_window->headerBar()->settingsButton(), Qt::LeftButton);
+    }
+
+    ScopedAlertRecorder m_alerts;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+} // namespace
+
+TEST_F(SettingsButtonTest, SettingsOptionOpensTheKelEditorAtStartAndOkWritesTheLine)
+{
+    KelSettingManager kel;
+    kel.loadDefaultData_Wenna();
+    kel.setValueForKey(QStringLiteral("park_mode="), QStringLiteral("1"));
+    CardBuilder card;
+    card.blackboxCfg(crlfLines(kel.linedSettings()));
+    const auto parsed
+        = ViewerCommandLine::parse({ "tavro-viewer", "--card", card.root(), "--settings" });
+    ASSERT_TRUE(parsed.options.openSettings && !parsed.exit);
+    ViewerOptions options = parsed.options;
+    options.showSplash = false;
+    AppDelegate delegate(options);
+    QString pageName;
+    bool frameless = false;
+    EditorTestSupport::whenModal([&](QWidget* modal) {
+        auto* page = modal ? modal->findChild<SettingsPageWidget*>() : nullptr;
+        ASSERT_NE(page, nullptr);
+        pageName = page->objectName();
+        frameless = modal->windowFlags() & Qt::FramelessWindowHint;
+        ViewerTestSupport::saveScreenshot(*modal, QStringLiteral("settings-kel"));
+        page->row(KelSettingViewController::kDst)->radios()[0]->click(); // daylight saving on
+        page->okButton()->click();
+    });
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !pageName.isEmpty(); }, 15000));
+    EXPECT_EQ(pageName, QStringLiteral("KelSettingViewController"));
+    EXPECT_TRUE(frameless);
+    QStringList expected = kel.linedSettings();
+    expected.replace(
+        expected.indexOf(QStringLiteral("summer_time=0")), QStringLiteral("summer_time=1"));
+    EXPECT_EQ(
+        KelSettingManager::linesFromText(card.read(QStringLiteral("blackbox.cfg"))), expected);
+}
+
+TEST_F(SettingsButtonTest, NativePageFitsInEveryLanguageAndChangesExactlyTheFieldsMoved)
+{
+    // A Dravi camera's card as the camera leaves it, with the owner's Korean clock.
+    CardBuilder card;
+    TolmSettingManager camera;
+    camera.setSettingDirPath(card.root());
+    camera.setModelType(3);
+    camera.loadDefaultValue();
+    camera.setProduct_name(QStringLiteral("Dravi"));
+    camera.setVersion(QStringLiteral("1.03.17"));
+    camera.setFirmwareVersionInt(17);
+    camera.setMeasurement_unit(0);
+    camera.setGmt_offset(540);
+    camera.setTz_key(QStringLiteral("Korea Standard Time"));
+    ASSERT_TRUE(camera.saveData());
+    const QJsonObject before = configFields(card.root());
+    ASSERT_FALSE(before.isEmpty());
+
+    // Every tab inside a 1280×800 screen, nothing cut off, every control
+    // captioned, no Korean key left untranslated.
+    for (const QString code : { "en", "fr", "ja", "pt" }) {
+        ViewerTestSupport::useLanguage(code);
+        pressSettingsButton(card.root(), [&](QWidget* modal, SettingsPageWidget* page) {
+            ASSERT_NE(page, nullptr);
+            EXPECT_LE(modal->width(), 1280);
+            EXPECT_LE(modal->height(), 800);
+            ASSERT_EQ(page->tabs()->count(), 4);
+            for (int tab = 0; tab < 4; ++tab) {
+                page->tabs()->setCurrentIndex(tab);
+                QCoreApplication::processEvents();
+                const std::string at = code.toStdString() + " tab " + std::to_string(tab);
+                EditorTestSupport::expectNothingClipped(*modal, at);
+                QStringList texts { page->tabs()->tabText(tab) };
+                for (QWidget* widget : modal->findChildren<QWidget*>())
+                    if (widget->isVisibleTo(modal))
+                        texts << widget
+                                     ->property(
+                                         widget->inherits("QComboBox") ? "currentText" : "text")
+                                     .toString();
+                for (const QString& text : texts) {
+                    const bool korean = std::any_of(text.begin(), text.end(), [](QChar c) {
+                        return (c >= u'\uAC00' && c <= u'\uD7A3')
+                            || (c >= u'\u3130' && c <= u'\u318F');
+                    });
+                    EXPECT_FALSE(korean) << at << ": " << text.toStdString();
+                }
+                ViewerTestSupport::saveScreenshot(
+                    *modal, QStringLiteral("native-%1-tab%2").arg(code).arg(tab + 1));
+            }
+            page->cancelButton()->click();
+        });
+    }
+
+    int shock = -1;
+    pressSettingsButton(card.root(), [&](QWidget*, SettingsPageWidget* page) {
+        ASSERT_NE(page, nullptr);
+        EXPECT_EQ(page->objectName(), QStringLiteral("TolmSettingViewController"));
+        // 상시모드: the shock sensitivity one step with the keyboard.
+        page->tabs()->setCurrentIndex(1);
+        TickSlider* slider = page->row(QStringLiteral("alwaysShockSensitivitySlider"))->slider();
+        slider->setFocus();
+        QTest::keyClick(slider, slider->value() < slider->maximum() ? Qt::Key_Right : Qt::Key_Left);
+        shock = slider->value();
+        // 부가기능: the security LED on another row.
+        page->tabs()->setCurrentIndex(3);
+        const QList<QRadioButton*> led
+            = page->row(QStringLiteral("etcSecurityLEDRadioGroup"))->radios();
+        ASSERT_EQ(led.size(), 4);
+        QTest::mouseClick(led[0]->isChecked() ? led[1] : led[0], Qt::LeftButton);
+        page->okButton()->click();
+    });
+    const QJsonObject after = configFields(card.root());
+    QStringList changed;
+    for (auto it = before.begin(); it != before.end(); ++it) {
+        if (after.value(it.key()) != it.value())
+            changed << it.key();
+    }
+    EXPECT_EQ(changed, (QStringList { "acceleration_sensor", "security_led_mode" }));
+    EXPECT_EQ(after.value(QStringLiteral("acceleration_sensor")).toInt(), shock);
+    EXPECT_EQ(m_alerts.sink().requests().size(), 0);
+}
+
+// A camera with its own settings page (found by its record) opens the web
+// settings window, one at a time; only its languages are read.
+TEST_F(SettingsButtonTest, WebCameraOpensTheWebSettingsWindow)
+{
+    CardBuilder card;
+    card.setupCfg(
+        SetupCfgBuilder(900).sizeWord(900).structVersion(0x10030).productName("Nova").bytes());
+    const QByteArray record = card.read(QStringLiteral("setup.cfg"));
+    pressSettingsButton(card.root(), {});
+    ASSERT_NE(WebSettingWindowController::instance(), nullptr);
+    EXPECT_EQ(WebSettingWindowController::showWebSettingWindow(nullptr, card.root(), {}), nullptr);
+    WebSettingWindowController::instance()->onBtnCancel();
+    QTRY_VERIFY(WebSettingWindowController::instance() == nullptr);
+    EXPECT_EQ(TolmSettingManager::SharedTolmSettingManager()->modelType(), 26);
+    EXPECT_EQ(card.read(QStringLiteral("setup.cfg")), record);
+    EXPECT_EQ(m_alerts.sink().requests().size(), 0);
+}
