@@ -1,7 +1,7 @@
-// Opening a clip the way the desktop does ("Open with" runs
-// `tavro-viewer %U`): the command line names a clip by path or file:// URL, and
-// the viewer started through its delegate lists the clip's folder, selects the
-// clip and plays it, with real mpv and ffmpeg.
+// The viewer's command line, and opening a clip the way the desktop does
+// ("Open with" runs `tavro-viewer %U`): the viewer started through its
+// delegate lists the clip's folder, selects the clip and plays it, with real
+// mpv and ffmpeg.
 #include "ViewerTestSupport.h"
 
 #include "TestFiles.h"
@@ -14,166 +14,151 @@
 #include "app/window/ViewerCommandLine.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
-#include "i18n/ViewerLanguage.h"
 #include "library/ClipLibrary.h"
 #include "player/TavroAVView.h"
 #include "style/TavroStyle.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <QUrl>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr int kClipSeconds = 8;
-const int kWaitMs = TestTiming::scaled(20000);
 
 ViewerCommandLine::Result parse(const QStringList& arguments)
 {
     return ViewerCommandLine::parse(QStringList { QStringLiteral("tavro-viewer") } + arguments);
 }
 
-TEST(ViewerCommandLineClipTest, ClipPathsAndUrlsOpenTheirFolder)
+TEST(ViewerCommandLineTest, CardsFoldersClipsAndOptions)
 {
     QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    const QString folder = dir.filePath(QStringLiteral("evt rec"));
-    const QString clip = folder + QStringLiteral("/20240315_081502_F.MP4");
-    const QString notes = folder + QStringLiteral("/notes.txt");
+    const QString card = dir.filePath("card");
+    const QString folder = dir.filePath("evt rec");
+    const QString clip = folder + "/20240315_081502_F.MP4";
+    const QString notes = folder + "/notes.txt";
+    QDir().mkpath(card);
     TestFiles::write(clip, "clip");
     TestFiles::write(notes, "text");
     const QString clipUrl = QUrl::fromLocalFile(clip).toString(QUrl::FullyEncoded);
-    ASSERT_TRUE(clipUrl.contains(QLatin1String("evt%20rec")));
-
-    struct Case {
+    ASSERT_TRUE(clipUrl.contains("evt%20rec"));
+    const QString missing = dir.filePath("missing");
+    const struct {
         QStringList arguments;
         int exitCode; // -1: the viewer starts
+        QStringList cards;
         QString folder;
         QString clip;
+        bool splash = true;
+        int playRow = -1;
+    } cases[] = {
+        { {}, -1, {}, {}, {} },
+        { { "--no-splash" }, -1, {}, {}, {}, false },
+        { { "--card", card, folder }, -1, { card }, folder, {} },
+        { { clip }, -1, {}, folder, clip },
+        { { clipUrl }, -1, {}, folder, clip },
+        { { QUrl::fromLocalFile(folder).toString() }, -1, {}, folder, {} },
+        // Of several files or folders the first counts ("Open with" on several files).
+        { { clipUrl, QUrl::fromLocalFile(notes).toString() }, -1, {}, folder, clip },
+        { { folder, clip }, -1, {}, folder, {} },
+        { { "--play", "3", folder }, -1, {}, folder, {}, true, 3 },
+        { { "--help" }, 0, {}, {}, {} },
+        { { notes }, 2, {}, {}, {} },
+        { { clip + ".missing" }, 2, {}, {}, {} },
+        { { "--card", missing }, 2, {}, {}, {} },
+        { { missing }, 2, {}, {}, {} },
+        { { "sftp://camera.local/evt_rec/a_F.mp4" }, 2, {}, {}, {} },
+        { { "--play", "0", clip }, 2, {}, {}, {} },
+        { { "--play", "-1" }, 2, {}, {}, {} },
+        { { "--play", "x" }, 2, {}, {}, {} },
+        { { "--bogus" }, 2, {}, {}, {} },
     };
-    const QList<Case> cases {
-        { { clip }, -1, folder, clip },
-        { { clipUrl }, -1, folder, clip },
-        { { QUrl::fromLocalFile(folder).toString() }, -1, folder, {} },
-        // "Open with" on several files: the first one is opened.
-        { { clipUrl, QUrl::fromLocalFile(notes).toString() }, -1, folder, clip },
-        { { folder, clip }, -1, folder, {} },
-        { { notes }, 2, {}, {} },
-        { { clip + QStringLiteral(".missing") }, 2, {}, {} },
-        { { QStringLiteral("sftp://camera.local/evt_rec/a_F.mp4") }, 2, {}, {} },
-        { { QStringLiteral("--play"), QStringLiteral("0"), clip }, 2, {}, {} },
-    };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.arguments.join(u' ').toStdString());
         const ViewerCommandLine::Result result = parse(c.arguments);
+        EXPECT_EQ(result.exit, c.exitCode >= 0);
         if (c.exitCode >= 0) {
-            EXPECT_TRUE(result.exit);
             EXPECT_EQ(result.exitCode, c.exitCode);
-            EXPECT_TRUE(result.message.startsWith(QLatin1String("tavro-viewer: ")))
-                << result.message.toStdString();
+            EXPECT_FALSE(result.message.isEmpty());
+            EXPECT_EQ(result.message.startsWith("tavro-viewer: "), c.exitCode == 2);
             continue;
         }
-        ASSERT_FALSE(result.exit) << result.message.toStdString();
+        EXPECT_EQ(result.options.cardFolders, c.cards);
         EXPECT_EQ(result.options.folder, c.folder);
         EXPECT_EQ(result.options.clip, c.clip);
-        EXPECT_EQ(result.options.playRow, -1);
+        EXPECT_EQ(result.options.showSplash, c.splash);
+        EXPECT_EQ(result.options.playRow, c.playRow);
     }
 }
 
-// Both views prepared and running.
-bool bothPlaying(MainWindow& window)
+TEST(ViewerOpenClipTest, ClipFromTheDesktopIsListedSelectedAndPlaying)
 {
-    for (const TavroAVView* view :
-        { window.videoArea()->bigMovieView(), window.videoArea()->smallMovieView() }) {
-        if (view->status() != TavroAVViewStatus::Prepared || view->rate() <= 0.0f)
-            return false;
+    ViewerTestSupport::useOwnSettings("tavro-viewer-open-clip-test");
+    if (!TestFiles::haveTool("ffmpeg"))
+        GTEST_SKIP() << "ffmpeg is not installed";
+    QSettings().clear();
+    TavroStyle::apply(*qApp);
+    TolmSettingManager::ChagneTolmSettingManager(nullptr);
+    // An event folder copied off a card: two front/rear pairs.
+    QTemporaryDir dir;
+    const QString folder = dir.filePath("evt_rec");
+    for (const char* name : { "20240315_081502", "20240315_081602" }) {
+        ASSERT_TRUE(
+            ViewerTestSupport::makeTelemetryClip(folder + '/' + name + "_F.mp4", 8, 320, 180, 0));
+        ASSERT_TRUE(
+            ViewerTestSupport::makeTelemetryClip(folder + '/' + name + "_R.mp4", 8, 240, 136, 7));
     }
-    return !window.session().isVideoPaused();
-}
-
-class ViewerOpenClipTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ViewerTestSupport::useOwnSettings("tavro-viewer-open-clip-test");
-        if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
-            GTEST_SKIP() << "ffmpeg is not installed";
-        QSettings().clear();
-        TavroStyle::apply(*qApp);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-        ASSERT_TRUE(m_dir.isValid());
-        // An event folder copied off a card: two front/rear pairs.
-        m_folder = m_dir.filePath(QStringLiteral("evt_rec"));
-        for (const char* name : { "20240315_081502", "20240315_081602" }) {
-            const QString base = m_folder + u'/' + QLatin1String(name);
-            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
-                base + QStringLiteral("_F.mp4"), kClipSeconds, 320, 180, 0));
-            ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
-                base + QStringLiteral("_R.mp4"), kClipSeconds, 240, 136, 7));
+    // A failure alert would wait for a click: note its text and close it.
+    QStringList alerts;
+    QTimer alertCloser;
+    QObject::connect(&alertCloser, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            alerts.append(box->text());
+            box->reject();
         }
-        // A failure alert would wait for a click: note its text and close it.
-        m_alertCloser.setInterval(100);
-        QObject::connect(&m_alertCloser, &QTimer::timeout, [this] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                m_alerts.append(box->text());
-                box->reject();
-            }
-        });
-        m_alertCloser.start();
-    }
-    void TearDown() override
-    {
-        m_alertCloser.stop();
-        Utils::setVolumeSource(nullptr);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-        QSettings().clear();
-    }
+    });
+    alertCloser.start(100);
 
-    QTemporaryDir m_dir;
-    QString m_folder;
-    QTimer m_alertCloser;
-    QStringList m_alerts;
-};
-
-TEST_F(ViewerOpenClipTest, ClipFromTheDesktopIsListedSelectedAndPlaying)
-{
     // The second pair's front clip, as a file manager passes it.
-    const QString clip = m_folder + QStringLiteral("/20240315_081602_F.mp4");
-    const ViewerCommandLine::Result commandLine = parse(
-        { QStringLiteral("--no-splash"), QUrl::fromLocalFile(clip).toString(QUrl::FullyEncoded) });
+    const QString clip = folder + "/20240315_081602_F.mp4";
+    const ViewerCommandLine::Result commandLine
+        = parse({ "--no-splash", QUrl::fromLocalFile(clip).toString(QUrl::FullyEncoded) });
     ASSERT_FALSE(commandLine.exit) << commandLine.message.toStdString();
-
     AppDelegate delegate(commandLine.options);
     bool shown = false;
     QObject::connect(&delegate, &AppDelegate::mainWindowShown, [&] { shown = true; });
     delegate.applicationDidFinishLaunching();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return shown; }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown; }, TestTiming::scaled(20000)));
     MainWindow* window = delegate.window();
-    ASSERT_NE(window, nullptr);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-
     // The clip's folder is the list; the clip is the selected row, not the first.
     const ClipLibrary& library = window->controller().library();
-    EXPECT_EQ(library.selectedVideoDirectoryUrl().toLocalFile(), m_folder);
+    EXPECT_EQ(library.selectedVideoDirectoryUrl().toLocalFile(), folder);
     ASSERT_EQ(library.numberOfRows(), 4);
-    ASSERT_GT(library.selectedRow(), 0);
-    EXPECT_EQ(library.row(library.selectedRow()).path, clip);
-
+    EXPECT_EQ(library.selectedRow(), 2);
+    EXPECT_EQ(library.row(2).path, clip);
     // It plays, front and rear.
-    ASSERT_TRUE(QTest::qWaitFor([&] { return bothPlaying(*window); }, kWaitMs))
-        << "statuses " << int(window->videoArea()->bigMovieView()->status()) << "/"
-        << int(window->videoArea()->smallMovieView()->status()) << ", alerts "
-        << m_alerts.join(u'|').toStdString();
+    const auto playing = [&] {
+        for (const TavroAVView* view :
+            { window->videoArea()->bigMovieView(), window->videoArea()->smallMovieView() }) {
+            if (view->status() != TavroAVViewStatus::Prepared || view->rate() <= 0.0f)
+                return false;
+        }
+        return !window->session().isVideoPaused();
+    };
+    ASSERT_TRUE(QTest::qWaitFor(playing, TestTiming::scaled(20000)))
+        << "alerts " << alerts.join(u'|').toStdString();
     EXPECT_EQ(window->session().currentVideoUrl(), QUrl::fromLocalFile(clip));
-    EXPECT_TRUE(m_alerts.isEmpty()) << m_alerts.join(u'|').toStdString();
-    ViewerTestSupport::saveScreenshot(*window, QStringLiteral("open-clip"));
+    EXPECT_TRUE(alerts.isEmpty()) << alerts.join(u'|').toStdString();
+    ViewerTestSupport::saveScreenshot(*window, "open-clip");
+    alertCloser.stop();
+    Utils::setVolumeSource(nullptr);
+    TolmSettingManager::ChagneTolmSettingManager(nullptr);
+    QSettings().clear();
 }
 
 } // namespace
