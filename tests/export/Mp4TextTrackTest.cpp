@@ -1,5 +1,6 @@
-// The MP4 text-track reader against ffmpeg's own subtitle extraction, and on
-// broken files.
+// The MP4 text-track reader: on movies written box by box (every form of the
+// sample size and offset tables), against ffmpeg's own subtitle extraction,
+// and on broken files.
 #include "ExportTestSupport.h"
 
 #include "FfmpegClipBuilder.h"
@@ -13,50 +14,98 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 using namespace ExportTestSupport;
 
 namespace {
 
-struct Samples {
-    int count = 0;
-    int gps = 0;
-    QVector<QVector<double>> rows;
-};
-
-Samples samplesOf(const TavroClipData& data)
+QByteArray be(quint64 value, int width)
 {
-    Samples s { data.clipDataCount(), data.gpsDataCount(), {} };
-    for (int i = 0; i < data.clipDataCount(); ++i) {
-        s.rows.append({ double(data.getGx(i)), double(data.getGy(i)), double(data.getGz(i)),
-            data.getGpsLat(i), data.getGpsLng(i), double(data.getGpsSpeed(i)),
-            double(data.sampleUtcMsecs(i)) });
-    }
-    return s;
+    QByteArray bytes(width, '\0');
+    for (int i = width - 1; i >= 0; --i, value >>= 8)
+        bytes[i] = char(value & 0xFF);
+    return bytes;
 }
 
-// What the viewer reads: the track extracted by ffmpeg to SubRip text.
-Samples throughFfmpeg(const QString& mp4)
+QByteArray box(const QByteArray& type, const QByteArray& payload)
 {
-    const QString srt = mp4 + QStringLiteral(".srt");
-    QProcess ffmpeg;
-    ffmpeg.start("ffmpeg",
-        { "-nostdin", "-loglevel", "error", "-y", "-i", mp4, "-vn", "-an", "-c:s", "text", srt });
-    EXPECT_TRUE(ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0);
-    const auto data = std::make_unique<TavroClipData>();
-    data->loadVideoFileCilpDataFromFilePath(srt);
-    return samplesOf(*data);
+    return be(quint64(payload.size()) + 8, 4) + type + payload;
 }
 
-Samples native(const QString& mp4)
+// A movie whose text track holds "g1", "g22" and "g333" in one chunk after
+// an mdat header of 8 bytes (16 when `large`), with the sample sizes in
+// `sizes` (an stsz or stz2 box) and the chunk offset in an stco or co64.
+QByteArray movie(const QByteArray& sizes, bool wide = false, bool large = false,
+    const QByteArray& handler = "sbtl")
 {
-    const auto data = std::make_unique<TavroClipData>();
-    data->loadMp4TextTrack(mp4);
-    return samplesOf(*data);
+    const QByteArray samples = be(2, 2) + "g1" + be(3, 2) + "g22" + be(4, 2) + "g333";
+    const QByteArray mdat
+        = large ? be(1, 4) + "mdat" + be(samples.size() + 16, 8) + samples : box("mdat", samples);
+    const QByteArray offsets = be(0, 4) + be(1, 4) + be(large ? 16 : 8, wide ? 8 : 4);
+    const QByteArray stsc = be(0, 4) + be(1, 4) + be(1, 4) + be(3, 4) + be(1, 4);
+    const QByteArray stbl
+        = box("stbl", sizes + box(wide ? "co64" : "stco", offsets) + box("stsc", stsc));
+    const QByteArray hdlr = box("hdlr", be(0, 8) + handler + QByteArray(12, '\0'));
+    return mdat + box("moov", box("trak", box("mdia", hdlr + box("minf", stbl))));
+}
+
+QByteArray stsz(quint32 uniform, const QByteArray& table)
+{
+    return box("stsz", be(0, 4) + be(uniform, 4) + be(3, 4) + table);
+}
+
+QByteArray stz2(int bits, const QByteArray& table)
+{
+    return box("stz2", be(0, 4) + be(quint64(bits), 4) + be(3, 4) + table);
+}
+
+std::optional<QList<QByteArray>> texts(const QByteArray& bytes)
+{
+    QList<QByteArray> seen;
+    if (!Mp4TextTrack::forEachSample(bytes, [&](QByteArrayView text) {
+            seen << text.toByteArray();
+            return true;
+        }))
+        return std::nullopt;
+    return seen;
 }
 
 } // namespace
+
+TEST(Mp4TextTrack, SamplesThroughEveryFormOfTheTables)
+{
+    const QList<QByteArray> all { "g1", "g22", "g333" };
+    const QByteArray sizes32 = be(4, 4) + be(5, 4) + be(6, 4);
+    const struct {
+        QByteArray bytes;
+        std::optional<QList<QByteArray>> texts;
+    } cases[] = {
+        { movie(stsz(0, sizes32)), all },
+        { movie(stsz(0, sizes32), true, true), all }, // 64-bit offsets and box size
+        { movie(stz2(16, be(4, 2) + be(5, 2) + be(6, 2))), all },
+        { movie(stz2(8, "\x04\x05\x06")), all },
+        { movie(stz2(4, "\x45\x60")), all },
+        // One size for all: a length past its sample is cut to it.
+        { movie(stsz(4, {})), QList<QByteArray> { "g1", "g2", QByteArray("\x04g", 2) } },
+        { movie(stsz(0, sizes32), false, false, "text"), all }, // QuickTime text
+        { movie(stsz(0, sizes32), false, false, "vide"), std::nullopt }, // no text track
+        { movie(stz2(12, QByteArray("\x45\x60\0", 3))), std::nullopt }, // no such field size
+        { movie(stsz(0, be(4, 4) + be(5, 4))), std::nullopt }, // fewer sizes than samples
+        { movie(stz2(4, "\x45")), std::nullopt },
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(texts(c.bytes), c.texts) << c.bytes.toHex().constData();
+    // A box of size 0 runs to the end of the file; a box of 8 bytes may end it.
+    QByteArray open = movie(stsz(0, sizes32));
+    open.replace(open.indexOf("moov") - 4, 4, be(0, 4));
+    EXPECT_EQ(texts(open), all);
+    EXPECT_TRUE(Mp4TextTrack::isMovie(box("free", {}) + box("moov", {})));
+    EXPECT_FALSE(Mp4TextTrack::isMovie(box("moov", {}).chopped(1)));
+    EXPECT_FALSE(Mp4TextTrack::isMovie(be(0xffffff00, 4) + "moov" + QByteArray(64, '\0')));
+    EXPECT_FALSE(Mp4TextTrack::isMovie("not really a clip, just text that goes on for a while"));
+}
 
 TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
 {
@@ -70,51 +119,38 @@ TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
     ASSERT_TRUE(
         FfmpegClipBuilder::makeSubtitledMp4(mp4, QString::fromLatin1(subtitleText(seconds))))
         << FfmpegClipBuilder::lastLog().toStdString();
-    const Samples viaFfmpeg = throughFfmpeg(mp4);
-    const Samples viaTrack = native(mp4);
-    EXPECT_EQ(viaTrack.count, 40);
-    EXPECT_EQ(viaTrack.count, viaFfmpeg.count);
-    EXPECT_EQ(viaTrack.gps, viaFfmpeg.gps);
-    EXPECT_EQ(viaTrack.rows, viaFfmpeg.rows);
-
+    // What the viewer reads: the track extracted by ffmpeg to SubRip text.
+    QProcess ffmpeg;
+    ffmpeg.start("ffmpeg",
+        { "-nostdin", "-loglevel", "error", "-y", "-i", mp4, "-vn", "-an", "-c:s", "text",
+            mp4 + ".srt" });
+    ASSERT_TRUE(ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0);
+    const auto viaFfmpeg = std::make_unique<TavroClipData>();
+    viaFfmpeg->loadVideoFileCilpDataFromFilePath(mp4 + ".srt");
+    const auto viaTrack = std::make_unique<TavroClipData>();
+    viaTrack->loadMp4TextTrack(mp4);
+    ASSERT_EQ(viaTrack->clipDataCount(), 40);
+    EXPECT_EQ(viaTrack->gpsDataCount(), 30);
+    EXPECT_EQ(viaFfmpeg->clipDataCount(), 40);
+    EXPECT_EQ(viaFfmpeg->gpsDataCount(), 30);
+    for (int i = 0; i < 40; ++i) {
+        EXPECT_EQ(viaTrack->getGx(i), viaFfmpeg->getGx(i)) << i;
+        EXPECT_EQ(viaTrack->getGpsLat(i), viaFfmpeg->getGpsLat(i)) << i;
+        EXPECT_EQ(viaTrack->getGpsSpeed(i), viaFfmpeg->getGpsSpeed(i)) << i;
+        EXPECT_EQ(viaTrack->sampleUtcMsecs(i), viaFfmpeg->sampleUtcMsecs(i)) << i;
+    }
     // The same telemetry as its samples' texts, in track order (the muxer
     // fills gaps between subtitles with empty samples).
-    int texts = 0;
     const QByteArray bytes = TestFiles::read(mp4);
-    EXPECT_TRUE(Mp4TextTrack::forEachSample(bytes, [&](QByteArrayView text) {
-        if (text.isEmpty())
-            return true;
-        EXPECT_TRUE(text.startsWith("gsensor,") || text.startsWith("GPRMC,"))
-            << text.toByteArray().constData();
-        ++texts;
-        return true;
-    }));
-    EXPECT_EQ(texts, 44);
-
+    const auto track = texts(bytes);
+    ASSERT_TRUE(track.has_value());
+    EXPECT_EQ(
+        std::count_if(track->begin(), track->end(),
+            [](const QByteArray& t) { return t.startsWith("gsensor,") || t.startsWith("GPRMC,"); }),
+        44);
+    EXPECT_EQ(track->size() - track->count(QByteArray()), 44);
     // Cut anywhere, the file yields at most what the whole one does, and never crashes.
     const auto record = std::make_unique<TavroClipData>();
-    for (qsizetype cut = 0; cut < bytes.size(); cut += std::max<qsizetype>(1, bytes.size() / 97)) {
-        const int count = Mp4TextTrackParser().parse(QByteArrayView(bytes).first(cut), *record);
-        EXPECT_GE(count, 0);
-        EXPECT_LE(count, 40);
-    }
-}
-
-TEST(Mp4TextTrack, NotAMovieOrNoTextTrackGivesNothing)
-{
-    const auto record = std::make_unique<TavroClipData>();
-    const QByteArray notMp4 = "not really a clip, just text that goes on for a while";
-    EXPECT_FALSE(Mp4TextTrack::isMovie(notMp4));
-    EXPECT_EQ(Mp4TextTrackParser().parse(notMp4, *record), 0);
-    // A moov whose only track is video, and a box that claims more than the file holds.
-    const QByteArray videoOnly = QByteArray::fromHex("00000008667265650000002c6d6f6f76"
-                                                     "000000247472616b0000001c6d646961"
-                                                     "0000001468646c720000000000000000"
-                                                     "76696465");
-    EXPECT_TRUE(Mp4TextTrack::isMovie(videoOnly));
-    EXPECT_FALSE(Mp4TextTrack::forEachSample(videoOnly, [](QByteArrayView) { return true; }));
-    const QByteArray oversized = QByteArray::fromHex("ffffff006d6f6f76") + QByteArray(64, '\0');
-    EXPECT_FALSE(Mp4TextTrack::isMovie(oversized));
-    EXPECT_EQ(Mp4TextTrackParser().parse(oversized, *record), 0);
-    EXPECT_EQ(record->gpsDataCount(), 0);
+    for (qsizetype cut = 0; cut < bytes.size(); cut += std::max<qsizetype>(1, bytes.size() / 97))
+        EXPECT_LE(Mp4TextTrackParser().parse(QByteArrayView(bytes).first(cut), *record), 40);
 }

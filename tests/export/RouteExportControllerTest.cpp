@@ -7,10 +7,8 @@
 #include "app/session/RouteExportController.h"
 #include "library/ClipLibrary.h"
 
-#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -22,12 +20,10 @@ namespace {
 QStringList writeClips(const QString& folder, int count, const QByteArray& status = "A")
 {
     QVector<Second> seconds(2);
-    for (Second& s : seconds)
-        s.status = status;
     QStringList clips;
     for (int i = 0; i < count; ++i) {
-        seconds[0].time = QByteArray::number(100000 + 2 * i) + ".00";
-        seconds[1].time = QByteArray::number(100001 + 2 * i) + ".00";
+        for (int s = 0; s < 2; ++s)
+            seconds[s] = { QByteArray::number(100000 + 2 * i + s) + ".00", "010124", status };
         clips << folder + QStringLiteral("/clip%1.srt").arg(i, 3, 10, QLatin1Char('0'));
         TestFiles::write(clips.last(), subtitleText(seconds));
     }
@@ -51,45 +47,39 @@ RouteExport::Result runExport(RouteExportController& controller, const QStringLi
 
 } // namespace
 
-TEST(RouteExportController, WritesTheTripsAndReportsProgress)
+TEST(RouteExportController, WritesTheTripsAndReportsProgressOrNothing)
 {
     QTemporaryDir dir;
-    const QStringList clips = writeClips(dir.path(), 5);
     RouteExportController controller;
     QSignalSpy progress(&controller, &RouteExportController::progressChanged);
-    const QString path = dir.filePath("route.gpx");
-    const RouteExport::Result result = runExport(controller, clips, RouteFormat::Gpx, path);
+    const QString gpx = dir.filePath("route.gpx");
+    const RouteExport::Result result
+        = runExport(controller, writeClips(dir.path(), 5), RouteFormat::Gpx, gpx);
     EXPECT_EQ(result.status, RouteExport::Status::Written);
     EXPECT_EQ(result.clips, 5);
     EXPECT_EQ(result.trips, 1); // back to back: one drive
     EXPECT_EQ(result.points, 100);
-    EXPECT_EQ(attributeValues(TestFiles::read(path), "trkpt", "lat").size(), 100);
+    EXPECT_EQ(attributeValues(TestFiles::read(gpx), "trkpt", "lat").size(), 100);
     // One report per clip, in order, although several workers read them.
     QList<QVariantList> expected;
     for (int done = 1; done <= 5; ++done)
         expected.append({ done, 5 });
     EXPECT_EQ(QList<QVariantList>(progress.begin(), progress.end()), expected);
-}
 
-TEST(RouteExportController, NothingWrittenWithoutPositionsOnCancelOrABadPath)
-{
-    QTemporaryDir dir;
-    RouteExportController controller;
-    const QString path = dir.filePath("route.kml");
-
+    const QString kml = dir.filePath("route.kml");
     const QStringList noFix = writeClips(dir.filePath("nofix"), 2, "V");
-    EXPECT_EQ(runExport(controller, noFix, RouteFormat::Kml, path).status,
-        RouteExport::Status::NoContent);
-    EXPECT_FALSE(QFileInfo::exists(path));
+    EXPECT_EQ(
+        runExport(controller, noFix, RouteFormat::Kml, kml).status, RouteExport::Status::NoContent);
     // The table still has the G-sensor samples.
     EXPECT_EQ(runExport(controller, noFix, RouteFormat::Csv, dir.filePath("g.csv")).status,
         RouteExport::Status::Written);
-
     const QStringList many = writeClips(dir.filePath("many"), 300);
-    EXPECT_EQ(runExport(controller, many, RouteFormat::Kml, path, true).status,
+    EXPECT_EQ(runExport(controller, many, RouteFormat::Kml, kml, true).status,
         RouteExport::Status::Cancelled);
-    EXPECT_FALSE(QFileInfo::exists(path));
-
+    EXPECT_FALSE(QFileInfo::exists(kml));
+    // After a cancel the next export runs in full.
+    EXPECT_EQ(runExport(controller, many.mid(0, 2), RouteFormat::Kml, kml).status,
+        RouteExport::Status::Written);
     const RouteExport::Result bad = runExport(
         controller, many.mid(0, 2), RouteFormat::Kml, dir.filePath("missing/route.kml"));
     EXPECT_EQ(bad.status, RouteExport::Status::WriteFailed);
@@ -109,12 +99,13 @@ TEST(RouteExportController, ClipsOfTheListAndTheFileSuffix)
     EXPECT_EQ(RouteExportController::clipsToExport(library, true).size(), 3);
     library.setSelectedRow(-1);
     EXPECT_TRUE(RouteExportController::clipsToExport(library, false).isEmpty());
-
-    EXPECT_EQ(
-        RouteExportController::pathWithSuffix("/tmp/drive", RouteFormat::Gpx), "/tmp/drive.gpx");
-    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/drive.GPX", RouteFormat::Gpx),
-        "/tmp/drive.GPX");
-    EXPECT_EQ(RouteExportController::pathWithSuffix("/tmp/d.kml", RouteFormat::GeoJson),
-        "/tmp/d.kml.geojson");
+    const std::tuple<const char*, RouteFormat, const char*> cases[] = {
+        { "/tmp/drive", RouteFormat::Gpx, "/tmp/drive.gpx" },
+        { "/tmp/drive.GPX", RouteFormat::Gpx, "/tmp/drive.GPX" },
+        { "/tmp/d.kml", RouteFormat::GeoJson, "/tmp/d.kml.geojson" },
+        { "/tmp/d.csv", RouteFormat::Csv, "/tmp/d.csv" },
+    };
+    for (const auto& [path, format, expected] : cases)
+        EXPECT_EQ(RouteExportController::pathWithSuffix(path, format), expected);
     EXPECT_EQ(RouteExportController::dialogFormats().size(), 4);
 }

@@ -1,84 +1,73 @@
-// Rules shared by the real and the scripted player view, and the status names.
-#include "player/PlayerRules.h"
-#include "player/TavroAVViewStatus.h"
+// Rules shared by the real and the scripted player view, and the scripted
+// view's own contract: the playback session's tests prove nothing unless it
+// answers as the real view does (statuses and seeks arrive later).
+#include "RecordingPlayerDelegate.h"
+#include "ScriptedPlayerView.h"
 
-#include <QSet>
+#include "player/PlayerRules.h"
+
+#include <QCoreApplication>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
-#include <vector>
 
-namespace {
+using S = TavroAVViewStatus;
 
-void expectSteps(float start, float (*next)(float), const std::vector<float>& expected)
+TEST(PlayerRules, RatesSeeksAndTimeSlots)
 {
-    float rate = start;
-    for (float want : expected) {
-        rate = next(rate);
-        EXPECT_FLOAT_EQ(rate, want) << "from " << start;
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    // From below 2 (or NaN) fast forward starts at 2, then adds 2; rewind mirrors it.
+    const std::tuple<float, float, float> rates[] = { { 0.0f, 2.0f, -2.0f }, { 1.99f, 2.0f, -2.0f },
+        { 2.0f, 4.0f, -2.0f }, { 10.0f, 12.0f, -2.0f }, { -1.99f, 2.0f, -2.0f },
+        { -2.0f, 2.0f, -4.0f }, { -6.0f, 2.0f, -8.0f }, { nan, 2.0f, -2.0f } };
+    for (const auto& [rate, forward, backward] : rates) {
+        EXPECT_EQ(PlayerRules::nextFastForwardRate(rate), forward) << rate;
+        EXPECT_EQ(PlayerRules::nextRewindRate(rate), backward) << rate;
     }
-}
-
-} // namespace
-
-TEST(PlayerRules, FastForwardAndRewindStepByTwo)
-{
-    expectSteps(0.0f, PlayerRules::nextFastForwardRate, { 2, 4, 6, 8, 10, 12 });
-    expectSteps(1.0f, PlayerRules::nextFastForwardRate, { 2, 4 });
-    expectSteps(-4.0f, PlayerRules::nextFastForwardRate, { 2, 4 });
-    expectSteps(1.99f, PlayerRules::nextFastForwardRate, { 2 });
-    expectSteps(
-        std::numeric_limits<float>::quiet_NaN(), PlayerRules::nextFastForwardRate, { 2, 4 });
-    expectSteps(1.0f, PlayerRules::nextRewindRate, { -2, -4, -6 });
-    expectSteps(6.0f, PlayerRules::nextRewindRate, { -2, -4 });
-    expectSteps(-1.5f, PlayerRules::nextRewindRate, { -2 });
-    expectSteps(std::numeric_limits<float>::quiet_NaN(), PlayerRules::nextRewindRate, { -2 });
-}
-
-TEST(PlayerRules, SeeksLandOnWholeSeconds)
-{
-    const std::pair<double, double> cases[] = {
-        { 12.7, 13 },
-        { 12.5, 13 },
-        { 12.49, 12 },
-        { 0.0, 0 },
-        { 0.4, 0 },
-        { 59.99, 60 },
-        { 3.0, 3 },
-        { std::numeric_limits<double>::quiet_NaN(), 0 },
-        { std::numeric_limits<double>::infinity(), 0 },
-    };
-    for (const auto& [in, out] : cases)
+    const double inf = std::numeric_limits<double>::infinity();
+    const std::pair<double, double> seeks[] = { { 12.7, 13 }, { 12.5, 13 }, { 12.49, 12 },
+        { 0.4, 0 }, { 59.99, 60 }, { nan, 0 }, { inf, 0 } };
+    for (const auto& [in, out] : seeks)
         EXPECT_EQ(PlayerRules::wholeSecondSeekTarget(in), out) << in;
-}
-
-TEST(PlayerRules, TimeSlotsAndSnapshotTime)
-{
-    EXPECT_EQ(PlayerRules::timeObserverSlot(0.0), 0);
-    EXPECT_EQ(PlayerRules::timeObserverSlot(0.09), 0);
-    EXPECT_EQ(PlayerRules::timeObserverSlot(0.1), 1);
-    EXPECT_EQ(PlayerRules::timeObserverSlot(0.3), 3); // 0.3 * 10 is 2.9999999999999996
-    EXPECT_EQ(PlayerRules::timeObserverSlot(12.34), 123);
+    const std::pair<double, long long> tenths[]
+        = { { 0.0, 0 }, { 0.09, 0 }, { 0.1, 1 }, { 0.3, 3 }, { 12.34, 123 }, { -inf, 0 } };
+    for (const auto& [in, out] : tenths) // 0.3 * 10 is 2.9999999999999996
+        EXPECT_EQ(PlayerRules::timeObserverSlot(in), out) << in;
     // The whole seconds of the duration, counted in microseconds.
     EXPECT_DOUBLE_EQ(PlayerRules::snapshotTime(60.5), 60e-6);
-    EXPECT_DOUBLE_EQ(PlayerRules::snapshotTime(4.5), 4e-6);
-    EXPECT_DOUBLE_EQ(PlayerRules::snapshotTime(0.0), 0.0);
-    EXPECT_DOUBLE_EQ(PlayerRules::snapshotTime(std::nan("")), 0.0);
+    EXPECT_EQ(PlayerRules::snapshotTime(0.0), 0.0);
+    EXPECT_EQ(PlayerRules::snapshotTime(-3.0), 0.0);
+    EXPECT_EQ(PlayerRules::snapshotTime(nan), 0.0);
 }
 
-TEST(PlayerRules, StatusNamesAreDistinctAndOutsideValuesReadAsUnknown)
+TEST(ScriptedPlayerView, KeepsTheRealViewsContract)
 {
-    QSet<QString> names;
-    for (int i = 0; i < 8; ++i) {
-        const QString name = TavroAVViewStatusName(i);
-        EXPECT_TRUE(name.startsWith(QStringLiteral("TavroAVViewStatus"))) << qPrintable(name);
-        EXPECT_EQ(TavroAVViewStatusName(TavroAVViewStatus(i)), name);
-        names.insert(name);
-    }
-    EXPECT_EQ(names.size(), 8);
-    const QString unknown = TavroAVViewStatusName(TavroAVViewStatus::Unknown);
-    for (int outside : { -1, 8, 100, -2147483647 })
-        EXPECT_EQ(TavroAVViewStatusName(outside), unknown);
+    ScriptedPlayerView view;
+    RecordingPlayerDelegate delegate;
+    view.setDelegate(&delegate);
+    view.setFileName(QStringLiteral("/card/a_F.mp4"));
+    EXPECT_EQ(view.status(), S::Loading);
+    EXPECT_TRUE(delegate.log(&view).statuses.isEmpty()) << "delivered inside the call";
+    view.finishLoading(4.5);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(delegate.log(&view).statuses, (QVector<S> { S::Init, S::Loading, S::Prepared }));
+    view.play();
+    view.advance(0.35);
+    EXPECT_NEAR(view.currentTime(), 0.3, 1e-9);
+    view.setCurrentTime(2.7);
+    EXPECT_NEAR(view.currentTime(), 0.3, 1e-9) << "a seek lands later, as libmpv's does";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view.currentTime(), 3.0);
+    view.advance(10.0);
+    EXPECT_EQ(view.currentTime(), 4.5);
+    EXPECT_EQ(delegate.log(&view).ends, 1);
+    view.play(); // at the very end: starts over
+    EXPECT_EQ(view.currentTime(), 0.0);
+    EXPECT_EQ(delegate.log(&view).rates, (QVector<float> { 1, 0, 1 }));
+    view.setFileName(QStringLiteral("/card/bad.mp4"));
+    view.failLoading();
+    EXPECT_EQ(view.status(), S::Error);
+    EXPECT_FALSE(view.hasMovie());
 }

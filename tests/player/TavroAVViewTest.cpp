@@ -7,7 +7,6 @@
 
 #include <QPalette>
 #include <QScreen>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -21,58 +20,6 @@ namespace {
 
 const int kWaitMs = TestTiming::scaled(15000);
 
-class PlayerViewTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        if (!clips().ok)
-            GTEST_SKIP() << clips().error.toStdString();
-    }
-
-    static const PlayerClips& clips() { return PlayerClips::shared(); }
-
-    TavroAVView* makeView(QSize size = QSize(320, 240))
-    {
-        auto view = std::make_unique<TavroAVView>();
-        view->setDelegate(&delegate);
-        view->resize(size);
-        view->show();
-        views.push_back(std::move(view));
-        return views.back().get();
-    }
-
-    // Loads path and waits until the view reports Prepared.
-    TavroAVView* loadedView(const QString& path, int videoTrack = 1)
-    {
-        TavroAVView* view = makeView();
-        view->setVideoTrack(videoTrack);
-        view->setFileName(path);
-        EXPECT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs)) << path.toStdString();
-        return view;
-    }
-
-    static bool waitForTime(TavroAVView* view, double seconds, double tolerance = 1e-3)
-    {
-        return QTest::qWaitFor(
-            [&] { return std::abs(view->currentTime() - seconds) <= tolerance; }, kWaitMs);
-    }
-
-    // The picture as the window shows it, after at least one frame.
-    static QImage picture(TavroAVView* view)
-    {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return view->framesPresented() > 0; }, kWaitMs));
-        return view->grabFramebuffer();
-    }
-
-    static QColor colourAt(const QImage& image, double fx, double fy)
-    {
-        return image.pixelColor(int(fx * (image.width() - 1)), int(fy * (image.height() - 1)));
-    }
-
-    RecordingPlayerDelegate delegate;
-    std::vector<std::unique_ptr<TavroAVView>> views;
-};
-
 // Red, green or blue dominates clearly (video is YUV, so not exactly 255).
 char dominant(const QColor& c)
 {
@@ -85,74 +32,105 @@ char dominant(const QColor& c)
     return '?';
 }
 
+// The dominant colours at the middle of the top and bottom tenth: "rb" is red over blue.
+QString topAndBottom(const QImage& image)
+{
+    const auto at = [&](double fy) {
+        return dominant(image.pixelColor(image.width() / 2, int(fy * (image.height() - 1))));
+    };
+    return QString(QChar(at(0.1))) + QChar(at(0.9));
+}
+
+class PlayerViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!clips().ok)
+            GTEST_SKIP() << clips().error.toStdString();
+    }
+    static const PlayerClips& clips() { return PlayerClips::shared(); }
+
+    TavroAVView* makeView(QWidget* parent = nullptr)
+    {
+        auto* view = new TavroAVView(parent);
+        if (!parent)
+            views.emplace_back(view);
+        view->setDelegate(&delegate);
+        view->resize(320, 240);
+        view->show();
+        return view;
+    }
+    // Loads path and waits until the view reports Prepared.
+    TavroAVView* loadedView(const QString& path, int videoTrack = 1)
+    {
+        TavroAVView* view = makeView();
+        view->setVideoTrack(videoTrack);
+        view->setFileName(path);
+        EXPECT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs)) << path.toStdString();
+        return view;
+    }
+    static bool waitForTime(TavroAVView* view, double seconds)
+    {
+        return QTest::qWaitFor(
+            [&] { return std::abs(view->currentTime() - seconds) <= 1e-3; }, kWaitMs);
+    }
+    // The picture as the window shows it, after at least one frame.
+    static QImage picture(TavroAVView* view)
+    {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return view->framesPresented() > 0; }, kWaitMs));
+        return view->grabFramebuffer();
+    }
+
+    RecordingPlayerDelegate delegate;
+    std::vector<std::unique_ptr<TavroAVView>> views;
+};
+
 } // namespace
 
 TEST_F(PlayerViewTest, LoadingEndsInPreparedOrError)
 {
-    struct Case {
-        QString path;
-        QVector<S> statuses;
-        bool noVideo;
+    const std::tuple<QString, S, bool> cases[] = {
+        { clips().redOverBlue, S::Prepared, false }, { clips().dualStreamAvi, S::Prepared, false },
+        { clips().garbage, S::Error, false }, { clips().missing, S::Error, false },
+        { clips().audioOnly, S::Error, true }, // no video: a note instead of a picture
     };
-    const Case cases[] = {
-        { clips().redOverBlue, { S::Init, S::Loading, S::Prepared }, false },
-        { clips().dualStreamAvi, { S::Init, S::Loading, S::Prepared }, false },
-        { clips().garbage, { S::Init, S::Loading, S::Error }, false },
-        { clips().missing, { S::Init, S::Loading, S::Error }, false },
-        { clips().audioOnly, { S::Init, S::Loading, S::Error }, true },
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.path.toStdString());
+    for (const auto& [path, last, noVideo] : cases) {
         TavroAVView* view = makeView();
-        view->setFileName(c.path);
+        view->setFileName(path);
         EXPECT_EQ(view->status(), S::Loading);
         EXPECT_TRUE(view->hasMovie());
-        EXPECT_DOUBLE_EQ(view->duration(), 0.0);
         EXPECT_TRUE(view->findChild<QWidget*>(QStringLiteral("loadingSpinner"))->isVisible());
-        ASSERT_TRUE(delegate.waitForStatus(view, c.statuses.last(), kWaitMs));
+        ASSERT_TRUE(delegate.waitForStatus(view, last, kWaitMs));
         QTest::qWait(300); // nothing may follow the final status
-        EXPECT_EQ(delegate.log(view).statuses, c.statuses);
-        EXPECT_EQ(view->status(), c.statuses.last());
-        EXPECT_EQ(view->hasMovie(), c.statuses.last() == S::Prepared);
-        EXPECT_EQ(view->findChild<QWidget*>(QStringLiteral("noVideoView"))->isVisible(), c.noVideo);
+        EXPECT_EQ(delegate.log(view).statuses, (QVector<S> { S::Init, S::Loading, last }));
+        EXPECT_EQ(view->hasMovie(), last == S::Prepared);
+        EXPECT_EQ(view->findChild<QWidget*>(QStringLiteral("noVideoView"))->isVisible(), noVideo);
         EXPECT_FALSE(view->findChild<QWidget*>(QStringLiteral("loadingSpinner"))->isVisible());
+        if (noVideo) { // the sound still plays
+            view->play();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() > 0.3; }, kWaitMs));
+        }
     }
-}
-
-TEST_F(PlayerViewTest, SoundOnlyFileKeepsPlayingItsSound)
-{
+    // Reloading while loading starts one fresh load: closing the first
+    // reports Init, then the new name sets Init again.
     TavroAVView* view = makeView();
-    view->setFileName(clips().audioOnly);
-    ASSERT_TRUE(delegate.waitForStatus(view, S::Error, kWaitMs));
-    view->play();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() > 0.3; }, kWaitMs));
-    EXPECT_EQ(view->fileName(), clips().audioOnly);
-    EXPECT_FALSE(view->hasMovie());
+    view->setFileName(clips().garbage);
+    view->setFileName(clips().redOverBlue);
+    ASSERT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs));
+    QTest::qWait(200);
+    EXPECT_EQ(delegate.log(view).statuses,
+        (QVector<S> { S::Init, S::Loading, S::Init, S::Init, S::Loading, S::Prepared }));
 }
 
-TEST_F(PlayerViewTest, SeeksLandOnWholeSecondsAndStepsMoveOneFrame)
+// Seeks land on whole seconds and steps move one frame. Keys pressed quickly
+// after a click on the slider: mpv would merge the seeks and spend a step
+// asked during a seek on the seek's own frame, so the moves follow in order.
+TEST_F(PlayerViewTest, SeeksAndStepsFollowInTheOrderAsked)
 {
     TavroAVView* view = loadedView(clips().redOverBlue);
     EXPECT_NEAR(view->duration(), 15.0, 0.05);
-    const std::pair<double, double> seeks[] = { { 12.7, 13.0 }, { 2.4, 2.0 }, { 5.5, 6.0 } };
-    for (const auto& [asked, landed] : seeks) {
-        view->setCurrentTime(asked);
-        EXPECT_TRUE(waitForTime(view, landed)) << asked << " gave " << view->currentTime();
-    }
-    view->stepForward();
-    EXPECT_TRUE(waitForTime(view, 6.1)) << view->currentTime();
-    view->stepForward();
-    EXPECT_TRUE(waitForTime(view, 6.2)) << view->currentTime();
-    view->stepBackward();
-    EXPECT_TRUE(waitForTime(view, 6.1)) << view->currentTime();
-    EXPECT_FALSE(delegate.log(view).times.isEmpty());
-}
-
-// Keys pressed quickly after a click on the slider: mpv would merge the seeks
-// and spend a step asked during a seek on the seek's own frame.
-TEST_F(PlayerViewTest, MovesAskedDuringASeekFollowItInOrder)
-{
-    TavroAVView* view = loadedView(clips().redOverBlue);
+    view->setCurrentTime(12.7);
+    EXPECT_TRUE(waitForTime(view, 13.0)) << view->currentTime();
     view->setCurrentTime(2.4);
     view->setCurrentTime(5.5);
     view->stepForward();
@@ -163,34 +141,21 @@ TEST_F(PlayerViewTest, MovesAskedDuringASeekFollowItInOrder)
     EXPECT_TRUE(waitForTime(view, 8.9)) << view->currentTime();
     // The time shown follows too, and nothing older is reported after it.
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] {
-            const QVector<double>& times = delegate.log(view).times;
-            return !times.isEmpty() && std::abs(times.last() - 8.9) < 1e-3;
-        },
-        kWaitMs));
+        [&] { return std::abs(delegate.log(view).times.last() - 8.9) < 1e-3; }, kWaitMs));
     QTest::qWait(300);
     EXPECT_NEAR(delegate.log(view).times.last(), 8.9, 1e-3);
-    EXPECT_NEAR(view->currentTime(), 8.9, 1e-3);
     // A step back from the first frame has nowhere to go; what follows still moves.
     view->setCurrentTime(0.0);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return std::abs(delegate.log(view).times.last()) < 1e-3; }, kWaitMs));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return std::abs(delegate.log(view).times.last()) < 1e-3; }, kWaitMs));
     view->stepBackward();
-    view->setCurrentTime(3.2);
-    EXPECT_TRUE(waitForTime(view, 3.0)) << view->currentTime();
-}
-
-// A held arrow key: its repeats come faster than mpv steps. While a step is
-// under way they fold into one more, so the picture stops right after the key
-// is let go instead of working through every repeat.
-TEST_F(PlayerViewTest, HeldStepKeysFoldIntoOneMoreStep)
-{
-    TavroAVView* view = loadedView(clips().redOverBlue);
-    view->setCurrentTime(6.0);
+    view->setCurrentTime(6.2);
     ASSERT_TRUE(waitForTime(view, 6.0)) << view->currentTime();
-    const std::pair<void (TavroAVView::*)(), double> keys[]
-        = { { &TavroAVView::stepForward, 6.2 }, { &TavroAVView::stepBackward, 6.0 } };
-    for (const auto& [step, landing] : keys) {
+    // A held arrow key: its repeats come faster than mpv steps. While a step
+    // is under way they fold into one more, so the picture stops right after
+    // the key is let go instead of working through every repeat.
+    for (const auto& [step, landing] : { std::pair { &TavroAVView::stepForward, 6.2 },
+             std::pair { &TavroAVView::stepBackward, 6.0 } }) {
         for (int repeat = 0; repeat < 10; ++repeat)
             (view->*step)();
         EXPECT_TRUE(waitForTime(view, landing)) << view->currentTime();
@@ -199,109 +164,78 @@ TEST_F(PlayerViewTest, HeldStepKeysFoldIntoOneMoreStep)
     }
 }
 
-TEST_F(PlayerViewTest, RatesFollowTheTransportRules)
+TEST_F(PlayerViewTest, RatesPlayToTheEndAndStartOverFromThere)
 {
     TavroAVView* view = loadedView(clips().redOverBlue);
     view->setCurrentTime(8.0);
     ASSERT_TRUE(waitForTime(view, 8.0));
     view->play();
-    view->fastForward();
-    view->fastForward();
-    view->fastForward();
-    EXPECT_FLOAT_EQ(view->rate(), 6.0f);
+    for (int i = 0; i < 3; ++i)
+        view->fastForward();
+    EXPECT_EQ(view->rate(), 6.0f);
     view->rewind();
-    EXPECT_FLOAT_EQ(view->rate(), -2.0f);
     const double before = view->currentTime();
     EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() < before - 0.3; }, kWaitMs))
         << "rewinding moves backwards";
     view->rewind();
-    EXPECT_FLOAT_EQ(view->rate(), -4.0f);
     view->fastForward();
-    EXPECT_FLOAT_EQ(view->rate(), 2.0f);
     view->playPauseToggle(); // rate 2 is not 1: plays at normal speed
-    EXPECT_FLOAT_EQ(view->rate(), 1.0f);
     view->playPauseToggle();
-    EXPECT_FLOAT_EQ(view->rate(), 0.0f);
-    const QVector<float> expected { 1, 2, 4, 6, -2, -4, 2, 1, 0 };
     QTest::qWait(200);
-    EXPECT_EQ(delegate.log(view).rates, expected);
-}
+    EXPECT_EQ(delegate.log(view).rates, (QVector<float> { 1, 2, 4, 6, -2, -4, 2, 1, 0 }));
 
-TEST_F(PlayerViewTest, PlaysToTheEndAndStartsOverFromThere)
-{
-    TavroAVView* view = loadedView(clips().greenFractional);
-    EXPECT_NEAR(view->duration(), 4.5, 0.05);
-    view->setCurrentTime(4.0);
-    ASSERT_TRUE(waitForTime(view, 4.0));
-    view->play();
-    ASSERT_TRUE(delegate.waitForEnd(view, 1, kWaitMs));
-    EXPECT_EQ(view->currentTime(), view->duration());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->rate() == 0.0f; }, kWaitMs));
-    const QVector<double>& times = delegate.log(view).times;
+    TavroAVView* green = loadedView(clips().greenFractional);
+    EXPECT_NEAR(green->duration(), 4.5, 0.05);
+    green->setCurrentTime(4.0);
+    ASSERT_TRUE(waitForTime(green, 4.0));
+    green->play();
+    ASSERT_TRUE(delegate.waitForEnd(green, 1, kWaitMs));
+    EXPECT_EQ(green->currentTime(), green->duration());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return green->rate() == 0.0f; }, kWaitMs));
+    const QVector<double> times = delegate.log(green).times;
     for (qsizetype i = 1; i < times.size(); ++i)
-        EXPECT_NE(std::floor(times[i] * 10), std::floor(times[i - 1] * 10))
-            << "one report per tenth";
-    view->play();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() < 1.0; }, kWaitMs))
-        << view->currentTime();
-    EXPECT_FLOAT_EQ(view->rate(), 1.0f);
+        EXPECT_NE(std::floor(times[i] * 10), std::floor(times[i - 1] * 10)) << "one per tenth";
+    green->play();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return green->currentTime() < 1.0; }, kWaitMs));
+    EXPECT_EQ(green->rate(), 1.0f);
 }
 
-TEST_F(PlayerViewTest, UpsideDownMirrorsThePictureVertically)
-{
-    TavroAVView* view = loadedView(clips().redOverBlue);
-    const QImage upright = picture(view);
-    EXPECT_EQ(upright.size(), QSize(320, 240) * view->devicePixelRatioF());
-    EXPECT_EQ(dominant(colourAt(upright, 0.5, 0.1)), 'r');
-    EXPECT_EQ(dominant(colourAt(upright, 0.5, 0.9)), 'b');
-    view->setUpsideDown(true);
-    const QImage mirrored = view->grabFramebuffer();
-    EXPECT_EQ(dominant(colourAt(mirrored, 0.5, 0.1)), 'b');
-    EXPECT_EQ(dominant(colourAt(mirrored, 0.5, 0.9)), 'r');
-    view->setUpsideDown(false);
-    EXPECT_EQ(dominant(colourAt(view->grabFramebuffer(), 0.5, 0.1)), 'r');
-}
-
-TEST_F(PlayerViewTest, KeepsItsPictureWhenMovedToAnotherWindow)
-{
-    // Full screen takes the view out of the main window into a window of its
-    // own, which gives the widget a new GL context.
-    QWidget window;
-    window.resize(400, 300);
-    auto* view = new TavroAVView(&window); // owned by the window until it leaves
-    view->setDelegate(&delegate);
-    view->resize(320, 240);
-    window.show();
-    view->setFileName(clips().redOverBlue);
-    ASSERT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs));
-    EXPECT_EQ(dominant(colourAt(picture(view), 0.5, 0.1)), 'r');
-    view->setParent(nullptr);
-    views.emplace_back(view);
-    view->resize(640, 480);
-    view->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(view));
-    const QImage moved = view->grabFramebuffer();
-    EXPECT_EQ(moved.size(), QSize(640, 480) * view->devicePixelRatioF());
-    EXPECT_EQ(dominant(colourAt(moved, 0.5, 0.1)), 'r');
-    EXPECT_EQ(dominant(colourAt(moved, 0.5, 0.9)), 'b');
-    EXPECT_EQ(view->status(), S::Prepared);
-}
-
-TEST_F(PlayerViewTest, OnScreenThePictureIsUprightOrMirrored)
+TEST_F(PlayerViewTest, PictureUprightOrMirroredInTheViewOnScreenAndInAnotherWindow)
 {
     // A picture that fills its view is drawn by the player straight into the
     // window: what the screen shows, not a read-back of a texture.
     TavroAVView* view = loadedView(clips().redOverBlue);
-    picture(view);
-    auto screenAt = [&](double fy) {
-        const QImage screen = view->screen()->grabWindow(view->winId()).toImage();
-        return dominant(colourAt(screen, 0.5, fy));
+    const QImage upright = picture(view);
+    EXPECT_EQ(upright.size(), QSize(320, 240) * view->devicePixelRatioF());
+    EXPECT_EQ(topAndBottom(upright), "rb");
+    const auto onScreen = [&](TavroAVView* v) {
+        return topAndBottom(v->screen()->grabWindow(v->winId()).toImage());
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return screenAt(0.1) == 'r'; }, kWaitMs));
-    EXPECT_EQ(screenAt(0.9), 'b');
+    EXPECT_TRUE(QTest::qWaitFor([&] { return onScreen(view) == "rb"; }, kWaitMs));
     view->setUpsideDown(true);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return screenAt(0.1) == 'b'; }, kWaitMs));
-    EXPECT_EQ(screenAt(0.9), 'r');
+    EXPECT_EQ(topAndBottom(view->grabFramebuffer()), "br");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return onScreen(view) == "br"; }, kWaitMs));
+    view->setUpsideDown(false);
+    EXPECT_EQ(topAndBottom(view->grabFramebuffer()), "rb");
+
+    // Full screen takes the view out of the main window into a window of its
+    // own, which gives the widget a new GL context.
+    QWidget window;
+    window.resize(400, 300);
+    TavroAVView* moving = makeView(&window);
+    window.show();
+    moving->setFileName(clips().redOverBlue);
+    ASSERT_TRUE(delegate.waitForStatus(moving, S::Prepared, kWaitMs));
+    EXPECT_EQ(topAndBottom(picture(moving)), "rb");
+    moving->setParent(nullptr);
+    views.emplace_back(moving);
+    moving->resize(640, 480);
+    moving->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(moving));
+    const QImage moved = moving->grabFramebuffer();
+    EXPECT_EQ(moved.size(), QSize(640, 480) * moving->devicePixelRatioF());
+    EXPECT_EQ(topAndBottom(moved), "rb");
+    EXPECT_EQ(moving->status(), S::Prepared);
 }
 
 TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
@@ -316,8 +250,7 @@ TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
     window.resize(400, 300);
     auto* area = new QWidget(&window);
     area->setGeometry(100, 100, 200, 150);
-    auto* view = new TavroAVView(area);
-    view->setDelegate(&delegate);
+    TavroAVView* view = makeView(area);
     // Twice the area's size (the clip's 4:3), moved up by one area: the
     // area shows the lower left quarter of the picture, blue.
     view->setGeometry(0, -150, 400, 300);
@@ -332,22 +265,20 @@ TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
     };
     // Once drawn: the area's picture and, around it, something painted (on a busy
     // machine the window's own background may still be missing for a moment).
-    const bool shown = QTest::qWaitFor(
+    EXPECT_TRUE(QTest::qWaitFor(
         [&] {
             screen = window.screen()->grabWindow(window.winId()).toImage();
             return at(200, 175) == 'b' && at(200, 50) != '?' && at(200, 95) != '?'
                 && at(50, 175) != '?' && at(350, 175) != '?';
         },
-        kWaitMs);
-    EXPECT_TRUE(shown) << "the area shows the picture's lower half";
-    EXPECT_EQ(at(200, 105), 'b');
-    EXPECT_EQ(at(200, 245), 'b');
-    // Above and beside the area, where the unclipped picture would lie.
-    EXPECT_EQ(at(200, 50), 'g');
-    EXPECT_EQ(at(200, 95), 'g');
-    EXPECT_EQ(at(50, 175), 'g');
-    EXPECT_EQ(at(350, 175), 'g');
-
+        kWaitMs))
+        << "the area shows the picture's lower half";
+    // Inside the area, and above and beside it, where the unclipped picture would lie.
+    QString seen;
+    for (const QPoint point : { QPoint(200, 105), QPoint(200, 245), QPoint(200, 50),
+             QPoint(200, 95), QPoint(50, 175), QPoint(350, 175) })
+        seen += QChar(at(point.x(), point.y()));
+    EXPECT_EQ(seen, "bbgggg");
     // Dragged down by half an area: the middle of the picture (red over blue) shows.
     view->move(0, -75);
     ASSERT_TRUE(QTest::qWaitFor(
@@ -356,38 +287,27 @@ TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
             return at(200, 110) == 'r' && at(200, 90) != '?';
         },
         kWaitMs));
-    EXPECT_EQ(at(200, 240), 'b');
-    EXPECT_EQ(at(200, 90), 'g');
+    EXPECT_EQ(QString(QChar(at(200, 240))) + QChar(at(200, 90)), "bg");
 }
 
-TEST_F(PlayerViewTest, SecondVideoStreamOfAnAvi)
+TEST_F(PlayerViewTest, SecondVideoStreamAndSnapshots)
 {
+    EXPECT_TRUE(makeView()->snapshot().isNull());
     TavroAVView* first = loadedView(clips().dualStreamAvi, 1);
     TavroAVView* second = loadedView(clips().dualStreamAvi, 2);
-    EXPECT_EQ(dominant(colourAt(picture(first), 0.5, 0.5)), 'r');
-    EXPECT_EQ(dominant(colourAt(picture(second), 0.5, 0.5)), 'b');
+    EXPECT_EQ(topAndBottom(picture(first)), "rr");
+    EXPECT_EQ(topAndBottom(picture(second)), "bb");
     EXPECT_EQ(second->videoTrack(), 2);
-}
-
-TEST_F(PlayerViewTest, SnapshotIsTheFirstFrameAtTheStreamSize)
-{
-    TavroAVView* empty = makeView();
-    EXPECT_TRUE(empty->snapshot().isNull());
-
+    // The second stream's still, at the size of the first stream.
+    EXPECT_EQ(second->snapshot().size(), QSize(320, 240));
+    EXPECT_EQ(topAndBottom(second->snapshot()), "bb");
+    // The first frame at the stream's size, never mirrored.
     TavroAVView* view = loadedView(clips().redOverBlue);
     view->setCurrentTime(9.0);
     view->setUpsideDown(true);
     const QImage still = view->snapshot();
-    ASSERT_EQ(still.size(), QSize(320, 240));
-    EXPECT_EQ(dominant(colourAt(still, 0.5, 0.1)), 'r') << "not mirrored";
-    EXPECT_EQ(dominant(colourAt(still, 0.5, 0.9)), 'b');
-
-    // The second stream's frame, at the size of the first stream.
-    TavroAVView* rear = loadedView(clips().dualStreamAvi, 2);
-    const QImage rearStill = rear->snapshot();
-    ASSERT_EQ(rearStill.size(), QSize(320, 240));
-    EXPECT_EQ(dominant(colourAt(rearStill, 0.5, 0.5)), 'b');
-
+    EXPECT_EQ(still.size(), QSize(320, 240));
+    EXPECT_EQ(topAndBottom(still), "rb");
     TavroAVView* sound = makeView();
     sound->setFileName(clips().audioOnly);
     ASSERT_TRUE(delegate.waitForStatus(sound, S::Error, kWaitMs));
@@ -404,20 +324,17 @@ TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
     small->play();
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return big->currentTime() > 0.3 && small->currentTime() > 0.3; }, kWaitMs));
-    EXPECT_EQ(dominant(colourAt(picture(big), 0.5, 0.1)), 'b');
-    const auto statusesBefore
-        = delegate.log(big).statuses.size() + delegate.log(small).statuses.size();
-
+    EXPECT_EQ(topAndBottom(picture(big)), "br");
+    const auto statuses = delegate.log(big).statuses.size() + delegate.log(small).statuses.size();
     big->swapPlayerItemWith(*small);
     EXPECT_EQ(big->fileName(), clips().greenFractional);
     EXPECT_EQ(small->fileName(), clips().redOverBlue);
     EXPECT_NEAR(big->duration(), 4.5, 0.05);
-    EXPECT_FLOAT_EQ(big->volume(), 0.0f) << "the volume goes with the media";
+    EXPECT_EQ(big->volume(), 0.0f) << "the volume goes with the media";
     EXPECT_TRUE(big->upsideDown());
     EXPECT_FALSE(small->upsideDown());
     EXPECT_EQ(big->status(), S::Prepared);
     EXPECT_EQ(small->status(), S::Prepared);
-
     // Both keep running, each picture now in the other view at its size.
     const double bigAt = big->currentTime();
     const double smallAt = small->currentTime();
@@ -426,48 +343,30 @@ TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
         kWaitMs));
     const qint64 presented = small->framesPresented();
     ASSERT_TRUE(QTest::qWaitFor([&] { return small->framesPresented() > presented; }, kWaitMs));
-    const QImage smallPicture = small->grabFramebuffer();
-    EXPECT_EQ(dominant(colourAt(smallPicture, 0.5, 0.1)), 'r');
-    EXPECT_EQ(dominant(colourAt(smallPicture, 0.5, 0.9)), 'b');
-    EXPECT_EQ(dominant(colourAt(big->grabFramebuffer(), 0.5, 0.5)), 'g');
-    EXPECT_EQ(
-        delegate.log(big).statuses.size() + delegate.log(small).statuses.size(), statusesBefore);
+    EXPECT_EQ(topAndBottom(small->grabFramebuffer()), "rb");
+    EXPECT_EQ(topAndBottom(big->grabFramebuffer()), "gg");
+    EXPECT_EQ(delegate.log(big).statuses.size() + delegate.log(small).statuses.size(), statuses);
 }
 
 TEST_F(PlayerViewTest, CloseResetAndEmptyNameReturnToInit)
 {
     using Action = void (*)(TavroAVView*);
-    const Action actions[] = {
-        [](TavroAVView* v) { v->close(); },
-        [](TavroAVView* v) { v->reset(); },
-        [](TavroAVView* v) { v->setFileName(QString()); },
-    };
-    for (Action action : actions) {
+    for (const Action action :
+        { Action([](TavroAVView* v) { v->close(); }), Action([](TavroAVView* v) { v->reset(); }),
+            Action([](TavroAVView* v) { v->setFileName(QString()); }) }) {
         TavroAVView* view = loadedView(clips().redOverBlue);
         view->play();
         action(view);
         EXPECT_EQ(view->status(), S::Init);
         EXPECT_FALSE(view->hasMovie());
         EXPECT_TRUE(view->fileName().isEmpty());
-        EXPECT_DOUBLE_EQ(view->currentTime(), 0.0);
-        EXPECT_DOUBLE_EQ(view->duration(), 0.0);
+        EXPECT_EQ(view->currentTime(), 0.0);
+        EXPECT_EQ(view->duration(), 0.0);
         EXPECT_TRUE(view->snapshot().isNull());
         ASSERT_TRUE(QTest::qWaitFor(
             [&] { return delegate.log(view).statuses.last() == S::Init; }, kWaitMs));
         view->play(); // harmless without media
     }
-}
-
-TEST_F(PlayerViewTest, ReloadingWhileLoadingStartsOneFreshLoad)
-{
-    TavroAVView* view = makeView();
-    view->setFileName(clips().garbage);
-    view->setFileName(clips().redOverBlue);
-    ASSERT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs));
-    QTest::qWait(200);
-    // Closing the first load reports Init, then the new name sets Init again.
-    EXPECT_EQ(delegate.log(view).statuses,
-        (QVector<S> { S::Init, S::Loading, S::Init, S::Init, S::Loading, S::Prepared }));
 }
 
 TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
@@ -478,16 +377,22 @@ TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
         view->show();
         view->setFileName(clips().redOverBlue);
         QTest::qWait(waitMs);
-        view.reset();
     }
     // An owner that loads the next clip when one ends closes the player in
-    // the middle of its own event handling.
-    struct NextOnEnd : RecordingPlayerDelegate {
+    // the middle of its own event handling; one that closes the view when it
+    // hears the rate drop to 0 does so from inside the pause call itself.
+    struct Owner : RecordingPlayerDelegate {
         QString next;
         void tavroAVViewDidPlayToEndTime(PlayerView* view) override
         {
             RecordingPlayerDelegate::tavroAVViewDidPlayToEndTime(view);
             view->setFileName(next);
+        }
+        void tavroAVViewDidUpdateRate(PlayerView* view, float rate) override
+        {
+            RecordingPlayerDelegate::tavroAVViewDidUpdateRate(view, rate);
+            if (rate == 0.0f && next.isEmpty())
+                view->close();
         }
     } owner;
     owner.next = clips().redOverBlue;
@@ -501,18 +406,7 @@ TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return owner.log(view).statuses.count(S::Prepared) == 2; }, kWaitMs));
     EXPECT_EQ(view->fileName(), clips().redOverBlue);
-
-    // An owner that closes the view when it hears the rate drop to 0, from
-    // inside the pause call itself.
-    struct CloseOnPause : RecordingPlayerDelegate {
-        void tavroAVViewDidUpdateRate(PlayerView* view, float rate) override
-        {
-            RecordingPlayerDelegate::tavroAVViewDidUpdateRate(view, rate);
-            if (rate == 0.0f)
-                view->close();
-        }
-    } closer;
-    view->setDelegate(&closer);
+    owner.next.clear();
     view->play();
     view->pause();
     EXPECT_EQ(view->status(), S::Init);
@@ -527,13 +421,12 @@ TEST_F(PlayerViewTest, RightButtonReleaseAsksForFullScreenAndVolumeSticks)
     EXPECT_EQ(delegate.log(view).fullscreenRequests, 0);
     QTest::mouseClick(view, Qt::RightButton);
     EXPECT_EQ(delegate.log(view).fullscreenRequests, 1);
-
     for (float volume : { 0.25f, 1.0f, 0.0f }) {
         view->setVolume(volume);
-        EXPECT_FLOAT_EQ(view->volume(), volume);
+        EXPECT_EQ(view->volume(), volume);
         QTest::qWait(100);
-        EXPECT_FLOAT_EQ(view->volume(), volume) << "after mpv confirmed it";
+        EXPECT_EQ(view->volume(), volume) << "after mpv confirmed it";
     }
     view->setVolume(3.0f);
-    EXPECT_FLOAT_EQ(view->volume(), 1.0f);
+    EXPECT_EQ(view->volume(), 1.0f);
 }

@@ -1,15 +1,10 @@
-// Loading a clip: conversion, the start once both views are prepared, single
-// camera clips, refused clips, stop, the end of a clip and the camera swap.
+// Loading a clip (conversion, the start once both views are prepared, single
+// camera and refused clips), stop, the end of a clip, previous/next, the swap,
+// volume, zoom, full screen, flip, the keyboard and the blinking indicators.
 #include "SessionFixture.h"
 
-#include "FfmpegClipBuilder.h"
-#include "TestFiles.h"
-
+#include "app/session/ClipNavigation.h"
 #include "i18n/LocalizationKeys.h"
-#include "library/QtProcessRunner.h"
-#include "library/Utils.h"
-
-#include <QFileInfo>
 
 namespace {
 
@@ -21,23 +16,22 @@ bool isPlaying(const PlaybackSession& session, const ScriptedPlayerView& big)
 
 } // namespace
 
-TEST_F(SessionTest, StartsOnlyOnceBothViewsArePrepared)
+TEST_F(SessionTest, TwoCameraClipStartsOnceBothViewsArePrepared)
 {
-    addAviClip(QStringLiteral("cont_rec/drive.avi"), 100);
+    const QString clip = addAviClip(QStringLiteral("evt_rec/crash.avi"), 200);
     refresh();
     for (const bool bigFirst : { true, false }) {
         m_big.setAutoPrepareDuration(0.0);
         m_small.setAutoPrepareDuration(0.0);
+        m_view.events.clear();
         playRow(0);
-        EXPECT_FALSE(m_session->isVideoPlayTimerActive());
+        EXPECT_EQ(m_view.events, (QStringList { "busy", "idle" }));
         EXPECT_TRUE(m_session->isVideoPaused());
-
         ScriptedPlayerView& first = bigFirst ? static_cast<ScriptedPlayerView&>(m_big) : m_small;
         ScriptedPlayerView& second = bigFirst ? static_cast<ScriptedPlayerView&>(m_small) : m_big;
         first.finishLoading(kClipSeconds);
         settle();
         EXPECT_FALSE(m_session->isVideoPlayTimerActive()) << bigFirst;
-        EXPECT_FALSE(m_big.calls().contains(QStringLiteral("play"))) << bigFirst;
         second.finishLoading(kClipSeconds);
         settle();
         EXPECT_TRUE(isPlaying(*m_session, m_big)) << bigFirst;
@@ -46,67 +40,34 @@ TEST_F(SessionTest, StartsOnlyOnceBothViewsArePrepared)
         EXPECT_EQ(m_view.seekMaximum, kClipSeconds);
         EXPECT_EQ(m_big.volume(), 1.0f);
         EXPECT_EQ(m_small.volume(), 0.0f); // only the large view is heard
-        m_session->stopVideo();
-        m_big.clearCalls();
     }
-}
-
-TEST_F(SessionTest, LoadingATwoCameraClip)
-{
-    const QString clip = addAviClip(QStringLiteral("evt_rec/crash.avi"), 200);
-    refresh();
-    m_session->enableVideoControls(false);
-    playRow(0);
-
     EXPECT_EQ(m_session->currentVideoUrl(), QUrl::fromLocalFile(clip));
     const QString cache = m_converter->cacheFolderPath(clip);
-    EXPECT_EQ(m_session->bigVideoFilePath(), cache + QStringLiteral("/crash_f.mov"));
-    EXPECT_EQ(m_session->smallVideoFilePath(), cache + QStringLiteral("/crash_r.mov"));
-    EXPECT_EQ(m_big.fileName(), m_session->bigVideoFilePath());
-    EXPECT_EQ(m_small.fileName(), m_session->smallVideoFilePath());
-    EXPECT_EQ(
-        m_view.events.mid(0, 2), (QStringList { QStringLiteral("busy"), QStringLiteral("idle") }));
+    EXPECT_EQ(m_big.fileName(), cache + QStringLiteral("/crash_f.mov"));
+    EXPECT_EQ(m_small.fileName(), cache + QStringLiteral("/crash_r.mov"));
     EXPECT_TRUE(m_view.videoControlsEnabled);
     EXPECT_TRUE(m_view.swapButtonEnabled);
-    EXPECT_FALSE(m_view.bigCoverVisible);
-    EXPECT_FALSE(m_view.smallCoverVisible);
-    EXPECT_EQ(m_view.graphClipDataCount, 200);
-    EXPECT_TRUE(isPlaying(*m_session, m_big));
-
-    // Playing it again converts nothing and loads each view once more.
-    m_runner.clear();
-    playRow(0);
-    EXPECT_TRUE(m_runner.conversions().isEmpty());
+    EXPECT_EQ(m_view.covers, qMakePair(false, false));
+    EXPECT_EQ(m_view.graphCount, 200);
+    // The second time nothing was converted again.
+    EXPECT_EQ(m_runner.conversions().size(), 2);
     EXPECT_EQ(m_big.loadCount(), 2);
-    EXPECT_EQ(m_small.loadCount(), 2);
 }
 
-TEST_F(SessionTest, SingleCameraClipDisablesSwapAndLeavesTheSmallCover)
+TEST_F(SessionTest, SingleCameraAndRefusedClips)
 {
-    addAviClip(QStringLiteral("cont_rec/front_only.avi"), 50, true, 1);
+    addAviClip(QStringLiteral("cont_rec/a_front_only.avi"), 50, true, 1);
+    const QString bad = addAviClip(QStringLiteral("cont_rec/b_broken.avi"), 10);
+    m_runner.reject(bad);
     refresh();
     m_small.setAutoPrepareDuration(0.0);
     playRow(0);
     EXPECT_TRUE(m_session->smallVideoFilePath().isEmpty());
     EXPECT_FALSE(m_view.swapButtonEnabled);
-    EXPECT_FALSE(m_view.bigCoverVisible);
-    EXPECT_TRUE(m_view.smallCoverVisible);
-    EXPECT_FALSE(m_small.hasMovie());
+    EXPECT_EQ(m_view.covers, qMakePair(false, true));
     EXPECT_TRUE(isPlaying(*m_session, m_big)); // started without waiting for the small view
-
-    // The swap button would have nothing to swap with.
-    m_session->toggleVideoSwithButtonTouched();
+    m_session->toggleVideoSwithButtonTouched(); // nothing to swap with
     EXPECT_FALSE(m_session->isVideoSwitched());
-}
-
-TEST_F(SessionTest, RefusedClipShowsTheAlertAndClearsTheCurrentClip)
-{
-    addAviClip(QStringLiteral("cont_rec/a_good.avi"), 10);
-    const QString bad = addAviClip(QStringLiteral("cont_rec/b_broken.avi"), 10);
-    m_runner.reject(bad);
-    refresh();
-    playRow(0);
-    ASSERT_EQ(m_session->currentVideoUrl(), rowUrl(0));
     EXPECT_TRUE(m_alerts.requests().isEmpty());
 
     playRow(1);
@@ -116,130 +77,266 @@ TEST_F(SessionTest, RefusedClipShowsTheAlertAndClearsTheCurrentClip)
         m_alerts.requests()[0].titleKey, QString::fromUtf8(LocalizationKeys::kMemoryCardError));
     EXPECT_EQ(
         m_alerts.requests()[0].messageKey, QString::fromUtf8(LocalizationKeys::kUnsupportedVideo));
-    EXPECT_TRUE(m_view.videoControlsEnabled); // the controls keep their state
     EXPECT_FALSE(m_big.hasMovie());
     EXPECT_FALSE(m_session->isVideoPlayTimerActive());
 }
 
-TEST_F(SessionTest, StopReturnsToTheStartWithTheMapCovered)
+TEST_F(SessionTest, StopPlayPauseAndTheEndOfAClip)
 {
-    addAviClip(QStringLiteral("cont_rec/drive.avi"), 650);
+    addAviClip(QStringLiteral("cont_rec/a.avi"), 650);
+    addAviClip(QStringLiteral("cont_rec/b.avi"), 10);
     refresh();
     playRow(0);
     m_big.advance(20.0);
-    m_small.advance(20.0);
     m_session->playVideoTimerCallback();
     ASSERT_FALSE(m_view.mapCovered);
-    ASSERT_GT(m_session->lastUpdatedSensorInfoTime(), 19.0);
-
     m_session->stopButtonTouched();
-    EXPECT_TRUE(m_session->isVideoPaused());
-    EXPECT_FALSE(m_session->isVideoPlayTimerActive());
-    EXPECT_FALSE(m_session->isPlayAnimationActive());
+    EXPECT_FALSE(m_session->isVideoPlayTimerActive() || m_session->isPlayAnimationActive());
     settle(); // the views land on the start later
     EXPECT_EQ(m_big.currentTime(), 0.0);
     EXPECT_EQ(m_small.currentTime(), 0.0);
     EXPECT_TRUE(m_view.mapCovered) << "landing at the start keeps the stop's cover";
     EXPECT_EQ(m_big.rate(), 0.0f);
     EXPECT_EQ(m_view.seekValue, 0.0);
+    EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:00/03:00"));
     EXPECT_EQ(m_view.playPauseImage, QStringLiteral("play_1"));
-    EXPECT_TRUE(m_view.mapCovered);
     EXPECT_EQ(m_session->lastUpdatedSensorInfoTime(), 0.0);
     EXPECT_EQ(m_session->lastUpdatedMapTime(), 0.0);
-
     m_session->playPauseButtonTouched();
     EXPECT_TRUE(isPlaying(*m_session, m_big));
     m_session->playPauseButtonTouched();
-    EXPECT_TRUE(m_session->isVideoPaused());
-    EXPECT_EQ(m_big.rate(), 0.0f);
     EXPECT_EQ(m_small.rate(), 0.0f);
-}
 
-TEST_F(SessionTest, TheEndOfAClipPlaysTheNextAndWrapsAround)
-{
-    addAviClip(QStringLiteral("cont_rec/a.avi"), 10);
-    addAviClip(QStringLiteral("cont_rec/b.avi"), 10);
-    refresh();
-    playRow(0);
-
-    m_small.advance(kClipSeconds + 1.0); // the small view's end is ignored
+    // The small view's end is ignored; the large one's plays the next clip,
+    // and after the last row the first.
+    m_session->playPauseButtonTouched();
+    m_small.advance(kClipSeconds + 1.0);
     settle();
     EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(0));
-
-    m_big.advance(kClipSeconds + 1.0);
-    settle();
-    EXPECT_EQ(m_library.selectedRow(), 1);
-    EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(1));
-    EXPECT_TRUE(isPlaying(*m_session, m_big));
-
-    m_big.advance(kClipSeconds + 1.0);
-    settle();
-    EXPECT_EQ(m_library.selectedRow(), 0);
-    EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(0));
-    EXPECT_TRUE(isPlaying(*m_session, m_big));
+    for (const int next : { 1, 0 }) {
+        m_big.advance(kClipSeconds + 1.0);
+        settle();
+        EXPECT_EQ(m_library.selectedRow(), next);
+        EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(next));
+        EXPECT_TRUE(isPlaying(*m_session, m_big));
+        EXPECT_TRUE(m_view.mapCovered);
+    }
 }
 
-TEST_F(SessionTest, SwapMovesTheMediaButNotTheVolumes)
+TEST(ClipNavigationTest, PreviousAndNextRows)
 {
-    addAviClip(QStringLiteral("cont_rec/drive.avi"), 10);
+    const QStringList pairs { "1_F.mp4", "1_R.mp4", "2_F.mp4", "2_R.mp4" };
+    const QStringList odd { "1_F.mp4", "1_R.mp4", "2_F.mp4", "2_R.mp4", "3_F.mp4" };
+    const QStringList avi { "1_F.avi", "1_R.avi", "2_F.avi" };
+    const QStringList plain { "a.mp4", "b.mp4", "c.mp4" };
+    const struct {
+        QStringList rows;
+        int selected;
+        int previous;
+        int next;
+    } cases[] = {
+        { pairs, 0, -1, 2 }, // the front of a pair steps over its rear
+        { pairs, 1, 0, 2 },
+        { pairs, 2, 0, 0 },
+        { pairs, 3, 2, 0 },
+        { odd, 2, 0, 4 }, // a pair followed by a lone front
+        { odd, 4, 2, 0 },
+        { avi, 0, -1, 1 }, // AVI clips never pair going forward
+        { avi, 2, 0, 0 }, // an AVI rear before a front goes to its front
+        { plain, 1, 0, 2 },
+        { plain, 2, 1, 0 },
+        { plain, -1, -1, -1 },
+        { { "a.mp4" }, 0, -1, 0 },
+    };
+    for (const auto& c : cases) {
+        QList<QUrl> urls;
+        for (const QString& name : c.rows)
+            urls << QUrl::fromLocalFile(QStringLiteral("/card/cont_rec/") + name);
+        EXPECT_EQ(ClipNavigation::previousRow(urls, c.selected), c.previous) << c.selected;
+        EXPECT_EQ(ClipNavigation::nextRow(urls, c.selected), c.next) << c.selected;
+    }
+    EXPECT_EQ(ClipNavigation::nextRow({}, 0), -1);
+}
+
+TEST_F(SessionTest, PreviousAndNextPlayTheFrontClipOfEachPairAndSwapMovesTheMedia)
+{
+    for (const char* name : { "1_F.mp4", "1_R.mp4", "2_F.mp4", "2_R.mp4" })
+        addMp4Clip(QStringLiteral("cont_rec/") + QLatin1String(name));
     refresh();
     playRow(0);
-    const QString front = m_session->bigVideoFilePath();
-    const QString rear = m_session->smallVideoFilePath();
+    EXPECT_TRUE(m_session->smallVideoFilePath().endsWith(QStringLiteral("/1_F_r.mov")));
+    // next, next (wraps), previous on row 0 (nothing), next, previous
+    const struct {
+        bool next;
+        int row;
+        int loads;
+    } presses[]
+        = { { true, 2, 2 }, { true, 0, 3 }, { false, 0, 3 }, { true, 2, 4 }, { false, 0, 5 } };
+    for (const auto& press : presses) {
+        press.next ? m_session->playNextFileButtonTouched()
+                   : m_session->playPrevFileButtonTouched();
+        settle();
+        EXPECT_EQ(m_library.selectedRow(), press.row);
+        EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(press.row));
+        EXPECT_EQ(m_big.loadCount(), press.loads);
+    }
+    playRow(3);
+    m_session->playPrevFileButtonTouched();
+    EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(2));
 
+    const QString front = m_big.fileName();
+    const QString rear = m_small.fileName();
     m_session->toggleVideoSwithButtonTouched();
     EXPECT_TRUE(m_session->isVideoSwitched());
     EXPECT_EQ(m_big.fileName(), rear);
     EXPECT_EQ(m_small.fileName(), front);
-    EXPECT_EQ(m_big.loadCount(), 1); // nothing reloads
-    EXPECT_EQ(m_small.loadCount(), 1);
+    EXPECT_EQ(m_big.loadCount() + m_small.loadCount(), 14); // nothing reloads
     EXPECT_TRUE(isPlaying(*m_session, m_big));
-    EXPECT_EQ(m_big.volume(), 0.0f); // the former small view's volume
+    EXPECT_EQ(m_big.volume(), 0.0f); // the volumes stay with the media
     EXPECT_EQ(m_small.volume(), 1.0f);
-
-    m_session->toggleVideoSwithButtonTouched();
+    // An MP4 loaded afterwards starts unswapped.
+    playRow(0);
     EXPECT_FALSE(m_session->isVideoSwitched());
-    EXPECT_EQ(m_big.fileName(), front);
 }
 
-TEST_F(SessionTest, Mp4PairPlaysWithTheTelemetryOfItsSubtitleTrack)
+TEST_F(SessionTest, MuteAndVolume)
 {
-    if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
-        GTEST_SKIP() << "ffmpeg is not installed";
-    const QString front = m_card->path(QStringLiteral("cont_rec/trip_F.mp4"));
-    const QString rear = m_card->path(QStringLiteral("cont_rec/trip_R.mp4"));
-    m_card->add(QStringLiteral("cont_rec/trip_F.mp4")); // creates the folder
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(front, FfmpegClipBuilder::telemetrySrt(3, 4)))
-        << qPrintable(FfmpegClipBuilder::lastLog());
-    ASSERT_TRUE(
-        FfmpegClipBuilder::makeSubtitledMp4(rear, FfmpegClipBuilder::telemetrySrt(3, 9), 32))
-        << qPrintable(FfmpegClipBuilder::lastLog());
-
-    QtProcessRunner runner;
-    Utils::SetFFMPEGPath(QString());
-    ClipConverter converter(runner, m_dir.filePath(QStringLiteral("real-work")));
-    m_session
-        = std::make_unique<PlaybackSession>(m_big, m_small, m_view, m_library, converter, m_alerts);
+    addAviClip(QStringLiteral("cont_rec/a.avi"), 1);
     refresh();
-    ASSERT_EQ(m_library.numberOfRows(), 2);
     playRow(0);
+    m_session->volumeSliderMoved(0.6f);
+    EXPECT_EQ(m_big.volume(), 0.6f);
+    EXPECT_EQ(m_small.volume(), 0.0f);
+    m_session->toggleMuteButtonTouched();
+    EXPECT_EQ(m_big.volume(), 0.0f);
+    EXPECT_FALSE(m_view.volumeSliderEnabled);
+    EXPECT_EQ(m_view.muteImage, QStringLiteral("volume2"));
+    EXPECT_EQ(m_view.volumeSliderValue, 0.0f);
+    playRow(0); // a clip loaded while muted stays silent
+    EXPECT_EQ(m_big.volume(), 0.0f);
+    EXPECT_FALSE(m_view.volumeSliderEnabled);
+    m_session->toggleMuteButtonTouched();
+    EXPECT_EQ(m_big.volume(), 0.6f);
+    EXPECT_TRUE(m_view.volumeSliderEnabled);
+    EXPECT_EQ(m_view.muteImage, QStringLiteral("volume1"));
+    EXPECT_EQ(m_view.volumeSliderValue, 0.6f);
+    // Up and down in tenths, within 0 and 1.
+    const std::pair<int, float> steps[] = { { 1, 0.7f }, { 5, 1.0f }, { -2, 0.8f }, { -12, 0.0f } };
+    for (const auto& [count, volume] : steps) {
+        for (int i = 0; i < std::abs(count); ++i)
+            count > 0 ? m_session->volumeUp() : m_session->volumeDown();
+        EXPECT_FLOAT_EQ(m_big.volume(), volume) << count;
+        EXPECT_FLOAT_EQ(m_view.volumeSliderValue, volume) << count;
+    }
+    m_session->volumeSliderMoved(1.7f);
+    EXPECT_EQ(m_big.volume(), 1.0f);
+    m_session->volumeSliderMoved(-0.2f);
+    EXPECT_EQ(m_big.volume(), 0.0f);
+}
 
-    EXPECT_TRUE(m_alerts.requests().isEmpty());
-    EXPECT_TRUE(m_session->bigVideoFilePath().endsWith(QStringLiteral("/trip_F_f.mov")));
-    EXPECT_TRUE(m_session->smallVideoFilePath().endsWith(QStringLiteral("/trip_F_r.mov")));
-    EXPECT_TRUE(QFileInfo::exists(m_session->bigVideoFilePath()));
-    EXPECT_EQ(m_session->clipData().clipDataCount(), 30);
-    EXPECT_GT(m_session->clipData().gpsDataCount(), 0);
-    EXPECT_EQ(m_view.routesAdded, 1);
-    EXPECT_TRUE(m_view.gpsIndicatorVisible);
+TEST_F(SessionTest, ZoomFullScreenAndFlip)
+{
+    for (int i = 0; i < 25; ++i)
+        m_session->videoScaleUpButtonTouched();
+    EXPECT_EQ(m_view.videoScale, 5.0);
+    m_session->bigMovieViewDragged();
+    EXPECT_TRUE(m_session->touchedBigMovieScroll());
+    m_session->changeVideoScale(1.1);
+    m_session->videoScaleDownButtonTouched(); // below 1: back to 1, the drag forgotten
+    EXPECT_EQ(m_view.videoScale, 1.0);
+    EXPECT_FALSE(m_session->touchedBigMovieScroll());
+    m_session->bigMovieViewDragged(); // nothing to drag at 1.0
+    EXPECT_FALSE(m_session->touchedBigMovieScroll());
+    m_session->videoScaleUpButtonTouched();
+    m_session->videoScaleUpButtonTouched();
+    m_session->videoScaleDownButtonTouched();
+    EXPECT_DOUBLE_EQ(m_session->videoScale(), 1.0 + double(0.2f));
+    m_session->bigMovieViewDragged();
+    m_session->resetVideoScaleButtonTouched();
+    EXPECT_EQ(m_view.videoScale, 1.0);
+    EXPECT_FALSE(m_session->touchedBigMovieScroll());
+    // Loading a clip resets the zoom, except in full screen.
+    addAviClip(QStringLiteral("cont_rec/a.avi"), 1);
+    refresh();
+    m_session->changeVideoScale(3.0);
+    playRow(0);
+    EXPECT_EQ(m_session->videoScale(), 1.0);
+    m_session->changeVideoScale(3.0);
+    m_session->fullscreenButtonTouched();
+    playRow(0);
+    EXPECT_EQ(m_session->videoScale(), 3.0);
 
-    m_big.pinTime(1.5);
-    m_session->playVideoTimerCallback();
-    ASSERT_EQ(m_view.sensorTexts.size(), 5);
-    EXPECT_EQ(m_view.sensorTexts[0], QStringLiteral("0.031")); // the front file's tag, 4/128 g
-    EXPECT_EQ(m_view.sensorTexts[3], QStringLiteral("37.3854"));
-    EXPECT_EQ(m_view.sensorTexts[4], QStringLiteral("126.9761"));
-    EXPECT_EQ(m_view.speed, 19); // 10.5 knots
-    EXPECT_FALSE(m_view.mapCovered);
-    m_session.reset();
+    m_view.events.clear();
+    m_session->fullscreenButtonTouched();
+    m_small.releaseRightButton();
+    m_small.releaseRightButton();
+    m_big.releaseRightButton();
+    m_session->hideFullScreenMovie();
+    m_session->hideFullScreenMovie(); // already left: nothing more
+    EXPECT_FALSE(m_session->isFullScreenMode());
+    EXPECT_EQ(m_view.events,
+        (QStringList {
+            "hideFullScreen", "full small", "hideFullScreen", "full big", "hideFullScreen" }));
+
+    for (const bool flipped : { true, false }) {
+        m_session->videoRotateButtonTouched();
+        EXPECT_EQ(m_big.upsideDown(), flipped);
+        EXPECT_EQ(m_small.upsideDown(), flipped);
+    }
+}
+
+TEST_F(SessionTest, KeyboardMapAndBlinkingIndicators)
+{
+    addAviClip(QStringLiteral("cont_rec/a.avi"), 1);
+    refresh();
+    playRow(0);
+    EXPECT_TRUE(m_session->isPlayAnimationActive());
+    QStringList shown;
+    for (int i = 0; i < 3; ++i) {
+        m_session->playAnimationTimerCallback();
+        shown << m_view.indicatorImages;
+    }
+    EXPECT_EQ(
+        shown, (QStringList { "shock_gage1+earth1", "shock_gage2+earth2", "shock_gage1+earth1" }));
+    m_big.advance(3.0);
+    m_session->volumeSliderMoved(0.5f);
+    const struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        bool handled;
+        const char* event; // what the view was told, or the volume
+        bool paused;
+    } keys[] = {
+        { Qt::Key_Space, {}, true, "", true },
+        { Qt::Key_Space, {}, true, "", false },
+        { Qt::Key_Left, {}, true, "", true }, // a step back pauses
+        { Qt::Key_Right, {}, true, "", true },
+        { Qt::Key_Up, {}, true, "0.6", true },
+        { Qt::Key_Down, {}, true, "0.5", true },
+        { Qt::Key_Return, {}, true, "full big", true },
+        { Qt::Key_Escape, {}, true, "hideFullScreen", true },
+        { Qt::Key_Enter, {}, true, "full big", true },
+        { Qt::Key_Q, Qt::ControlModifier, true, "quit", true },
+        { Qt::Key_W, Qt::ControlModifier, true, "quit", true },
+        { Qt::Key_M, Qt::ControlModifier, true, "minimize", true },
+        { Qt::Key_Q, {}, false, "", true },
+        { Qt::Key_M, Qt::ShiftModifier, false, "", true },
+        { Qt::Key_A, Qt::ControlModifier, false, "", true },
+    };
+    for (const auto& k : keys) {
+        m_view.events.clear();
+        m_big.clearCalls();
+        EXPECT_EQ(m_session->keyDown(k.key, k.modifiers), k.handled) << k.key;
+        const QString event = QString::fromLatin1(k.event);
+        if (event.startsWith(QLatin1Char('0'))) {
+            EXPECT_EQ(QString::number(m_big.volume()), event) << k.key;
+        } else {
+            EXPECT_EQ(m_view.events, event.isEmpty() ? QStringList() : QStringList { event })
+                << k.key;
+        }
+        EXPECT_EQ(m_session->isVideoPaused(), k.paused) << k.key;
+        settle();
+    }
+    EXPECT_EQ(m_session->playAnimationIdx(), 3u);
+    EXPECT_EQ(m_view.indicatorImages, "shock_gage1+earth1"); // the images stay when paused
 }

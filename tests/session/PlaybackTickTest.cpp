@@ -1,5 +1,5 @@
 // The playback tick: which telemetry sample is shown at which media time, how
-// often the read-outs and the map refresh, the time text, and seeking.
+// often the read-outs and the map refresh, the time text, seeks and steps.
 #include "SessionFixture.h"
 
 #include "app/session/SessionTexts.h"
@@ -18,96 +18,74 @@ protected:
         playRow(0);
         ASSERT_FALSE(m_session->isVideoPaused());
     }
-
-    struct TickResult {
-        bool sensorsRefreshed;
-        bool mapMoved;
-    };
-
-    // One tick with the large view at `seconds`.
-    TickResult tickAt(double seconds)
+    // One tick with the large view at `seconds`: whether read-outs and map refreshed.
+    std::pair<bool, bool> tickAt(double seconds)
     {
         const int sensorUpdates = m_view.sensorUpdates;
         const qsizetype mapMoves = m_view.mapMoves.size();
-        m_big.pinTime(seconds);
+        m_big.setMediaTime(seconds);
         m_session->playVideoTimerCallback();
         return { m_view.sensorUpdates != sensorUpdates, m_view.mapMoves.size() != mapMoves };
     }
+    // The read-outs, speed and map position show sample n of the test clips.
+    void expectSample(int n, const std::string& what)
+    {
+        EXPECT_EQ(m_view.sensorText(),
+            QString::asprintf("%.3f %.3f 1.000 37.%04d 127.%04d", n / 128.0, -n / 128.0, n, n))
+            << what;
+        EXPECT_EQ(m_view.speed, n % 200) << what;
+        EXPECT_EQ(m_view.mapMoves.value(m_view.mapMoves.size() - 1).first, 37.0f + n / 10000.0f)
+            << what;
+    }
 };
-
-// What the read-outs show for sample n of the test clips.
-QString readoutsOfSample(int n)
-{
-    return QString::asprintf("%.3f %.3f 1.000 37.%04d 127.%04d", n / 128.0, -n / 128.0, n, n);
-}
 
 } // namespace
 
-TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndFreezesPastTheLast)
+TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndRefreshesAfterIntervals)
 {
     playTelemetryClip(650);
-    const struct {
-        double seconds;
-        int sample; // the sample the read-outs show afterwards
-    } steps[] = {
+    const std::pair<double, int> steps[] = {
         { 12.34, 123 },
         { 30.05, 300 },
-        { 64.7, 647 },
-        { 65.05, 647 }, // index 650: no sample, the read-outs keep their values
-        { 100.0, 647 },
-        { 179.9, 647 },
+        { 64.97, 649 },
+        { 65.05, 649 }, // index 650: no sample, the read-outs keep their values
+        { 179.9, 649 },
     };
-    for (const auto& step : steps) {
-        tickAt(step.seconds);
-        EXPECT_EQ(m_view.sensorText(), readoutsOfSample(step.sample)) << step.seconds;
-        EXPECT_EQ(m_view.speed, step.sample % 200) << step.seconds;
-        ASSERT_FALSE(m_view.mapMoves.isEmpty());
-        EXPECT_EQ(m_view.mapMoves.last().first, 37.0f + step.sample / 10000.0f) << step.seconds;
-        EXPECT_EQ(m_view.seekValue, step.seconds);
+    for (const auto& [seconds, sample] : steps) {
+        tickAt(seconds);
+        expectSample(sample, std::to_string(seconds));
+        EXPECT_EQ(m_view.seekValue, seconds);
     }
-    EXPECT_EQ(m_view.sensorText(), QStringLiteral("5.055 -5.055 1.000 37.0647 127.0647"));
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("02:59/03:00"));
-}
 
-TEST_F(PlaybackTickTest, ReadoutsRefreshAfterMoreThanThreeTenthsAndTheMapAfterMoreThanASecond)
-{
-    playTelemetryClip(650);
+    // More than 0.3 s (in single precision) for the read-outs, more than 1 s for the map.
+    m_session->stopVideo();
+    m_session->playVideo();
     const struct {
         double seconds;
         bool sensors;
         bool map;
-    } steps[] = {
+    } ticks[] = {
         { 0.2, false, false },
         { 0.31, true, false },
-        { 0.6100000005, false,
-            false }, // 0.3000000005 later is not more than the single-precision 0.3
+        { 0.6100000005, false, false }, // 0.3000000005 later is not more than 0.3f
         { 0.6101, true, false }, // 0.3001 later is
         { 1.2, true, true },
         { 2.1, true, false },
-        { 2.3, false, true }, // 0.2 after the read-outs, 1.1 after the map
+        { 2.3, false, true },
         { 2.61, true, false },
     };
-    for (const auto& step : steps) {
-        const TickResult result = tickAt(step.seconds);
-        EXPECT_EQ(result.sensorsRefreshed, step.sensors) << step.seconds;
-        EXPECT_EQ(result.mapMoved, step.map) << step.seconds;
-    }
+    for (const auto& t : ticks)
+        EXPECT_EQ(tickAt(t.seconds), std::pair(t.sensors, t.map)) << t.seconds;
 }
 
 TEST_F(PlaybackTickTest, ClipWithoutTelemetryUpdatesOnlyTheTime)
 {
     playTelemetryClip(0);
-    EXPECT_EQ(m_view.graphClipDataCount, 0);
-    const int sensorUpdates = m_view.sensorUpdates;
-    tickAt(5.5);
+    EXPECT_EQ(m_view.graphCount, 0);
+    EXPECT_EQ(tickAt(5.5), std::pair(false, false));
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:05/03:00"));
-    EXPECT_EQ(m_view.sensorUpdates, sensorUpdates);
     EXPECT_EQ(m_view.sensorText(), QStringLiteral("0.000 0.000 0.000 0.0000 0.0000"));
-    EXPECT_TRUE(m_view.mapMoves.isEmpty());
-}
-
-TEST_F(PlaybackTickTest, TimeText)
-{
     const struct {
         double time;
         double duration;
@@ -117,11 +95,8 @@ TEST_F(PlaybackTickTest, TimeText)
         { 61.999, 180.0, "01:01/03:00" }, { 3599.99, 3600.0, "59:59/60:00" },
         { 4500.0, 4500.0, "75:00/75:00" }, // minutes are not wrapped at 60
     };
-    for (const auto& c : cases) {
-        m_session->updatePlayTime(c.time, c.duration);
-        EXPECT_EQ(m_view.playTimeText, QString::fromLatin1(c.text)) << c.time << " " << c.duration;
+    for (const auto& c : cases)
         EXPECT_EQ(SessionTexts::playTimeText(c.time, c.duration), QString::fromLatin1(c.text));
-    }
 }
 
 TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondAndTheDisplaysFollowOnceThePlayerIsThere)
@@ -130,37 +105,27 @@ TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondAndTheDisplaysFollowOnceThe
     tickAt(30.05);
     m_big.clearCalls();
     m_small.clearCalls();
-
     m_session->seekTimeSliderTouchedDown();
     m_session->seekTimeSliderDragged(20.0); // dragging does not seek
-    EXPECT_TRUE(m_big.calls().isEmpty());
+    tickAt(30.1);
+    EXPECT_EQ(m_view.seekValue, 30.05) << "the held slider is left alone";
     m_session->seekTimeSliderTouchedUp(12.7);
     EXPECT_EQ(m_big.calls(), QStringList { QStringLiteral("setCurrentTime 12.7") });
     EXPECT_EQ(m_small.calls(), QStringList { QStringLiteral("setCurrentTime 12.7") });
     EXPECT_FALSE(m_session->isVideoPaused()); // seeking does not pause
-
     // The player answers later: a tick before that shows nothing stale.
-    EXPECT_EQ(m_big.currentTime(), 30.05);
-    const int sensorUpdates = m_view.sensorUpdates;
-    m_session->playVideoTimerCallback();
-    EXPECT_EQ(m_view.sensorUpdates, sensorUpdates);
+    EXPECT_EQ(tickAt(30.1), std::pair(false, false));
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:30/03:00"));
-
     // As soon as it has landed, everything shows the new moment.
     settle();
-    EXPECT_EQ(m_big.currentTime(), 13.0);
     EXPECT_EQ(m_small.currentTime(), 13.0);
-    EXPECT_EQ(m_view.sensorText(), readoutsOfSample(130));
-    EXPECT_EQ(m_view.speed, 130);
-    EXPECT_EQ(m_view.mapMoves.last().first, 37.013f);
+    expectSample(130, "landed");
     EXPECT_EQ(m_view.seekValue, 13.0);
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:13/03:00"));
-
     // Playback goes on from there: the read-outs refresh 0.3 s later, not
     // only once the old moment (30 s) is passed again.
-    EXPECT_FALSE(tickAt(13.2).sensorsRefreshed);
-    EXPECT_TRUE(tickAt(13.4).sensorsRefreshed);
-    EXPECT_EQ(m_view.sensorText(), readoutsOfSample(134));
+    EXPECT_FALSE(tickAt(13.2).first);
+    EXPECT_TRUE(tickAt(13.4).first);
 }
 
 TEST_F(PlaybackTickTest, FrameStepsAndPausedSeeksShowTheMomentTheyLandOn)
@@ -186,11 +151,8 @@ TEST_F(PlaybackTickTest, FrameStepsAndPausedSeeksShowTheMomentTheyLandOn)
         EXPECT_EQ(m_view.sensorText(), before) << step.what << ": nothing stale is shown";
         settle();
         ASSERT_NEAR(m_big.currentTime(), step.landed, 1e-9) << step.what;
-        const int sample = int(step.landed * 10.0 + 1e-6);
-        EXPECT_EQ(m_view.sensorText(), readoutsOfSample(sample)) << step.what;
-        EXPECT_EQ(m_view.speed, sample % 200) << step.what;
-        EXPECT_EQ(m_view.playTimeText, SessionTexts::playTimeText(step.landed, kClipSeconds))
-            << step.what;
+        expectSample(int(step.landed * 10.0 + 1e-6), step.what);
+        EXPECT_EQ(m_view.playTimeText, SessionTexts::playTimeText(step.landed, kClipSeconds));
     }
 }
 
@@ -199,31 +161,24 @@ TEST_F(PlaybackTickTest, MapCoverAndPositions)
     playTelemetryClip(650, false);
     EXPECT_TRUE(m_view.mapCovered);
     EXPECT_FALSE(m_view.gpsIndicatorVisible);
-    EXPECT_EQ(m_view.routesAdded, 0);
-    tickAt(5.0);
+    EXPECT_EQ(tickAt(5.0), std::pair(true, false));
     EXPECT_TRUE(m_view.mapCovered);
-    EXPECT_TRUE(m_view.mapMoves.isEmpty());
 
     addAviClip(QStringLiteral("cont_rec/gps.avi"), 300, true);
     refresh();
     playRow(1);
-    ASSERT_EQ(m_session->currentVideoUrl(), rowUrl(1));
     EXPECT_TRUE(m_view.gpsIndicatorVisible);
-    EXPECT_EQ(m_view.routesAdded, 1);
-    EXPECT_EQ(m_view.routeGpsCount, 300);
-    tickAt(5.0);
+    EXPECT_EQ(m_view.routes, QList<int> { 300 });
+    EXPECT_EQ(tickAt(5.0), std::pair(true, true));
     EXPECT_FALSE(m_view.mapCovered);
-    ASSERT_EQ(m_view.mapMoves.size(), 1);
-
     // The same position is not sent again; a zero position covers the map.
     m_session->updateMapWithLat(37.5f, 127.25f);
     m_session->updateMapWithLat(37.5f, 127.25f);
     EXPECT_EQ(m_view.mapMoves.size(), 2);
-    EXPECT_FALSE(m_view.mapCovered);
     m_session->updateMapWithLat(0.0f, 0.0f);
     EXPECT_TRUE(m_view.mapCovered);
-    EXPECT_EQ(m_view.mapMoves.size(), 2);
     m_session->updateMapWithLat(0.0f, 127.25f);
+    m_session->updateMapWithLat(37.5f, 0.0f);
     EXPECT_FALSE(m_view.mapCovered);
-    EXPECT_EQ(m_view.mapMoves.size(), 3);
+    EXPECT_EQ(m_view.mapMoves.size(), 4);
 }

@@ -67,8 +67,8 @@ protected:
     // One tick with both cameras at `seconds`.
     void tickAt(double seconds)
     {
-        m_big.pinTime(seconds);
-        m_small.pinTime(seconds);
+        m_big.setMediaTime(seconds);
+        m_small.setMediaTime(seconds);
         m_session->playVideoTimerCallback();
     }
 
@@ -126,25 +126,25 @@ TEST_F(PlaybackTripTest, BothCamerasRunOnOneTimelineAndTheTelemetryFollowsTheCli
     tickAt(4.0);
     EXPECT_EQ(m_view.sensorTexts.value(0), gText(40));
     EXPECT_EQ(m_view.sensorTexts.value(3), QStringLiteral("37.0040"));
-    EXPECT_EQ(m_view.graphClipDataCount, 100);
+    EXPECT_EQ(m_view.graphCount, 100);
     tickAt(12.3); // 2.3 s into the second clip
     EXPECT_EQ(m_view.sensorTexts.value(0), gText(23));
     EXPECT_EQ(m_view.sensorTexts.value(3), QStringLiteral("37.0123"));
     EXPECT_EQ(m_session->currentTripClip(), 1);
     tickAt(24.0); // the event recording: no position, the map keeps the route
     EXPECT_EQ(m_view.sensorTexts.value(0), gText(55));
-    EXPECT_EQ(m_view.graphClipDataCount, 50);
+    EXPECT_EQ(m_view.graphCount, 50);
     EXPECT_FALSE(m_view.mapCovered);
 
     // The rear camera put back where the front one is when they drift apart.
     m_small.clearCalls();
-    m_big.pinTime(24.1);
-    m_small.pinTime(23.0);
+    m_big.setMediaTime(24.1);
+    m_small.setMediaTime(23.0);
     m_session->playVideoTimerCallback();
     EXPECT_EQ(seeks(m_small), QStringList { "setCurrentTimeExactly 24.1" });
 
     // At the end the trip stays on its last picture; a clip leaves the trip.
-    m_big.pinTime(25.0);
+    m_big.setMediaTime(25.0);
     m_session->tavroAVViewDidPlayToEndTime(&m_big);
     EXPECT_TRUE(m_session->isVideoPaused());
     EXPECT_TRUE(m_session->isPlayingTrip());

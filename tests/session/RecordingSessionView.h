@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/session/SessionView.h"
+#include "telemetry/TavroClipData.h"
 
 #include <QList>
 #include <QPair>
-#include <QString>
 #include <QStringList>
 
 #include <ostream>
@@ -16,8 +16,8 @@ inline void PrintTo(const QString& text, std::ostream* out)
 }
 
 // Keeps what the playback session last showed, and the calls that matter for
-// order (map moves, route, full screen), for tests that run the session
-// without widgets.
+// order (map moves, busy, full screen, minimize, quit), for tests that run
+// the session without widgets.
 class RecordingSessionView final : public SessionView {
 public:
     void setPlayTimeText(const QString& text) override { playTimeText = text; }
@@ -25,16 +25,23 @@ public:
     void setSeekValue(double seconds) override { seekValue = seconds; }
     void setSeekMarks(const QVector<SeekMark>& marks) override { seekMarks = marks; }
     void setSensorTexts(const QString& gx, const QString& gy, const QString& gz, const QString& lat,
-        const QString& lng) override;
+        const QString& lng) override
+    {
+        sensorTexts = QStringList { gx, gy, gz, lat, lng };
+        ++sensorUpdates;
+    }
     void setSpeedometerSpeed(int kmh) override { speed = kmh; }
-    void setGraphClipData(const TavroClipData& clipData) override;
-    void addMapRoute(const TavroClipData& clipData) override;
+    void setGraphClipData(const TavroClipData& data) override { graphCount = data.clipDataCount(); }
+    void addMapRoute(const TavroClipData& data) override { routes << data.gpsDataCount(); }
     void addMapRoutePoints(const QVector<QPointF>& route) override { routePoints = route; }
     void moveMapToLat(float lat, float lng) override { mapMoves.append({ lat, lng }); }
     void setMapCovered(bool covered) override { mapCovered = covered; }
     void setGpsIndicatorVisible(bool visible) override { gpsIndicatorVisible = visible; }
-    void setIndicatorImages(const QString& shock, const QString& earth) override;
-    void setMovieCoversVisible(bool big, bool small) override;
+    void setIndicatorImages(const QString& shock, const QString& earth) override
+    {
+        indicatorImages = shock + u'+' + earth;
+    }
+    void setMovieCoversVisible(bool big, bool small) override { covers = { big, small }; }
     void setPlayPauseImage(const QString& name) override { playPauseImage = name; }
     void setMuteImage(const QString& name) override { muteImage = name; }
     void setVolumeSliderValue(float volume) override { volumeSliderValue = volume; }
@@ -42,13 +49,10 @@ public:
     void setVideoControlsEnabled(bool enabled) override { videoControlsEnabled = enabled; }
     void setSwapButtonEnabled(bool enabled) override { swapButtonEnabled = enabled; }
     void changeVideoScale(double scale) override { videoScale = scale; }
-    void enterScrollMode(bool enabled) override { scrollMode = enabled; }
-    void showFullScreenMovie(bool smallView) override;
+    void enterScrollMode(bool) override { }
+    void showFullScreenMovie(bool small) override { events << (small ? "full small" : "full big"); }
     void hideFullScreenMovie() override { events << QStringLiteral("hideFullScreen"); }
-    void setBusy(bool busy) override
-    {
-        events << (busy ? QStringLiteral("busy") : QStringLiteral("idle"));
-    }
+    void setBusy(bool busy) override { events << (busy ? "busy" : "idle"); }
     void minimizeWindow() override { events << QStringLiteral("minimize"); }
     void quitApplication() override { events << QStringLiteral("quit"); }
 
@@ -63,16 +67,13 @@ public:
     QStringList sensorTexts;
     int sensorUpdates = 0;
     int speed = -1;
-    int graphClipDataCount = -1; // samples of the record the graph got
-    int routeGpsCount = -1; // GPS samples of the route sent to the map
-    int routesAdded = 0;
+    int graphCount = -1; // samples of the record the graph got
+    QList<int> routes; // GPS samples of each route sent to the map
     QList<QPair<float, float>> mapMoves;
     bool mapCovered = false;
     bool gpsIndicatorVisible = false;
-    QString shockImage;
-    QString earthImage;
-    bool bigCoverVisible = true;
-    bool smallCoverVisible = true;
+    QString indicatorImages; // "shock+earth"
+    QPair<bool, bool> covers { true, true }; // over the big and the small view
     QString playPauseImage;
     QString muteImage;
     float volumeSliderValue = -1.0f;
@@ -80,6 +81,5 @@ public:
     bool videoControlsEnabled = false;
     bool swapButtonEnabled = false;
     double videoScale = 0.0;
-    bool scrollMode = false;
-    QStringList events; // busy/idle, full screen, minimize, quit
+    QStringList events;
 };

@@ -6,14 +6,6 @@
 
 #include <QCoreApplication>
 
-QByteArray sampleLine(int n, bool withGps)
-{
-    const QByteArray lat = withGps ? "37." + QByteArray::number(n).rightJustified(4, '0') : "0";
-    const QByteArray lng = withGps ? "127." + QByteArray::number(n).rightJustified(4, '0') : "0";
-    return QByteArray::number(n) + ',' + lat + ',' + lng + ',' + QByteArray::number(n % 200) + ','
-        + QByteArray::number(n) + ',' + QByteArray::number(-n) + ",128";
-}
-
 void SessionTest::SetUp()
 {
     ASSERT_TRUE(m_dir.isValid());
@@ -36,8 +28,13 @@ QString SessionTest::addAviClip(
     const QString& relativePath, int samples, bool withGps, int videoStreams)
 {
     TailBlockBuilder tail;
-    for (int n = 0; n < samples; ++n)
-        tail.line(sampleLine(n, withGps));
+    for (int n = 0; n < samples; ++n) {
+        const QByteArray fraction = QByteArray::number(n).rightJustified(4, '0');
+        const QByteArray g = QByteArray::number(n) + ',' + QByteArray::number(-n) + ",128";
+        tail.line(QByteArray::number(n)
+            + (withGps ? ",37." + fraction + ",127." + fraction : ",0,0") + ','
+            + QByteArray::number(n % 200) + ',' + g);
+    }
     const QString path = m_card->add(relativePath, tail.bytes());
     m_runner.setStreams(path, videoStreams, 1);
     return path;

@@ -16,15 +16,9 @@
 
 #include <memory>
 
-// A scripted player whose media time can be put on any value (the scripted
-// one moves in tenths of a second).
-class TimedPlayerView final : public ScriptedPlayerView {
-public:
-    void pinTime(double seconds) { setMediaTime(seconds); }
-};
-
 // A playback session over a card folder the test writes, a recording ffmpeg
-// stand-in, two scripted player views, a recording view and alert sink.
+// stand-in, two scripted player views (prepared with kClipSeconds at once), a
+// recording view and alert sink.
 class SessionTest : public ::testing::Test {
 protected:
     static constexpr double kClipSeconds = 180.0;
@@ -33,7 +27,9 @@ protected:
     void TearDown() override;
 
     // A two-camera AVI clip (one file, two video streams) at `relativePath`
-    // whose telemetry tail holds `samples` samples (see sampleLine).
+    // whose telemetry tail holds `samples` samples: sample n has gx = n,
+    // gy = -n, gz = 128 (1 g), speed n % 200 km/h, latitude 37 + n/10000 and
+    // longitude 127 + n/10000 (or no position).
     QString addAviClip(
         const QString& relativePath, int samples, bool withGps = true, int videoStreams = 2);
     // An .mp4 clip; the stand-in converts it and extracts an empty subtitle file.
@@ -51,14 +47,9 @@ protected:
     RecordingProcessRunner m_runner;
     std::unique_ptr<ClipConverter> m_converter;
     ClipLibrary m_library;
-    TimedPlayerView m_big;
-    TimedPlayerView m_small;
+    ScriptedPlayerView m_big;
+    ScriptedPlayerView m_small;
     RecordingSessionView m_view;
     RecordingAlertSink m_alerts;
     std::unique_ptr<PlaybackSession> m_session;
 };
-
-// The telemetry of sample n in the clips addAviClip writes: gx = n, gy = -n,
-// gz = 128 (1 g), speed n % 200 km/h, latitude 37 + n/10000, longitude
-// 127 + n/10000 (or no position).
-QByteArray sampleLine(int n, bool withGps);

@@ -1,7 +1,7 @@
-// Opening a clip the way the desktop does ("Open with" runs
-// `tavro-viewer %U`): the command line names a clip by path or file:// URL, and
-// the viewer started through its delegate lists the clip's folder, selects the
-// clip and plays it, with real mpv and ffmpeg. And `tavro-viewer --trip N
+// The viewer's command line, and opening a clip the way the desktop does
+// ("Open with" runs `tavro-viewer %U`): the viewer started through its
+// delegate lists the clip's folder, selects the clip and plays it, with real
+// mpv and ffmpeg. And `tavro-viewer --trip N
 // FOLDER`: a drive of several clips played on through their boundaries.
 #include "ViewerTestSupport.h"
 
@@ -48,56 +48,71 @@ ViewerCommandLine::Result parse(const QStringList& arguments)
     return ViewerCommandLine::parse(QStringList { QStringLiteral("tavro-viewer") } + arguments);
 }
 
-TEST(ViewerCommandLineClipTest, ClipPathsAndUrlsOpenTheirFolder)
+TEST(ViewerCommandLineTest, CardsFoldersClipsAndOptions)
 {
     QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    const QString folder = dir.filePath(QStringLiteral("evt rec"));
-    const QString clip = folder + QStringLiteral("/20240315_081502_F.MP4");
-    const QString notes = folder + QStringLiteral("/notes.txt");
+    const QString card = dir.filePath("card");
+    const QString folder = dir.filePath("evt rec");
+    const QString clip = folder + "/20240315_081502_F.MP4";
+    const QString notes = folder + "/notes.txt";
+    QDir().mkpath(card);
     TestFiles::write(clip, "clip");
     TestFiles::write(notes, "text");
     const QString clipUrl = QUrl::fromLocalFile(clip).toString(QUrl::FullyEncoded);
-    ASSERT_TRUE(clipUrl.contains(QLatin1String("evt%20rec")));
-
-    struct Case {
+    ASSERT_TRUE(clipUrl.contains("evt%20rec"));
+    const QString missing = dir.filePath("missing");
+    const struct {
         QStringList arguments;
         int exitCode; // -1: the viewer starts
+        QStringList cards;
         QString folder;
         QString clip;
+        bool splash = true;
+        int playRow = -1;
+        int trip = -1;
+    } cases[] = {
+        { {}, -1, {}, {}, {} },
+        { { "--no-splash" }, -1, {}, {}, {}, false },
+        { { "--card", card, folder }, -1, { card }, folder, {} },
+        { { clip }, -1, {}, folder, clip },
+        { { clipUrl }, -1, {}, folder, clip },
+        { { QUrl::fromLocalFile(folder).toString() }, -1, {}, folder, {} },
+        // Of several files or folders the first counts ("Open with" on several files).
+        { { clipUrl, QUrl::fromLocalFile(notes).toString() }, -1, {}, folder, clip },
+        { { folder, clip }, -1, {}, folder, {} },
+        { { "--play", "3", folder }, -1, {}, folder, {}, true, 3 },
+        { { "--trip", "2", folder }, -1, {}, folder, {}, true, -1, 2 },
+        { { "--help" }, 0, {}, {}, {} },
+        { { notes }, 2, {}, {}, {} },
+        { { clip + ".missing" }, 2, {}, {}, {} },
+        { { "--card", missing }, 2, {}, {}, {} },
+        { { missing }, 2, {}, {}, {} },
+        { { "sftp://camera.local/evt_rec/a_F.mp4" }, 2, {}, {}, {} },
+        { { "--play", "0", clip }, 2, {}, {}, {} },
+        { { "--play", "-1" }, 2, {}, {}, {} },
+        { { "--play", "x" }, 2, {}, {}, {} },
+        { { "--bogus" }, 2, {}, {}, {} },
+        { { "--trip", "-1", folder }, 2, {}, {}, {} },
+        { { "--trip", "next", folder }, 2, {}, {}, {} },
+        { { "--trip", "0", clip }, 2, {}, {}, {} },
+        { { "--trip", "0", "--play", "0", folder }, 2, {}, {}, {} },
     };
-    const QList<Case> cases {
-        { { clip }, -1, folder, clip },
-        { { clipUrl }, -1, folder, clip },
-        { { QUrl::fromLocalFile(folder).toString() }, -1, folder, {} },
-        // "Open with" on several files: the first one is opened.
-        { { clipUrl, QUrl::fromLocalFile(notes).toString() }, -1, folder, clip },
-        { { folder, clip }, -1, folder, {} },
-        { { notes }, 2, {}, {} },
-        { { clip + QStringLiteral(".missing") }, 2, {}, {} },
-        { { QStringLiteral("sftp://camera.local/evt_rec/a_F.mp4") }, 2, {}, {} },
-        { { QStringLiteral("--play"), QStringLiteral("0"), clip }, 2, {}, {} },
-        { { QStringLiteral("--trip"), QStringLiteral("-1"), folder }, 2, {}, {} },
-        { { QStringLiteral("--trip"), QStringLiteral("next"), folder }, 2, {}, {} },
-        { { QStringLiteral("--trip"), QStringLiteral("0"), clip }, 2, {}, {} },
-        { { QStringLiteral("--trip"), QStringLiteral("0"), QStringLiteral("--play"),
-              QStringLiteral("0"), folder },
-            2, {}, {} },
-    };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.arguments.join(u' ').toStdString());
         const ViewerCommandLine::Result result = parse(c.arguments);
+        EXPECT_EQ(result.exit, c.exitCode >= 0);
         if (c.exitCode >= 0) {
-            EXPECT_TRUE(result.exit);
             EXPECT_EQ(result.exitCode, c.exitCode);
-            EXPECT_TRUE(result.message.startsWith(QLatin1String("tavro-viewer: ")))
-                << result.message.toStdString();
+            EXPECT_FALSE(result.message.isEmpty());
+            EXPECT_EQ(result.message.startsWith("tavro-viewer: "), c.exitCode == 2);
             continue;
         }
-        ASSERT_FALSE(result.exit) << result.message.toStdString();
+        EXPECT_EQ(result.options.cardFolders, c.cards);
         EXPECT_EQ(result.options.folder, c.folder);
         EXPECT_EQ(result.options.clip, c.clip);
-        EXPECT_EQ(result.options.playRow, -1);
+        EXPECT_EQ(result.options.showSplash, c.splash);
+        EXPECT_EQ(result.options.playRow, c.playRow);
+        EXPECT_EQ(result.options.tripNumber, c.trip);
     }
 }
 

@@ -1,15 +1,16 @@
 // The main window built in each viewer language: every control titled or with
 // a tooltip in that language, nothing clipped, menus as radio groups, the
-// language switched live; the command line and printing a still.
+// language and the speed unit switched live; printing a still.
 #include "ViewerTestSupport.h"
 
 #include "TavroVersion.h"
+#include "TestFiles.h"
+#include "app/session/MainWindowController.h"
 #include "app/window/ClipListPanel.h"
 #include "app/window/HeaderBar.h"
 #include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
 #include "app/window/TransportBar.h"
-#include "app/window/ViewerCommandLine.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
@@ -22,6 +23,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPrinter>
 #include <QRegularExpression>
@@ -111,51 +113,52 @@ protected:
     }
 };
 
-TEST_F(ViewerWindowTest, EveryControlIsTitledInEachLanguageAndStartsWithoutAClip)
-{
-    for (const QString& code : { QStringLiteral("en"), QStringLiteral("fr"), QStringLiteral("ja"),
-             QStringLiteral("pt") }) {
-        ViewerTestSupport::useLanguage(code);
-        MainWindow window;
-        window.showMainWindow();
-        QCoreApplication::processEvents();
-        EXPECT_GE(window.width(), MainWindow::kMinimumWidth);
-        EXPECT_GE(window.height(), MainWindow::kMinimumHeight);
-        expectTitledIn(window, code);
-        EXPECT_EQ(window.headerBar()->mainVersionLabel()->text(),
-            QStringLiteral("Ver ") + Tavro::versionString());
-        // No card and no clip: nothing to play, nothing to configure.
-        EXPECT_FALSE(window.headerBar()->settingsButton()->isEnabled());
-        EXPECT_FALSE(window.transportBar()->playPauseButton->isEnabled());
-        EXPECT_FALSE(window.transportBar()->saveFileButton->isEnabled());
-        EXPECT_EQ(window.transportBar()->playTimeTextField->text(), QStringLiteral("00:00/00:00"));
-        // Disabled buttons are drawn faded: no pixel of the play button is bright.
-        EXPECT_LT(brightestPixel(window.transportBar()->playPauseButton->grab().toImage()), 150);
-        ViewerTestSupport::saveScreenshot(window, QStringLiteral("window-empty-") + code);
-    }
-}
-
-TEST_F(ViewerWindowTest, SwitchingTheLanguageRetitlesTheOpenWindowAndMarksTheMenu)
+TEST_F(ViewerWindowTest, StartsWithoutAClipAndIsTitledInEachLanguageSwitchedLive)
 {
     MainWindow window;
     window.showMainWindow();
+    QCoreApplication::processEvents();
+    EXPECT_GE(window.width(), MainWindow::kMinimumWidth);
+    EXPECT_GE(window.height(), MainWindow::kMinimumHeight);
+    EXPECT_EQ(window.headerBar()->mainVersionLabel()->text(), "Ver " + Tavro::versionString());
+    // No card and no clip: nothing to play, nothing to configure, no route to export.
+    EXPECT_FALSE(window.headerBar()->settingsButton()->isEnabled());
+    EXPECT_FALSE(window.transportBar()->playPauseButton->isEnabled());
+    EXPECT_FALSE(window.transportBar()->saveFileButton->isEnabled());
+    QMenu* exportMenu = nullptr; // the File menu's submenu
+    for (QAction* action : window.menuBar()->actions().at(0)->menu()->actions())
+        exportMenu = action->menu() ? action->menu() : exportMenu;
+    ASSERT_NE(exportMenu, nullptr);
+    EXPECT_FALSE(exportMenu->menuAction()->isEnabled());
+    EXPECT_EQ(window.transportBar()->playTimeTextField->text(), QStringLiteral("00:00/00:00"));
+    // Disabled buttons are drawn faded: no pixel of the play button is bright.
+    EXPECT_LT(brightestPixel(window.transportBar()->playPauseButton->grab().toImage()), 150);
+
+    // The language menu's items, as the user picks them: the window is
+    // re-titled at once and the item marked.
     const QList<QAction*> languageItems = window.menuBar()->actions().at(2)->menu()->actions();
+    const QStringList codes { "en", "fr", "ja", "pt" };
     ASSERT_EQ(languageItems.size(), 4);
-    EXPECT_TRUE(languageItems[0]->isChecked());
-
-    // The Portuguese item of the menu, as the user picks it.
-    languageItems[3]->trigger();
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(ViewerLanguage::currentLanguage(), QStringLiteral("pt"));
-    EXPECT_TRUE(languageItems[3]->isChecked());
-    EXPECT_FALSE(languageItems[0]->isChecked());
-    expectTitledIn(window, QStringLiteral("pt"));
-
-    languageItems[2]->trigger();
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    expectTitledIn(window, QStringLiteral("ja"));
+    for (const int i : { 0, 3, 1, 2 }) {
+        languageItems[i]->trigger();
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(ViewerLanguage::currentLanguage(), codes[i]);
+        for (int j = 0; j < 4; ++j)
+            EXPECT_EQ(languageItems[j]->isChecked(), i == j);
+        expectTitledIn(window, codes[i]);
+        EXPECT_EQ(exportMenu->title(), localizedIn(codes[i], LocalizationKeys::kMenuExportRoute));
+        EXPECT_EQ(exportMenu->actions().at(0)->text(),
+            localizedIn(codes[i], LocalizationKeys::kExportRouteSelected));
+        EXPECT_EQ(exportMenu->actions().at(1)->text(),
+            localizedIn(codes[i], LocalizationKeys::kExportRouteAll));
+        ViewerTestSupport::saveScreenshot(window, "window-empty-" + codes[i]);
+    }
+    // A folder with a clip: the route can be exported.
+    QTemporaryDir card;
+    TestFiles::write(card.filePath("cont_rec/20240315_081502_F.mp4"), "x");
+    window.controller().selectFolderButtonTouched(QUrl::fromLocalFile(card.path()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return exportMenu->menuAction()->isEnabled(); }, 5000));
 }
 
 TEST_F(ViewerWindowTest, SpeedUnitMenuSwitchesTheSpeedometer)
@@ -164,10 +167,8 @@ TEST_F(ViewerWindowTest, SpeedUnitMenuSwitchesTheSpeedometer)
     window.showMainWindow();
     const QList<QAction*> units = window.menuBar()->actions().at(3)->menu()->actions();
     ASSERT_EQ(units.size(), 2);
-    EXPECT_EQ(units[0]->text(), QStringLiteral("KM/H"));
-    EXPECT_EQ(units[1]->text(), QStringLiteral("MPH"));
+    EXPECT_EQ(units[0]->text() + '|' + units[1]->text(), "KM/H|MPH");
     EXPECT_TRUE(units[0]->isChecked());
-
     window.setSpeedometerSpeed(100);
     SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
     ASSERT_NE(meter, nullptr);
@@ -181,74 +182,19 @@ TEST_F(ViewerWindowTest, SpeedUnitMenuSwitchesTheSpeedometer)
     EXPECT_TRUE(meter->isSpeedUnitImageVisible());
 }
 
-TEST(ViewerCommandLineTest, CardsFolderAndSplashOptions)
-{
-    QTemporaryDir card;
-    QTemporaryDir folder;
-    struct Case {
-        QStringList arguments;
-        bool exit;
-        int exitCode;
-        QStringList cards;
-        QString folder;
-        bool splash;
-        int playRow = -1;
-    };
-    const QString missing = card.filePath(QStringLiteral("missing"));
-    const QList<Case> cases {
-        { {}, false, 0, {}, {}, true },
-        { { QStringLiteral("--no-splash") }, false, 0, {}, {}, false },
-        { { QStringLiteral("--card"), card.path() }, false, 0, { card.path() }, {}, true },
-        { { QStringLiteral("--card"), card.path(), folder.path() }, false, 0, { card.path() },
-            folder.path(), true },
-        { { folder.path() }, false, 0, {}, folder.path(), true },
-        { { QStringLiteral("--card"), missing }, true, 2, {}, {}, true },
-        { { missing }, true, 2, {}, {}, true },
-        { { folder.path(), card.path() }, false, 0, {}, folder.path(), true }, // the first counts
-        { { QStringLiteral("--bogus") }, true, 2, {}, {}, true },
-        { { QStringLiteral("--play"), QStringLiteral("3"), folder.path() }, false, 0, {},
-            folder.path(), true, 3 },
-        { { QStringLiteral("--play"), QStringLiteral("-1") }, true, 2, {}, {}, true },
-        { { QStringLiteral("--play"), QStringLiteral("x") }, true, 2, {}, {}, true },
-        { { QStringLiteral("--help") }, true, 0, {}, {}, true },
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.arguments.join(u' ').toStdString());
-        const ViewerCommandLine::Result result = ViewerCommandLine::parse(
-            QStringList { QStringLiteral("tavro-viewer") } + c.arguments);
-        EXPECT_EQ(result.exit, c.exit);
-        EXPECT_EQ(result.exitCode, c.exitCode);
-        if (c.exit) {
-            EXPECT_FALSE(result.message.isEmpty());
-            continue;
-        }
-        EXPECT_EQ(result.options.cardFolders, c.cards);
-        EXPECT_EQ(result.options.folder, c.folder);
-        EXPECT_EQ(result.options.showSplash, c.splash);
-        EXPECT_EQ(result.options.playRow, c.playRow);
-    }
-}
-
-TEST(ViewerPrintTest, StillIsPrintedLandscapeAndFitsThePage)
+TEST(ViewerPrintTest, StillIsPrintedLandscapeOnOnePage)
 {
     QTemporaryDir dir;
-    const QString pdf = dir.filePath(QStringLiteral("still.pdf"));
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(pdf);
+    printer.setOutputFileName(dir.filePath(QStringLiteral("still.pdf")));
     printer.setPageSize(QPageSize(QPageSize::A4));
     QImage still(320, 180, QImage::Format_RGB32);
     still.fill(Qt::darkCyan);
     MainWindow::printImage(printer, still);
     EXPECT_EQ(printer.pageLayout().orientation(), QPageLayout::Landscape);
-    const QFileInfo info(pdf);
-    ASSERT_TRUE(info.exists());
-    EXPECT_GT(info.size(), 500);
-    QFile file(pdf);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = TestFiles::read(dir.filePath(QStringLiteral("still.pdf")));
     EXPECT_TRUE(bytes.startsWith("%PDF"));
-    // One landscape page holding the picture.
     EXPECT_EQ(bytes.count("/Type /Page") - bytes.count("/Type /Pages"), 1);
     EXPECT_TRUE(bytes.contains("/Subtype /Image"));
     const QRegularExpressionMatch box

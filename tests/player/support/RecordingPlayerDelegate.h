@@ -2,7 +2,8 @@
 
 #include "player/TavroAVViewDelegate.h"
 
-#include <QList>
+#include <QHash>
+#include <QTest>
 #include <QVector>
 
 #include <ostream>
@@ -25,21 +26,37 @@ public:
         int fullscreenRequests = 0;
     };
 
-    void tavroAVViewDidUpdateStatus(PlayerView* view, TavroAVViewStatus status) override;
-    void tavroAVViewDidUpdateRate(PlayerView* view, float rate) override;
-    void tavroAVViewDidUpdateTime(PlayerView* view, double seconds) override;
-    void tavroAVViewDidPlayToEndTime(PlayerView* view) override;
-    void tavroAVViewDidRequestFullscreen(PlayerView* view) override;
+    void tavroAVViewDidUpdateStatus(PlayerView* view, TavroAVViewStatus status) override
+    {
+        m_logs[view].statuses.append(status);
+    }
+    void tavroAVViewDidUpdateRate(PlayerView* view, float rate) override
+    {
+        m_logs[view].rates.append(rate);
+    }
+    void tavroAVViewDidUpdateTime(PlayerView* view, double seconds) override
+    {
+        m_logs[view].times.append(seconds);
+    }
+    void tavroAVViewDidPlayToEndTime(PlayerView* view) override { ++m_logs[view].ends; }
+    void tavroAVViewDidRequestFullscreen(PlayerView* view) override
+    {
+        ++m_logs[view].fullscreenRequests;
+    }
 
-    const Log& log(PlayerView* view) const;
-    void clear() { m_logs.clear(); }
+    Log log(PlayerView* view) const { return m_logs.value(view); }
 
     // Runs the event loop until the view has reported `status` (true) or
     // timeoutMs passed (false).
-    bool waitForStatus(PlayerView* view, TavroAVViewStatus status, int timeoutMs = 10000) const;
-    bool waitForEnd(PlayerView* view, int ends = 1, int timeoutMs = 10000) const;
+    bool waitForStatus(PlayerView* view, TavroAVViewStatus status, int timeoutMs = 10000) const
+    {
+        return QTest::qWaitFor([&] { return log(view).statuses.contains(status); }, timeoutMs);
+    }
+    bool waitForEnd(PlayerView* view, int ends = 1, int timeoutMs = 10000) const
+    {
+        return QTest::qWaitFor([&] { return log(view).ends >= ends; }, timeoutMs);
+    }
 
 private:
-    Log& entry(PlayerView* view);
-    QList<QPair<PlayerView*, Log>> m_logs;
+    QHash<PlayerView*, Log> m_logs;
 };

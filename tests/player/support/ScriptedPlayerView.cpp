@@ -5,10 +5,7 @@
 
 #include <QMetaObject>
 
-#include <cmath>
-
-ScriptedPlayerView::ScriptedPlayerView() = default;
-ScriptedPlayerView::~ScriptedPlayerView() = default;
+#include <algorithm>
 
 void ScriptedPlayerView::setStatus(TavroAVViewStatus status)
 {
@@ -32,18 +29,11 @@ void ScriptedPlayerView::setPlayerRate(float rate)
         m_delegate->tavroAVViewDidUpdateRate(this, rate);
 }
 
-void ScriptedPlayerView::setEnabled(bool enabled)
-{
-    m_calls << QStringLiteral("setEnabled %1").arg(enabled);
-    m_enabled = enabled;
-}
-
 void ScriptedPlayerView::setFileName(const QString& path)
 {
     m_calls << QStringLiteral("setFileName %1").arg(path);
     if (m_media.loaded) {
         // Closing clears the name; the new one is stored afterwards.
-        m_calls << QStringLiteral("close");
         setPlayerRate(0.0f);
         m_media = Media {};
     }
@@ -59,16 +49,8 @@ void ScriptedPlayerView::setFileName(const QString& path)
         finishLoading(m_autoPrepareDuration);
 }
 
-void ScriptedPlayerView::reset()
-{
-    m_calls << QStringLiteral("reset");
-    close();
-}
-
 void ScriptedPlayerView::close()
 {
-    if (m_calls.isEmpty() || m_calls.last() != QStringLiteral("reset"))
-        m_calls << QStringLiteral("close");
     setPlayerRate(0.0f);
     m_media = Media {};
     setStatus(TavroAVViewStatus::Init);
@@ -81,7 +63,6 @@ bool ScriptedPlayerView::hasMovie() const
 
 void ScriptedPlayerView::play()
 {
-    m_calls << QStringLiteral("play");
     if (!m_media.loaded)
         return;
     if (currentTime() == duration())
@@ -91,54 +72,36 @@ void ScriptedPlayerView::play()
 
 void ScriptedPlayerView::pause()
 {
-    m_calls << QStringLiteral("pause");
     if (m_media.loaded)
         setPlayerRate(0.0f);
 }
 
 void ScriptedPlayerView::playPauseToggle()
 {
-    m_calls << QStringLiteral("playPauseToggle");
-    if (!m_media.loaded)
-        return;
-    if (m_media.playerRate == 1.0f) {
+    if (m_media.loaded && m_media.playerRate == 1.0f)
         setPlayerRate(0.0f);
-        return;
-    }
-    if (currentTime() == duration())
-        landAt(0.0);
-    setPlayerRate(1.0f);
+    else
+        play();
 }
 
 void ScriptedPlayerView::fastForward()
 {
-    m_calls << QStringLiteral("fastForward");
     if (m_media.loaded)
         setPlayerRate(PlayerRules::nextFastForwardRate(m_media.playerRate));
 }
 
 void ScriptedPlayerView::rewind()
 {
-    m_calls << QStringLiteral("rewind");
     if (m_media.loaded)
         setPlayerRate(PlayerRules::nextRewindRate(m_media.playerRate));
 }
 
-void ScriptedPlayerView::stepForward()
+void ScriptedPlayerView::step(double seconds)
 {
-    m_calls << QStringLiteral("stepForward");
+    m_calls << (seconds > 0 ? QStringLiteral("stepForward") : QStringLiteral("stepBackward"));
     if (m_media.ready) {
         setPlayerRate(0.0f);
-        seekTo(std::min(m_media.duration, m_media.time + 0.1));
-    }
-}
-
-void ScriptedPlayerView::stepBackward()
-{
-    m_calls << QStringLiteral("stepBackward");
-    if (m_media.ready) {
-        setPlayerRate(0.0f);
-        seekTo(std::max(0.0, m_media.time - 0.1));
+        seekTo(std::clamp(m_media.time + seconds, 0.0, m_media.duration));
     }
 }
 
@@ -172,8 +135,7 @@ void ScriptedPlayerView::seekTo(double seconds)
 
 void ScriptedPlayerView::landAt(double seconds)
 {
-    const double end = m_media.ready ? m_media.duration : 0.0;
-    m_media.time = std::clamp(seconds, 0.0, end);
+    m_media.time = std::clamp(seconds, 0.0, m_media.ready ? m_media.duration : 0.0);
     reportTime();
 }
 
@@ -185,36 +147,14 @@ void ScriptedPlayerView::reportTime()
 
 void ScriptedPlayerView::setVolume(float volume)
 {
-    m_calls << QStringLiteral("setVolume %1").arg(double(volume));
     m_media.volume = std::clamp(volume, 0.0f, 1.0f);
-}
-
-void ScriptedPlayerView::setUpsideDown(bool upsideDown)
-{
-    m_calls << QStringLiteral("setUpsideDown %1").arg(upsideDown);
-    m_upsideDown = upsideDown;
-}
-
-void ScriptedPlayerView::setVideoTrack(int track)
-{
-    m_calls << QStringLiteral("setVideoTrack %1").arg(track);
-    m_media.videoTrack = std::max(1, track);
-}
-
-QImage ScriptedPlayerView::snapshot()
-{
-    m_calls << QStringLiteral("snapshot");
-    return m_media.loaded ? m_snapshot : QImage();
 }
 
 void ScriptedPlayerView::swapPlayerItemWith(PlayerView& other)
 {
-    m_calls << QStringLiteral("swapPlayerItemWith");
-    auto* scripted = dynamic_cast<ScriptedPlayerView*>(&other);
-    if (!scripted || scripted == this)
-        return;
     // The media move; statuses, the views' rate fields and the mirror stay.
-    std::swap(m_media, scripted->m_media);
+    if (auto* scripted = dynamic_cast<ScriptedPlayerView*>(&other); scripted && scripted != this)
+        std::swap(m_media, scripted->m_media);
 }
 
 void ScriptedPlayerView::finishLoading(double durationSeconds)
@@ -232,15 +172,6 @@ void ScriptedPlayerView::failLoading()
         setStatus(TavroAVViewStatus::Error);
 }
 
-void ScriptedPlayerView::finishLoadingWithoutVideo(double durationSeconds)
-{
-    if (!m_media.loaded || m_status != TavroAVViewStatus::Loading)
-        return;
-    setStatus(TavroAVViewStatus::Error);
-    m_media.ready = true;
-    m_media.duration = std::max(0.0, durationSeconds);
-}
-
 void ScriptedPlayerView::advance(double wallSeconds)
 {
     if (!m_media.ready || m_media.playerRate == 0.0f || wallSeconds <= 0.0)
@@ -249,21 +180,15 @@ void ScriptedPlayerView::advance(double wallSeconds)
     const double step = m_media.playerRate > 0.0f ? 0.1 : -0.1;
     while (m_media.playerRate != 0.0f) {
         const double next = m_media.time + step;
-        const bool pastTarget = step > 0 ? next > target + 1e-9 : next < target - 1e-9;
-        if (pastTarget)
+        if (step > 0 ? next > target + 1e-9 : next < target - 1e-9)
             break;
-        if (next >= m_media.duration) {
-            m_media.time = m_media.duration;
+        const bool atEnd = next >= m_media.duration;
+        if (atEnd || next <= 0.0) {
+            m_media.time = atEnd ? m_media.duration : 0.0;
             reportTime();
             setPlayerRate(0.0f);
-            if (m_delegate)
+            if (atEnd && m_delegate)
                 m_delegate->tavroAVViewDidPlayToEndTime(this);
-            return;
-        }
-        if (next <= 0.0) {
-            m_media.time = 0.0;
-            reportTime();
-            setPlayerRate(0.0f);
             return;
         }
         m_media.time = next;

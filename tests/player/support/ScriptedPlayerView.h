@@ -9,22 +9,18 @@
 // the same rules as the real view (statuses queued to the delegate, rate
 // steps, whole-second seeks, restart at the end, media moving on a swap;
 // seeks and frame steps land later, from the event loop, as libmpv's do: until
-// then currentTime() reads the old position), and
-// the test scripts what the media does: finish or fail loading, advance the
-// time, reach the end. Every operation called is logged in calls().
+// then currentTime() reads the old position), and the test scripts what the
+// media does: finish or fail loading, advance the time, reach the end.
 class ScriptedPlayerView : public PlayerView {
 public:
-    ScriptedPlayerView();
-    ~ScriptedPlayerView() override;
-
     // --- PlayerView
     TavroAVViewDelegate* delegate() const override { return m_delegate; }
     void setDelegate(TavroAVViewDelegate* delegate) override { m_delegate = delegate; }
     bool isEnabled() const override { return m_enabled; }
-    void setEnabled(bool enabled) override;
+    void setEnabled(bool enabled) override { m_enabled = enabled; }
     QString fileName() const override { return m_media.fileName; }
     void setFileName(const QString& path) override;
-    void reset() override;
+    void reset() override { close(); }
     void close() override;
     TavroAVViewStatus status() const override { return m_status; }
     bool hasMovie() const override;
@@ -33,8 +29,8 @@ public:
     void playPauseToggle() override;
     void fastForward() override;
     void rewind() override;
-    void stepForward() override;
-    void stepBackward() override;
+    void stepForward() override { step(0.1); }
+    void stepBackward() override { step(-0.1); }
     float rate() const override { return m_rate; }
     void setCurrentTime(double seconds) override;
     void setCurrentTimeExactly(double seconds) override;
@@ -43,21 +39,19 @@ public:
     float volume() const override { return m_media.volume; }
     void setVolume(float volume) override;
     bool upsideDown() const override { return m_upsideDown; }
-    void setUpsideDown(bool upsideDown) override;
+    void setUpsideDown(bool upsideDown) override { m_upsideDown = upsideDown; }
     int videoTrack() const override { return m_media.videoTrack; }
-    void setVideoTrack(int track) override;
-    QImage snapshot() override;
+    void setVideoTrack(int track) override { m_media.videoTrack = std::max(1, track); }
+    QImage snapshot() override { return m_media.loaded ? m_snapshot : QImage(); }
     void swapPlayerItemWith(PlayerView& other) override;
 
     // --- script
     // With a duration above 0, every load finishes by itself as Prepared
     // with that duration; 0 (the default) leaves the view in Loading.
     void setAutoPrepareDuration(double seconds) { m_autoPrepareDuration = seconds; }
-    // The loading file becomes ready (Prepared), fails (Error), or turns out
-    // to have no video (Error, but the media stays attached and ready).
+    // The loading file becomes ready (Prepared) or fails (Error).
     void finishLoading(double durationSeconds);
     void failLoading();
-    void finishLoadingWithoutVideo(double durationSeconds);
     // Moves the media time forward as playback at the current rate would for
     // `wallSeconds`, reporting each tenth of a second and the end.
     void advance(double wallSeconds);
@@ -68,7 +62,7 @@ public:
     void releaseRightButton();
     void setSnapshotImage(const QImage& image) { m_snapshot = image; }
 
-    // Operations called, e.g. "setFileName /a.mp4", "play", "setCurrentTime 13".
+    // Moves and loads asked for, e.g. "setFileName /a.mp4", "setCurrentTime 13", "stepForward".
     const QStringList& calls() const { return m_calls; }
     void clearCalls() { m_calls.clear(); }
     // Number of loads started (a swap must not add any).
@@ -85,12 +79,12 @@ private:
         float volume = 1.0f;
         float playerRate = 0.0f;
         int videoTrack = 1;
-        // Tells apart the media a queued seek was asked for.
-        quint64 serial = 0;
+        quint64 serial = 0; // tells apart the media a queued seek was asked for
     };
 
     void setStatus(TavroAVViewStatus status);
     void setPlayerRate(float rate);
+    void step(double seconds);
     // Lands on the time later, from the event loop, and reports it.
     void seekTo(double seconds);
     void landAt(double seconds);
