@@ -75,6 +75,11 @@ TEST_F(KelSettingTest, ACardWithoutAFileGetsTheDefaultsAndOnlyASaveCreatesIt)
     kel.removeTimeDateDelimiters();
     kel.addTimeDateDelimiters({ "a", "b" });
     EXPECT_EQ(kel.linedSettings(), QStringList({ "[time]", "a", "b", "other=1" }));
+    // A key on the first line is set like any other; a key the file lacks is not added.
+    kel.setLinedSettings({ "voice_out=1", "const=60" });
+    EXPECT_TRUE(kel.setValueForKey(QStringLiteral("voice_out="), QStringLiteral("0")));
+    EXPECT_FALSE(kel.setValueForKey(QStringLiteral("event="), QStringLiteral("20")));
+    EXPECT_EQ(kel.linedSettings(), QStringList({ "voice_out=0", "const=60" }));
 }
 
 TEST(TimeDatTest, ClockRequestsWrittenReadAndWithdrawn)

@@ -79,11 +79,11 @@ TEST_F(KelPageTest, UnknownValuesShowNoSelectionAndSurviveOk)
 {
     cardWith(lines(
         "power_off_vlt=13000 local_time=5.750000 const=50 voice_volume=9 language=de park_mode=1 "
-        "acc_level=1 motion_level=x"));
+        "acc_level=1 motion_level=x voice_out=on"));
     const QByteArray onCard = cardFile();
     KelSettingViewController& page = openPage();
-    for (const QString& control :
-        { Page::kParkingVoltage, Page::kTimeZone, Page::kMemoryPartition, Page::kLanguage })
+    for (const QString& control : { Page::kParkingVoltage, Page::kTimeZone, Page::kMemoryPartition,
+             Page::kLanguage, Page::kVoiceGuidance })
         EXPECT_EQ(value(control), -1) << control.toStdString();
     EXPECT_EQ(value(Page::kVoiceVolume), 6);
     EXPECT_EQ(value(Page::kImpact), 2);

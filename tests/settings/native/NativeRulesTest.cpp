@@ -53,6 +53,7 @@ const FieldRule kFieldRules[] = {
     { kOrlo, "parking_motion_sensitivity", 2, "parkingMotion", 2, 3 },
     { kVelt, "parking_motion_sensitivity", 0, "parkingMotion", 0, 0 },
     { kHolta, "parking_motion_sensitivity", 1, "parkingMotion", 1, 1 },
+    { kKimbo, "parking_motion_sensitivity", 2, "parkingMotion", 2, 3 },
     { kOrlo, "parking_time_limit", 48, "TimeLimit", 4, 48 },
     { kVelt, "parking_time_limit", 36, "TimeLimit", 0, 36 },
     { kSarn, "parking_time_limit", 6, "TimeLimit", 1, 6 },
