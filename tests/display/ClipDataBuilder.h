@@ -2,7 +2,6 @@
 
 #include "telemetry/TavroClipData.h"
 
-#include <cstdint>
 #include <vector>
 
 // Records as a parser leaves them: samples from index 0, clipDataCount = the

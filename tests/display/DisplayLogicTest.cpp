@@ -13,15 +13,13 @@
 
 namespace {
 
-using Curve = std::vector<std::pair<float, float>>;
-
-void expectCurve(const QList<QPointF>& actual, const Curve& expected, const std::string& what)
+// The points as "x,y x,y", to six significant digits.
+std::string curve(const QList<QPointF>& points)
 {
-    ASSERT_EQ(actual.size(), qsizetype(expected.size())) << what;
-    for (size_t i = 0; i < expected.size(); ++i) {
-        EXPECT_FLOAT_EQ(float(actual[i].x()), expected[i].first) << what << " x of " << i;
-        EXPECT_FLOAT_EQ(float(actual[i].y()), expected[i].second) << what << " y of " << i;
-    }
+    QStringList texts;
+    for (const QPointF& p : points)
+        texts << QStringLiteral("%1,%2").arg(p.x(), 0, 'g', 6).arg(p.y(), 0, 'g', 6);
+    return texts.join(u' ').toStdString();
 }
 
 } // namespace
@@ -35,32 +33,31 @@ TEST(GravityGraphPointsTest, SamplesStepAcrossTheWidthAndHangByMagnitude)
         std::vector<GSample> samples;
         int count; // clipDataCount; -1: the number of samples
         float base;
-        Curve x, y, z;
-    } cases[] = { { {}, -1, 60, {}, {}, {} },
-        { { { 128, -256, -5 } }, -1, 50, { { 1, 37.2f } }, { { 1, 24.4f } }, { { 1, 49.5f } } },
-        { { { 10000, -10000, 32767 }, { -32768, 0, 9990 } }, -1, 999.5f, { { 0.5f, 0 }, { 1, 0 } },
-            { { 0.5f, 0 }, { 1, 999.5f } }, { { 0.5f, 0 }, { 1, 0.5f } } },
-        { { { 10000, 0, 0 } }, -1, 1500, { { 1, 500 } }, { { 1, 1500 } }, { { 1, 1500 } } },
-        { { { 10, 20, 30 }, { 40, 50, 60 }, { 70, 80, 90 } }, 2, 10, { { 0.5f, 9 }, { 1, 6 } },
-            { { 0.5f, 8 }, { 1, 5 } }, { { 0.5f, 7 }, { 1, 4 } } },
-        { { { 1, 2, 3 } }, 0, 10, {}, {}, {} } };
+        const char *x, *y, *z;
+    } cases[] = { { { { 128, -256, -5 } }, -1, 50, "1,37.2", "1,24.4", "1,49.5" },
+        { { { 10000, -10000, 32767 }, { -32768, 0, 9990 } }, -1, 999.5f, "0.5,0 1,0",
+            "0.5,0 1,999.5", "0.5,0 1,0.5" },
+        { { { 10000, 0, 0 } }, -1, 1500, "1,500", "1,1500", "1,1500" },
+        { { { 10, 20, 30 }, { 40, 50, 60 }, { 70, 80, 90 } }, 2, 10, "0.5,9 1,6", "0.5,8 1,5",
+            "0.5,7 1,4" },
+        { { { 1, 2, 3 } }, 0, 10, "", "", "" } };
     for (const auto& c : cases) {
         TavroClipData data = makeGRecord(c.samples);
         if (c.count >= 0)
             data.setClipDataCount(c.count);
         const GravityGraphPoints points = GravityGraphPoints::generatePoints(data, c.base);
-        const std::string what = std::to_string(c.samples.size()) + " at " + std::to_string(c.base);
-        expectCurve(points.gxPointList, c.x, what + " x");
-        expectCurve(points.gyPointList, c.y, what + " y");
-        expectCurve(points.gzPointList, c.z, what + " z");
+        EXPECT_EQ(std::vector<std::string>({ curve(points.gxPointList), curve(points.gyPointList),
+                      curve(points.gzPointList) }),
+            std::vector<std::string>({ c.x, c.y, c.z }))
+            << c.samples.size() << " at " << c.base;
     }
     // A full clip: the first point one step in, the last at the right edge.
     std::vector<GSample> full(TavroClipData::kCapacity, GSample { 0, -64, 128 });
     full.back() = { 300, 0, 0 };
     const GravityGraphPoints points = GravityGraphPoints::generatePoints(makeGRecord(full), 100);
     ASSERT_EQ(points.gyPointList.size(), 650);
-    expectCurve({ points.gyPointList.front(), points.gxPointList.back() },
-        { { 1.0f / 650.0f, 93.6f }, { 1, 70 } }, "full");
+    EXPECT_EQ(
+        curve({ points.gyPointList.front(), points.gxPointList.back() }), "0.00153846,93.6 1,70");
 }
 
 TEST(SpeedReadoutTest, DigitsAndGaugeInBothUnits)
@@ -69,9 +66,9 @@ TEST(SpeedReadoutTest, DigitsAndGaugeInBothUnits)
     const struct {
         int kmh, unit, number100, number10, number1, gauge;
     } cases[] = {
-        { 0, 0, N, N, N, 0 }, { 8, 0, N, N, N, 0 }, { 9, 0, N, N, 9, 0 }, { 10, 0, N, 1, 0, 1 },
-        { 55, 0, N, 5, 5, 5 }, { 100, 0, 1, 0, 0, 10 }, { 105, 0, 1, 0, 5, 10 },
-        { 239, 0, 2, 3, 9, 23 }, { 240, 0, 2, 4, 0, 24 }, { 999, 0, 9, 9, 9, 24 },
+        { 8, 0, N, N, N, 0 }, { 9, 0, N, N, 9, 0 }, { 10, 0, N, 1, 0, 1 }, { 55, 0, N, 5, 5, 5 },
+        { 100, 0, 1, 0, 0, 10 }, { 105, 0, 1, 0, 5, 10 }, { 239, 0, 2, 3, 9, 23 },
+        { 240, 0, 2, 4, 0, 24 }, { 999, 0, 9, 9, 9, 24 },
         { 1024, 0, N, 2, 4, 24 }, // the out-of-range speed: 024 shows as 24
         { 1234, 0, 2, 3, 4, 24 }, // only three digits fit
         { -20, 0, N, N, N, 0 },
@@ -90,29 +87,22 @@ TEST(SpeedReadoutTest, DigitsAndGaugeInBothUnits)
     EXPECT_EQ(SpeedReadout::shownSpeed(-9, 1), -6);
 }
 
-TEST(MapScriptsTest, MoveToOfflineTextAndPageAddress)
+TEST(MapScriptsTest, MoveToOfflineTextPageAddressAndRoute)
 {
-    EXPECT_EQ(MapScripts::moveToScript(37.5f, 127.25f), "MapMoveToAuto(127.250000,37.500000,-1)");
-    EXPECT_EQ(
-        MapScripts::moveToScript(-33.875f, -70.5f), "MapMoveToAuto(-70.500000,-33.875000,-1)");
-    // single precision shows in the sixth decimal
+    // Longitude first; single precision shows in the sixth decimal.
     EXPECT_EQ(
         MapScripts::moveToScript(37.3874f, 126.9735f), "MapMoveToAuto(126.973503,37.387402,-1)");
-    EXPECT_EQ(MapScripts::offlineTextScript("Offline"), "setOfflineText(\"Offline\")");
     // Quotes, backslashes and line breaks of a translation cannot break out of the string.
     EXPECT_EQ(
         MapScripts::offlineTextScript("l'\"a\"\\\n"), "setOfflineText(\"l'\\\"a\\\"\\\\\\n\")");
     // Another tile server travels as the "tiles" query item.
-    EXPECT_EQ(MapScripts::pageUrl().toString(), "qrc:/map/mapview.html");
     EXPECT_EQ(MapScripts::pageUrl(MapScripts::kDefaultTileUrl).toString(), "qrc:/map/mapview.html");
     const QUrl url = MapScripts::pageUrl("http://tiles.example/{z}/{x}/{y}.png?k=a&b=c");
     EXPECT_EQ(url.path(), "/map/mapview.html");
     EXPECT_EQ(QUrlQuery(url).queryItemValue("tiles", QUrl::FullyDecoded),
         "http://tiles.example/{z}/{x}/{y}.png?k=a&b=c");
-}
 
-TEST(MapScriptsTest, RouteDropsOnlyRepeatsOfThePreviousPointWithinGpsDataCount)
-{
+    // The route drops only repeats of the previous point within gpsDataCount.
     const GpsPoint A { 37.5f, 127.25f }, B { 37.625f, 127.5f }, C { 37.75f, 127.125f },
         D { 37.875f, 127.125f }, E { 37.875f, 127.0f }, NoFix {};
     const QString a = "127.250000,37.500000|", b = "127.500000,37.625000|";

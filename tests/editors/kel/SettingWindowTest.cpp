@@ -1,5 +1,5 @@
 // The modal settings window and the card and model choice pages: placement,
-// title bar, results, keys, the Language menu, and the pages in each language.
+// title bar, results, keys and the Language menu.
 #include "EditorTestSupport.h"
 #include "ViewerTestSupport.h"
 
@@ -12,7 +12,6 @@
 
 #include <QComboBox>
 #include <QListWidget>
-#include <QMenu>
 #include <QPushButton>
 #include <QSettings>
 
@@ -36,21 +35,10 @@ protected:
     ViewerLanguage m_language;
 };
 
-QString localizedIn(const QString& code, const char* key)
-{
-    return TavroLanguages::SharedTavroLanguages().localizedIn(code, QString::fromUtf8(key));
-}
-
 } // namespace
 
-TEST_F(SettingWindowTest, CardPageResultsAndRules)
+TEST_F(SettingWindowTest, CardPageResults)
 {
-    // A page larger than the window sticks out evenly on both sides.
-    EXPECT_EQ(SettingWindow::centredOver(QRect(100, 50, 1280, 800), QSize(480, 300)),
-        QRect(500, 300, 480, 300));
-    EXPECT_EQ(SettingWindow::centredOver(QRect(0, 0, 400, 300), QSize(600, 500)),
-        QRect(-100, -100, 600, 500));
-
     enum Answer { Cancel, Ok, Escape };
     const struct {
         QStringList cards;
@@ -66,10 +54,8 @@ TEST_F(SettingWindowTest, CardPageResultsAndRules)
         SettingWindow window(&m_main, &m_language);
         auto* page = new SelectFlashMemoryView(c.cards);
         bool okEnabled = true;
-        bool titleBar = false;
         EditorTestSupport::whenModal([&](QWidget* modal) {
             ASSERT_EQ(modal, &window);
-            titleBar = !(window.windowFlags() & Qt::FramelessWindowHint);
             okEnabled = page->okButton()->isEnabled();
             if (c.answer == Escape || !okEnabled)
                 QTest::keyClick(&window, Qt::Key_Escape);
@@ -77,7 +63,6 @@ TEST_F(SettingWindowTest, CardPageResultsAndRules)
                 (c.answer == Ok ? page->okButton() : page->cancelButton())->click();
         });
         EXPECT_EQ(window.showModalWindow(page, true), c.result);
-        EXPECT_TRUE(titleBar);
         EXPECT_EQ(okEnabled, !c.cards.isEmpty());
         EXPECT_EQ(page->emptyLabel()->isVisibleTo(page), c.cards.isEmpty());
         EXPECT_EQ(page->selectedIndex(), c.selected);
@@ -85,37 +70,37 @@ TEST_F(SettingWindowTest, CardPageResultsAndRules)
     }
 }
 
-// The model page offers every model, the first selected; its Language menu
-// switches through the main window's, and follows a switch made there.
+// The model page offers every model, the first selected, centred over the
+// main window with a title bar; its Language menu re-texts it.
 TEST_F(SettingWindowTest, ModelPageAndTheLanguageMenu)
 {
     SettingWindow window(&m_main, &m_language);
     auto* page = new SelectDeviceView(TolmSettingManager::modelNameList());
     QRect placed;
-    QStringList entries, texts;
+    QString title;
+    bool titleBar = false;
     EditorTestSupport::whenModal([&](QWidget*) {
         placed = window.frameGeometry();
+        titleBar = !(window.windowFlags() & Qt::FramelessWindowHint);
         EXPECT_EQ(page->models()->count(), 29);
         EXPECT_EQ(page->models()->currentIndex(), 0);
-        for (QAction* action : window.languageActions())
-            entries << action->text();
         window.languageActions()[1]->trigger(); // French
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
-        texts << page->title()->text() << window.languageMenu()->title();
-        m_language.languageChangeToJapanese(); // from the main window's menu
+        title = page->title()->text();
         page->models()->setCurrentIndex(4);
         QTest::keyClick(&window, Qt::Key_Return);
     });
     EXPECT_EQ(window.showModalWindow(page, true), 1);
     EXPECT_EQ(page->selectedModelType(), 4);
-    // Centred over the main window (the window manager may add a frame).
+    EXPECT_TRUE(titleBar);
+    // The window manager may add a frame.
     EXPECT_LE(std::abs(placed.center().x() - m_main.frameGeometry().center().x()), 12);
     EXPECT_LE(std::abs(placed.center().y() - m_main.frameGeometry().center().y()), 30);
-    EXPECT_EQ(entries, (QStringList { "English", "Français", "日本語", "Português" }));
-    EXPECT_EQ(texts,
-        (QStringList { localizedIn("fr", LocalizationKeys::kChooseModelTitle),
-            localizedIn("fr", LocalizationKeys::kMenuLanguage) }));
-    EXPECT_EQ(ViewerLanguage::currentLanguage(), QStringLiteral("ja"));
-    EXPECT_TRUE(window.languageActions()[2]->isChecked());
+    // A page larger than the window sticks out evenly on both sides.
+    EXPECT_EQ(SettingWindow::centredOver(QRect(0, 0, 400, 300), QSize(600, 500)),
+        QRect(-100, -100, 600, 500));
+    EXPECT_EQ(title,
+        TavroLanguages::SharedTavroLanguages().localizedIn(
+            "fr", QString::fromUtf8(LocalizationKeys::kChooseModelTitle)));
 }
