@@ -22,10 +22,7 @@ TEST(WebSettingScripts, RecordTravelsAsUpperCaseHexAndComesBackByPairs)
     QByteArray all; // every byte value there and back
     for (int b = 0; b < 256; ++b)
         all.append(char(b));
-    const QString hex = WS::cfgStringWithData(all);
-    EXPECT_EQ(hex.size(), 512);
-    EXPECT_EQ(hex, hex.toUpper());
-    EXPECT_EQ(WS::dataFromCfgString(hex.toLower()), all);
+    EXPECT_EQ(WS::dataFromCfgString(WS::cfgStringWithData(all).toLower()), all);
     EXPECT_EQ(WS::cfgStringWithData(QByteArray("\x0a\x1b\xff", 3)), QStringLiteral("0A1BFF"));
     const struct {
         const char* text;
@@ -54,11 +51,10 @@ TEST(WebSettingScripts, LanguageIndexIsTheLittleEndianWordAtOffset428)
     const struct {
         QByteArray record;
         std::optional<quint32> index;
-    } cases[] = { { SetupCfgBuilder(596).int32(428, 2).bytes(), 2u },
-        { SetupCfgBuilder(432).int32(428, 0x01020304).bytes(), 0x01020304u }, // ends with the field
-        { SetupCfgBuilder(432).int32(424, 7).bytes(), 0u },
-        { SetupCfgBuilder(431).bytes(), std::nullopt }, // ends inside the field
-        { QByteArray(), std::nullopt } };
+    } cases[]
+        = { { SetupCfgBuilder(432).int32(428, 0x01020304).bytes(), 0x01020304u }, // ends with it
+              { SetupCfgBuilder(432).int32(424, 7).bytes(), 0u },
+              { SetupCfgBuilder(431).bytes(), std::nullopt } }; // ends inside the field
     for (const auto& c : cases)
         EXPECT_EQ(WS::languageIndex(WS::cfgStringWithData(c.record)), c.index) << c.record.size();
     EXPECT_EQ(WS::languageIndex(QString(856, u'0') + QStringLiteral("0102zz04")), std::nullopt);
@@ -107,19 +103,17 @@ TEST(WebNotification, LeadingIntegerOfAField)
     const struct {
         const char* text;
         int value;
-    } numbers[] = { { "42", 42 }, { " \t-7x", -7 }, { "+5", 5 }, { "x1", 0 }, { "", 0 }, { "-", 0 },
-        { "09:30", 9 }, { "2147483647", 2147483647 }, { "99999999999", 2147483647 },
-        { "-2147483648", -2147483647 - 1 }, { "-99999999999", -2147483647 - 1 } };
+    } numbers[]
+        = { { " \t-7x", -7 }, { "+5", 5 }, { "x1", 0 }, { "-", 0 }, { "99999999999", 2147483647 },
+              { "-2147483648", -2147483647 - 1 }, { "-99999999999", -2147483647 - 1 } };
     for (const auto& n : numbers)
         EXPECT_EQ(leadingIntValue(QString::fromLatin1(n.text)), n.value) << n.text;
 }
 
-TEST(WebSettingWindow, CentredOverTheOtherWindow)
+TEST(WebSettingWindow, CentredOverTheOtherWindowEvenWhenLarger)
 {
-    EXPECT_EQ(WebSettingWindow::centeredOrigin(QRect(100, 50, 1280, 800), QSize(1040, 720)),
-        QPoint(220, 90));
-    EXPECT_EQ(WebSettingWindow::centeredOrigin(QRect(0, 0, 800, 600), QSize(1000, 700)),
-        QPoint(-100, -50));
+    EXPECT_EQ(WebSettingWindow::centeredOrigin(QRect(100, 50, 800, 600), QSize(1040, 720)),
+        QPoint(-20, -10));
 }
 
 TEST(CardPageAccess, OnlyFilesInsideTheCardsHtmlFolder)

@@ -1,7 +1,6 @@
 // The web settings window with a real QtWebEngine page: a probe page of our
 // own calls every entry point of Dashcam, tries to read other files, reach a
-// server and leave, and the card (its folder named with URL characters) ends
-// up holding exactly what the page returned.
+// server and leave; the card ends up holding exactly what the page returned.
 
 #include "editors/web/WebSettingWindow.h"
 #include "SetupCfgBuilder.h"
@@ -64,8 +63,7 @@ protected:
         m_saved = m_record;
         m_saved[0] = char(0xAB); // the probe page edits the first byte
         TestFiles::write(m_dir.filePath("secret.txt"), "SECRET");
-        // A card with the probe page and the camera's files. "#" would start a
-        // fragment, "?" a query and "%" an escape in a URL written by hand.
+        // "#", "?" and "%" would break a URL written by hand.
         m_card = m_dir.filePath(QStringLiteral("CAM#1 what? 100% card"));
         const QString setting = m_card + "/SETTING/";
         const QString pages = qEnvironmentVariable("TAVRO_TEST_DATA") + "/pages/";
@@ -167,7 +165,6 @@ TEST_F(WebSettingWindowTest, PageTalksToTheViewerAndSaveWritesWhatItReturned)
     EXPECT_EQ(js("record").toString().toUtf8(), m_record.toHex().toUpper());
     EXPECT_TRUE(seen["calls"].toArray().contains("generateSetting:false"));
     EXPECT_EQ(m_window->controller()->modelName(), "ProbeCam");
-    EXPECT_EQ(m_window->controller()->cfgSize(), 596);
 
     // Only the page's own folder is readable; no pop-ups, no network.
     const QJsonObject reads = seen["reads"].toObject();
@@ -236,12 +233,12 @@ TEST_F(WebSettingWindowTest, ReturnAnswersNoAndEscapeCancels)
     EXPECT_EQ(WebSettingWindowController::showWebSettingWindow(nullptr, m_card, {}), nullptr);
 }
 
+// (The other answers that are no record are in WebSettingControllerTest.)
 TEST_F(WebSettingWindowTest, ABrokenOrEmptyRecordFromThePageWritesNothing)
 {
-    for (const char* mode : { "throw", "number", "loop", "empty" }) {
+    for (const char* mode : { "throw", "empty" }) {
         SCOPED_TRACE(mode);
         ASSERT_TRUE(openReady());
-        m_window->controller()->setAnswerTimeout(1500);
         answerNotification(QMessageBox::NoRole);
         const QMap<QString, QByteArray> before = snapshot(m_card);
         js(QStringLiteral("getCfgMode = '%1'").arg(QLatin1String(mode)));
