@@ -251,7 +251,7 @@ TEST_F(DemoCardTest, TheDriveIsOneRouteAcrossConsecutiveClips)
         s_telemetry.value(drive.front()).samples.front().speed);
 }
 
-TEST_F(DemoCardTest, RewrittenAviClipsDecodeWholeAndPlay)
+TEST_F(DemoCardTest, RewrittenAviClipsDecodeWhole)
 {
     for (const QString& file : filesMatching("\\.avi$")) {
         const QString path = s_card + u'/' + file;
@@ -265,13 +265,6 @@ TEST_F(DemoCardTest, RewrittenAviClipsDecodeWholeAndPlay)
                 "stream=nb_read_packets", "-of", "csv=p=0", path });
         for (const QByteArray& count : frames.out.trimmed().split('\n'))
             EXPECT_EQ(count.toInt(), kClipSeconds * 10) << qPrintable(file);
-        if (TestFiles::haveTool("mpv")) {
-            EXPECT_EQ(
-                runProgram("mpv", { "--no-config", "--vo=null", "--ao=null", "--frames=5", path })
-                    .exitCode,
-                0)
-                << qPrintable(file);
-        }
     }
 }
 
@@ -315,7 +308,6 @@ TEST_F(DemoCardTest, LeavesAnUpToDateCardAloneRewritesACutOneAndRefusesForeignFo
                       .exitCode,
             2)
             << qPrintable(bad.join(' '));
-    EXPECT_EQ(runProgram(TAVRO_MAKE_DEMO_CARD_PATH, {}).exitCode, 2);
 }
 
 } // namespace
