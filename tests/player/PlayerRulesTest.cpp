@@ -1,19 +1,10 @@
-// Rules shared by the real and the scripted player view, and the scripted
-// view's own contract: the playback session's tests prove nothing unless it
-// answers as the real view does (statuses and seeks arrive later).
-#include "RecordingPlayerDelegate.h"
-#include "ScriptedPlayerView.h"
-
+// Rules shared by the real and the scripted player view.
 #include "player/PlayerRules.h"
-
-#include <QCoreApplication>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
-
-using S = TavroAVViewStatus;
 
 TEST(PlayerRules, RatesSeeksAndTimeSlots)
 {
@@ -40,34 +31,4 @@ TEST(PlayerRules, RatesSeeksAndTimeSlots)
     EXPECT_EQ(PlayerRules::snapshotTime(0.0), 0.0);
     EXPECT_EQ(PlayerRules::snapshotTime(-3.0), 0.0);
     EXPECT_EQ(PlayerRules::snapshotTime(nan), 0.0);
-}
-
-TEST(ScriptedPlayerView, KeepsTheRealViewsContract)
-{
-    ScriptedPlayerView view;
-    RecordingPlayerDelegate delegate;
-    view.setDelegate(&delegate);
-    view.setFileName(QStringLiteral("/card/a_F.mp4"));
-    EXPECT_EQ(view.status(), S::Loading);
-    EXPECT_TRUE(delegate.log(&view).statuses.isEmpty()) << "delivered inside the call";
-    view.finishLoading(4.5);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(delegate.log(&view).statuses, (QVector<S> { S::Init, S::Loading, S::Prepared }));
-    view.play();
-    view.advance(0.35);
-    EXPECT_NEAR(view.currentTime(), 0.3, 1e-9);
-    view.setCurrentTime(2.7);
-    EXPECT_NEAR(view.currentTime(), 0.3, 1e-9) << "a seek lands later, as libmpv's does";
-    QCoreApplication::processEvents();
-    EXPECT_EQ(view.currentTime(), 3.0);
-    view.advance(10.0);
-    EXPECT_EQ(view.currentTime(), 4.5);
-    EXPECT_EQ(delegate.log(&view).ends, 1);
-    view.play(); // at the very end: starts over
-    EXPECT_EQ(view.currentTime(), 0.0);
-    EXPECT_EQ(delegate.log(&view).rates, (QVector<float> { 1, 0, 1 }));
-    view.setFileName(QStringLiteral("/card/bad.mp4"));
-    view.failLoading();
-    EXPECT_EQ(view.status(), S::Error);
-    EXPECT_FALSE(view.hasMovie());
 }

@@ -5,7 +5,6 @@
 #include "RecordingPlayerDelegate.h"
 #include "TestTiming.h"
 
-#include <QPalette>
 #include <QScreen>
 #include <QTest>
 
@@ -50,11 +49,9 @@ protected:
     }
     static const PlayerClips& clips() { return PlayerClips::shared(); }
 
-    TavroAVView* makeView(QWidget* parent = nullptr)
+    TavroAVView* makeView()
     {
-        auto* view = new TavroAVView(parent);
-        if (!parent)
-            views.emplace_back(view);
+        auto* view = views.emplace_back(std::make_unique<TavroAVView>()).get();
         view->setDelegate(&delegate);
         view->resize(320, 240);
         view->show();
@@ -90,8 +87,8 @@ protected:
 TEST_F(PlayerViewTest, LoadingEndsInPreparedOrError)
 {
     const std::tuple<QString, S, bool> cases[] = {
-        { clips().redOverBlue, S::Prepared, false }, { clips().dualStreamAvi, S::Prepared, false },
-        { clips().garbage, S::Error, false }, { clips().missing, S::Error, false },
+        { clips().redOverBlue, S::Prepared, false }, { clips().garbage, S::Error, false },
+        { clips().missing, S::Error, false },
         { clips().audioOnly, S::Error, true }, // no video: a note instead of a picture
     };
     for (const auto& [path, last, noVideo] : cases) {
@@ -200,10 +197,10 @@ TEST_F(PlayerViewTest, RatesPlayToTheEndAndStartOverFromThere)
     EXPECT_EQ(green->rate(), 1.0f);
 }
 
-TEST_F(PlayerViewTest, PictureUprightOrMirroredInTheViewOnScreenAndInAnotherWindow)
+// The player draws straight into the window: what the screen shows, not a
+// read-back of a texture.
+TEST_F(PlayerViewTest, PictureUprightOrMirroredOnScreenAndInAnotherWindow)
 {
-    // A picture that fills its view is drawn by the player straight into the
-    // window: what the screen shows, not a read-back of a texture.
     TavroAVView* view = loadedView(clips().redOverBlue);
     const QImage upright = picture(view);
     EXPECT_EQ(upright.size(), QSize(320, 240) * view->devicePixelRatioF());
@@ -218,76 +215,20 @@ TEST_F(PlayerViewTest, PictureUprightOrMirroredInTheViewOnScreenAndInAnotherWind
     view->setUpsideDown(false);
     EXPECT_EQ(topAndBottom(view->grabFramebuffer()), "rb");
 
-    // Full screen takes the view out of the main window into a window of its
-    // own, which gives the widget a new GL context.
+    // Moved into a window of its own, the view has a new GL context to draw with.
     QWidget window;
-    window.resize(400, 300);
-    TavroAVView* moving = makeView(&window);
-    window.show();
-    moving->setFileName(clips().redOverBlue);
-    ASSERT_TRUE(delegate.waitForStatus(moving, S::Prepared, kWaitMs));
-    EXPECT_EQ(topAndBottom(picture(moving)), "rb");
-    moving->setParent(nullptr);
-    views.emplace_back(moving);
-    moving->resize(640, 480);
-    moving->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(moving));
-    const QImage moved = moving->grabFramebuffer();
-    EXPECT_EQ(moved.size(), QSize(640, 480) * moving->devicePixelRatioF());
-    EXPECT_EQ(topAndBottom(moved), "rb");
-    EXPECT_EQ(moving->status(), S::Prepared);
-}
-
-TEST_F(PlayerViewTest, OnScreenAnEnlargedViewShowsOnlyWhatItsAreaShows)
-{
-    // The picture is a native window, which its parents do not clip: an
-    // enlarged view (zoom) must not spill over the widgets around its area.
-    QWidget window;
-    QPalette green = window.palette();
-    green.setColor(QPalette::Window, QColor(0, 200, 0));
-    window.setPalette(green);
-    window.setAutoFillBackground(true);
-    window.resize(400, 300);
-    auto* area = new QWidget(&window);
-    area->setGeometry(100, 100, 200, 150);
-    TavroAVView* view = makeView(area);
-    // Twice the area's size (the clip's 4:3), moved up by one area: the
-    // area shows the lower left quarter of the picture, blue.
-    view->setGeometry(0, -150, 400, 300);
+    view->setParent(&window);
+    view->show();
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    view->setFileName(clips().redOverBlue);
-    ASSERT_TRUE(delegate.waitForStatus(view, S::Prepared, kWaitMs));
-    picture(view);
-    QImage screen;
-    auto at = [&](int x, int y) {
-        return dominant(screen.pixelColor(QPoint(x, y) * screen.devicePixelRatio()));
-    };
-    // Once drawn: the area's picture and, around it, something painted (on a busy
-    // machine the window's own background may still be missing for a moment).
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] {
-            screen = window.screen()->grabWindow(window.winId()).toImage();
-            return at(200, 175) == 'b' && at(200, 50) != '?' && at(200, 95) != '?'
-                && at(50, 175) != '?' && at(350, 175) != '?';
-        },
-        kWaitMs))
-        << "the area shows the picture's lower half";
-    // Inside the area, and above and beside it, where the unclipped picture would lie.
-    QString seen;
-    for (const QPoint point : { QPoint(200, 105), QPoint(200, 245), QPoint(200, 50),
-             QPoint(200, 95), QPoint(50, 175), QPoint(350, 175) })
-        seen += QChar(at(point.x(), point.y()));
-    EXPECT_EQ(seen, "bbgggg");
-    // Dragged down by half an area: the middle of the picture (red over blue) shows.
-    view->move(0, -75);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            screen = window.screen()->grabWindow(window.winId()).toImage();
-            return at(200, 110) == 'r' && at(200, 90) != '?';
-        },
-        kWaitMs));
-    EXPECT_EQ(QString(QChar(at(200, 240))) + QChar(at(200, 90)), "bg");
+    EXPECT_EQ(topAndBottom(view->grabFramebuffer()), "rb");
+    view->setParent(nullptr);
+    view->resize(640, 480);
+    view->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(view));
+    const QImage moved = view->grabFramebuffer();
+    EXPECT_EQ(moved.size(), QSize(640, 480) * view->devicePixelRatioF());
+    EXPECT_EQ(topAndBottom(moved), "rb");
 }
 
 TEST_F(PlayerViewTest, SecondVideoStreamAndSnapshots)
@@ -324,25 +265,23 @@ TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
     small->play();
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return big->currentTime() > 0.3 && small->currentTime() > 0.3; }, kWaitMs));
-    EXPECT_EQ(topAndBottom(picture(big)), "br");
     const auto statuses = delegate.log(big).statuses.size() + delegate.log(small).statuses.size();
     big->swapPlayerItemWith(*small);
     EXPECT_EQ(big->fileName(), clips().greenFractional);
     EXPECT_EQ(small->fileName(), clips().redOverBlue);
     EXPECT_NEAR(big->duration(), 4.5, 0.05);
     EXPECT_EQ(big->volume(), 0.0f) << "the volume goes with the media";
-    EXPECT_TRUE(big->upsideDown());
-    EXPECT_FALSE(small->upsideDown());
-    EXPECT_EQ(big->status(), S::Prepared);
-    EXPECT_EQ(small->status(), S::Prepared);
-    // Both keep running, each picture now in the other view at its size.
+    EXPECT_TRUE(big->upsideDown() && !small->upsideDown()) << "the mirror stays with the view";
+    // Both keep running, each picture now in the other view, nothing reloaded.
     const double bigAt = big->currentTime();
     const double smallAt = small->currentTime();
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return big->currentTime() > bigAt + 0.3 && small->currentTime() > smallAt + 0.3; },
-        kWaitMs));
     const qint64 presented = small->framesPresented();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return small->framesPresented() > presented; }, kWaitMs));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return big->currentTime() > bigAt + 0.3 && small->currentTime() > smallAt + 0.3
+                && small->framesPresented() > presented;
+        },
+        kWaitMs));
     EXPECT_EQ(topAndBottom(small->grabFramebuffer()), "rb");
     EXPECT_EQ(topAndBottom(big->grabFramebuffer()), "gg");
     EXPECT_EQ(delegate.log(big).statuses.size() + delegate.log(small).statuses.size(), statuses);
@@ -423,7 +362,6 @@ TEST_F(PlayerViewTest, RightButtonReleaseAsksForFullScreenAndVolumeSticks)
     EXPECT_EQ(delegate.log(view).fullscreenRequests, 1);
     for (float volume : { 0.25f, 1.0f, 0.0f }) {
         view->setVolume(volume);
-        EXPECT_EQ(view->volume(), volume);
         QTest::qWait(100);
         EXPECT_EQ(view->volume(), volume) << "after mpv confirmed it";
     }

@@ -1,6 +1,5 @@
 #include "ScriptedPlayerView.h"
 
-#include "player/PlayerRules.h"
 #include "player/TavroAVViewDelegate.h"
 
 #include <QMetaObject>
@@ -70,10 +69,10 @@ void ScriptedPlayerView::play()
     setPlayerRate(1.0f);
 }
 
-void ScriptedPlayerView::pause()
+void ScriptedPlayerView::changeRate(float rate)
 {
     if (m_media.loaded)
-        setPlayerRate(0.0f);
+        setPlayerRate(rate);
 }
 
 void ScriptedPlayerView::playPauseToggle()
@@ -82,18 +81,6 @@ void ScriptedPlayerView::playPauseToggle()
         setPlayerRate(0.0f);
     else
         play();
-}
-
-void ScriptedPlayerView::fastForward()
-{
-    if (m_media.loaded)
-        setPlayerRate(PlayerRules::nextFastForwardRate(m_media.playerRate));
-}
-
-void ScriptedPlayerView::rewind()
-{
-    if (m_media.loaded)
-        setPlayerRate(PlayerRules::nextRewindRate(m_media.playerRate));
 }
 
 void ScriptedPlayerView::step(double seconds)
@@ -108,21 +95,20 @@ void ScriptedPlayerView::step(double seconds)
 void ScriptedPlayerView::setCurrentTime(double seconds)
 {
     m_calls << QStringLiteral("setCurrentTime %1").arg(seconds);
-    if (m_media.loaded)
-        seekTo(PlayerRules::wholeSecondSeekTarget(seconds));
+    seekTo(PlayerRules::wholeSecondSeekTarget(seconds));
 }
 
 void ScriptedPlayerView::setCurrentTimeExactly(double seconds)
 {
     m_calls << QStringLiteral("setCurrentTimeExactly %1").arg(seconds);
-    if (m_media.loaded)
-        seekTo(seconds);
+    seekTo(seconds);
 }
 
+// As libmpv does, a queued seek answers later (and not for other media).
 void ScriptedPlayerView::seekTo(double seconds)
 {
-    // Measured from the position the player will have when it gets to the
-    // request, as libmpv does: a queued seek answers later.
+    if (!m_media.loaded)
+        return;
     const quint64 serial = m_media.serial;
     QMetaObject::invokeMethod(
         &m_queue,
