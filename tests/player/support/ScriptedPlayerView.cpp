@@ -131,11 +131,6 @@ void ScriptedPlayerView::reportTime()
         m_delegate->tavroAVViewDidUpdateTime(this, m_media.time);
 }
 
-void ScriptedPlayerView::setVolume(float volume)
-{
-    m_media.volume = std::clamp(volume, 0.0f, 1.0f);
-}
-
 void ScriptedPlayerView::swapPlayerItemWith(PlayerView& other)
 {
     // The media move; statuses, the views' rate fields and the mirror stay.
@@ -150,12 +145,6 @@ void ScriptedPlayerView::finishLoading(double durationSeconds)
     m_media.ready = true;
     m_media.duration = std::max(0.0, durationSeconds);
     setStatus(TavroAVViewStatus::Prepared);
-}
-
-void ScriptedPlayerView::failLoading()
-{
-    if (m_media.loaded && m_status == TavroAVViewStatus::Loading)
-        setStatus(TavroAVViewStatus::Error);
 }
 
 void ScriptedPlayerView::advance(double wallSeconds)
@@ -180,10 +169,4 @@ void ScriptedPlayerView::advance(double wallSeconds)
         m_media.time = next;
         reportTime();
     }
-}
-
-void ScriptedPlayerView::releaseRightButton()
-{
-    if (m_delegate)
-        m_delegate->tavroAVViewDidRequestFullscreen(this);
 }

@@ -2,9 +2,12 @@
 
 #include "player/PlayerRules.h"
 #include "player/PlayerView.h"
+#include "player/TavroAVViewDelegate.h"
 
 #include <QObject>
 #include <QStringList>
+
+#include <algorithm>
 
 // A player view without media for tests of the playback session. It keeps the
 // real view's rules (statuses queued, rate steps, whole-second seeks, restart
@@ -39,7 +42,7 @@ public:
     double currentTime() const override { return m_media.loaded ? m_media.time : 0.0; }
     double duration() const override { return m_media.ready ? m_media.duration : 0.0; }
     float volume() const override { return m_media.volume; }
-    void setVolume(float volume) override;
+    void setVolume(float volume) override { m_media.volume = std::clamp(volume, 0.0f, 1.0f); }
     bool upsideDown() const override { return m_upsideDown; }
     void setUpsideDown(bool upsideDown) override { m_upsideDown = upsideDown; }
     int videoTrack() const override { return m_media.videoTrack; }
@@ -50,14 +53,13 @@ public:
     // --- script
     // Above 0, every load finishes by itself as Prepared with that duration.
     void setAutoPrepareDuration(double seconds) { m_autoPrepareDuration = seconds; }
-    // The loading file becomes ready (Prepared) or fails (Error).
+    // The loading file becomes ready (Prepared).
     void finishLoading(double durationSeconds);
-    void failLoading();
     // Plays `wallSeconds` at the current rate, reporting each tenth and the end.
     void advance(double wallSeconds);
     // Moves the media time at once, without a report (between two reports).
     void setMediaTime(double seconds) { m_media.time = seconds; }
-    void releaseRightButton();
+    void releaseRightButton() { m_delegate->tavroAVViewDidRequestFullscreen(this); }
     void setSnapshotImage(const QImage& image) { m_snapshot = image; }
 
     // Moves and loads asked for, e.g. "setFileName /a.mp4", "setCurrentTime 13", "stepForward".
