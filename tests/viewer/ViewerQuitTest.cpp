@@ -1,10 +1,10 @@
 // Quitting the viewer by a signal while a clip is being converted: ffmpeg
 // ends within a second and nothing of its output is left in the cache. While
 // a card is being formatted, the quit waits with the progress sheet up.
+#include "DriveClip.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "TestTiming.h"
-#include "ViewerTestSupport.h"
 #include "app/window/QuitSignalHandler.h"
 #include "editors/format/CardOperationDialog.h"
 #include "editors/format/CardSheetDialog.h"
@@ -62,8 +62,8 @@ TEST(ViewerQuitTest, ASignalDuringAConversionEndsFfmpegAndLeavesNoPartialFile)
     QDir().mkpath(card + QStringLiteral("/SETTING"));
     TestFiles::write(card + QStringLiteral("/SETTING/setup.cfg"),
         SetupCfgBuilder(432).sizeWord(432).productName("Tolm").version("1.02.17").bytes());
-    ASSERT_TRUE(ViewerTestSupport::makeTelemetryClip(
-        card + QStringLiteral("/cont_rec/20240315_081502_F.mp4"), 30, 160, 90, 0));
+    ASSERT_TRUE(DriveClip::make(
+        card + QStringLiteral("/cont_rec/20240315_081502_F.mp4"), 30, 160, 90, 15, 0));
     // ffmpeg reading at the clip's own pace, noting its process id.
     const QString pids = dir.filePath(QStringLiteral("ffmpeg.pids"));
     const QString slow = dir.filePath(QStringLiteral("slow-ffmpeg"));
@@ -107,8 +107,8 @@ TEST(ViewerQuitTest, ASignalDuringAConversionEndsFfmpegAndLeavesNoPartialFile)
     }
 }
 
-// A format engine whose format runs `formatMs` and is counted in `activity`
-// as the real one is, from the moment it has unmounted the card.
+// A format engine whose format runs `formatMs`, counted in `activity` as the
+// real one is.
 class SlowFormatEngine final : public CardFormatEngine {
 public:
     SlowFormatEngine(CardFormatActivity& activity, int formatMs)

