@@ -64,13 +64,6 @@ protected:
         ASSERT_FALSE(m_session->isVideoPaused());
     }
 
-    void tickAt(double seconds)
-    {
-        m_big.setMediaTime(seconds);
-        m_small.setMediaTime(seconds);
-        m_session->playVideoTimerCallback();
-    }
-
     // Presses a key or a button, then lets the views land where they were sent.
     void press(const std::function<void()>& act)
     {
