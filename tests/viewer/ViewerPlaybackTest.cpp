@@ -198,7 +198,7 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsStepsAndGoesFullScreen
         kWaitMs));
     EXPECT_LT(window.videoArea()->bigMovieView()->currentTime(), before + 0.2);
 
-    // A still of the large view and a copy of the clip, through the save panel.
+    // A still of the large view, through the save panel.
     QTemporaryDir out;
     QString panelTitle;
     const QString stillPath = out.filePath(QStringLiteral("still.png"));
@@ -262,8 +262,7 @@ TEST_F(ViewerPlaybackTest, SpeedFollowsASeekBackAsSoonAsThePlayerIsThere)
     QTest::qWait(400);
     const TavroClipData& data = window.session().clipData();
     SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
-    const int speedBefore = meter->speed();
-    ASSERT_NE(data.getGpsSpeed(40), speedBefore);
+    ASSERT_NE(data.getGpsSpeed(40), meter->speed());
 
     SeekSlider* seek = window.transportBar()->seekTimeSldierView;
     seek->setSliderDown(true);
@@ -284,9 +283,7 @@ TEST_F(ViewerPlaybackTest, SpeedFollowsASeekBackAsSoonAsThePlayerIsThere)
     };
     while (!matches() && landed.elapsed() < 200)
         QTest::qWait(5);
-    EXPECT_TRUE(matches()) << "speed " << meter->speed() << " at " << big->currentTime()
-                           << " s; before the seek " << speedBefore << ", sample 40 "
-                           << data.getGpsSpeed(40);
+    EXPECT_TRUE(matches()) << "speed " << meter->speed() << " at " << big->currentTime() << " s";
     EXPECT_TRUE(
         window.transportBar()->playTimeTextField->text().startsWith(QStringLiteral("00:04")))
         << window.transportBar()->playTimeTextField->text().toStdString();
