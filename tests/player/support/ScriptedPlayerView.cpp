@@ -55,11 +55,6 @@ void ScriptedPlayerView::close()
     setStatus(TavroAVViewStatus::Init);
 }
 
-bool ScriptedPlayerView::hasMovie() const
-{
-    return m_status != TavroAVViewStatus::Error && m_status != TavroAVViewStatus::Init;
-}
-
 void ScriptedPlayerView::play()
 {
     if (!m_media.loaded)

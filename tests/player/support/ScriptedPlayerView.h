@@ -25,7 +25,7 @@ public:
     void reset() override { close(); }
     void close() override;
     TavroAVViewStatus status() const override { return m_status; }
-    bool hasMovie() const override;
+    bool hasMovie() const override { return m_status != TavroAVViewStatus::Init; }
     void play() override;
     void pause() override { changeRate(0.0f); }
     void playPauseToggle() override;
