@@ -1,7 +1,6 @@
-// The main window's coordinator: card identification and its model text,
-// re-identification on mount and unmount, the chosen folder, double-clicks,
-// copies, stills and prints of the clip in the large view, the language, and
-// a slow conversion given up or ended by quitting.
+// The main window's coordinator: card identification on mount and unmount,
+// the chosen folder, double-clicks, copies, stills and prints of the clip in
+// the large view, and a slow conversion given up.
 #include "CardBuilder.h"
 #include "FakeVolumeSource.h"
 #include "FfmpegClipBuilder.h"
@@ -16,22 +15,14 @@
 #include "i18n/TavroLanguages.h"
 #include "library/Utils.h"
 
-#include <QCoreApplication>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QByteArray setupNamed(const QByteArray& name)
-{
-    return SetupCfgBuilder(432).sizeWord(432).productName(name).bytes();
-}
 
 class MainWindowControllerTest : public ::testing::Test {
 protected:
@@ -58,17 +49,11 @@ protected:
     // An identified card with a front/rear .mp4 pair and one .avi clip.
     void writeCard()
     {
-        m_card.setupCfg(setupNamed("Orlo"));
+        m_card.setupCfg(SetupCfgBuilder(432).sizeWord(432).productName("Orlo").bytes());
         CardTreeBuilder tree(m_card.root());
         m_front = tree.add(QStringLiteral("cont_rec/0101_F.mp4"), "front bytes");
         tree.add(QStringLiteral("cont_rec/0101_R.mp4"), "rear bytes");
         tree.add(QStringLiteral("evt_rec/0102.avi"), "avi bytes");
-    }
-
-    static void settle()
-    {
-        for (int i = 0; i < 5; ++i)
-            QCoreApplication::processEvents();
     }
 
     ClipLibrary& library() { return m_controller->library(); }
@@ -87,26 +72,31 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindowControllerTest, CardIdentificationListsItsClipsUntilItGoes)
+TEST_F(MainWindowControllerTest, OnlyACardComingOrGoingIdentifiesAndTouchesTheList)
 {
     writeCard();
+    const QByteArray system = "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n";
+    const QByteArray cardLine
+        = "40 22 8:17 / " + m_card.root().toUtf8() + " rw - vfat /dev/sdb1 rw\n";
     auto volumes = std::make_shared<FakeVolumeSource>();
+    volumes->add(QStringLiteral("/"), true, false, {}, QStringLiteral("/dev/sda1"));
     ScopedVolumeSource scope(volumes);
     const QString mountInfo = m_dir.filePath(QStringLiteral("mountinfo"));
-    TestFiles::write(mountInfo, "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n");
+    TestFiles::write(mountInfo, system);
     VolumeWatcher watcher(mountInfo);
     watcher.rescan();
     m_controller->attachVolumeWatcher(watcher);
-    QSignalSpy spy(m_controller.get(), &MainWindowController::modelInfoChanged);
-    // No card: the window starts with an empty list, the controls off and
-    // nothing playing; a folder chosen by hand lists its clips.
+    const auto mountTable = [&](const QByteArray& lines) {
+        TestFiles::write(mountInfo, system + lines);
+        watcher.rescan();
+    };
+    QSignalSpy identified(m_controller.get(), &MainWindowController::modelInfoChanged);
+    // No card: an empty list, the controls off; a folder chosen by hand lists its clips.
     m_controller->showMainWindow();
     EXPECT_EQ(m_controller->modelText(),
         TavroLanguages::SharedTavroLanguages().localized(LocalizationKeys::kUnknown));
     EXPECT_FALSE(m_controller->isSettingsButtonEnabled());
     EXPECT_FALSE(m_view.videoControlsEnabled);
-    EXPECT_EQ(m_view.muteImage, QStringLiteral("volume1"));
-    EXPECT_EQ(m_view.speed, 0);
     m_controller->selectFolderButtonTouched(QUrl::fromLocalFile(m_card.root()));
     ASSERT_EQ(library().numberOfRows(), 3);
     m_controller->selectFolderButtonTouched(QUrl()); // the dialog cancelled: nothing changes
@@ -115,43 +105,19 @@ TEST_F(MainWindowControllerTest, CardIdentificationListsItsClipsUntilItGoes)
     EXPECT_EQ(library().numberOfRows(), 0);
     EXPECT_TRUE(library().selectedDirText().isEmpty());
 
-    // The card is inserted: the watcher's mount identifies it by its setup.cfg.
-    volumes->add(m_card.root(), true, true);
-    TestFiles::write(mountInfo,
-        "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n40 22 8:17 / " + m_card.root().toUtf8()
-            + " rw - vfat /dev/sdb1 rw\n");
-    watcher.rescan();
+    // The card's mount identifies it by its setup.cfg.
+    volumes->add(m_card.root(), true, true, {}, QStringLiteral("/dev/sdb1"));
+    mountTable(cardLine);
     EXPECT_EQ(m_controller->modelText(), QStringLiteral("Orlo"));
     EXPECT_TRUE(m_controller->isSettingsButtonEnabled());
-    EXPECT_EQ(spy.last(), (QVariantList { QStringLiteral("Orlo"), true }));
-    EXPECT_EQ(library().numberOfRows(), 3);
+    EXPECT_EQ(identified.last(), (QVariantList { QStringLiteral("Orlo"), true }));
+    ASSERT_EQ(library().numberOfRows(), 3);
     EXPECT_EQ(library().selectedRow(), 0);
-}
-
-TEST_F(MainWindowControllerTest, OnlyACardComingOrGoingTouchesTheListAndThePlayingClip)
-{
-    writeCard();
-    const QByteArray cardLine
-        = "40 22 8:17 / " + m_card.root().toUtf8() + " rw - vfat /dev/sdb1 rw\n";
-    auto volumes = std::make_shared<FakeVolumeSource>();
-    volumes->add(QStringLiteral("/"), true, false, {}, QStringLiteral("/dev/sda1"));
-    volumes->add(m_card.root(), true, true, {}, QStringLiteral("/dev/sdb1"));
-    ScopedVolumeSource scope(volumes);
-    const QString mountInfo = m_dir.filePath(QStringLiteral("mountinfo"));
-    const QByteArray system = "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n";
-    TestFiles::write(mountInfo, system + cardLine);
-    VolumeWatcher watcher(mountInfo);
-    m_controller->attachVolumeWatcher(watcher);
-    m_controller->updateModelInfo();
     m_controller->videoFileListDoubleClicked(1);
     settle();
     const QUrl playing = session().currentVideoUrl();
     ASSERT_EQ(playing, library().row(1).url);
-    QSignalSpy identified(m_controller.get(), &MainWindowController::modelInfoChanged);
-    const auto mountTable = [&](const QByteArray& extra) {
-        TestFiles::write(mountInfo, system + cardLine + extra);
-        watcher.rescan();
-    };
+    identified.clear();
     // A network share, a container's file system, a bind mount of the card:
     // each comes and goes without a word.
     const struct {
@@ -170,9 +136,9 @@ TEST_F(MainWindowControllerTest, OnlyACardComingOrGoingTouchesTheListAndThePlayi
     };
     for (const auto& other : others) {
         volumes->add(other.root, other.local, other.removable, {}, other.device);
-        mountTable(other.line);
+        mountTable(cardLine + other.line);
         volumes->remove(other.root);
-        mountTable({});
+        mountTable(cardLine);
     }
     EXPECT_TRUE(identified.isEmpty());
     EXPECT_EQ(library().selectedRow(), 1);
@@ -184,13 +150,12 @@ TEST_F(MainWindowControllerTest, OnlyACardComingOrGoingTouchesTheListAndThePlayi
     other.add(QStringLiteral("mine.mp4"), "bytes");
     m_controller->selectFolderButtonTouched(QUrl::fromLocalFile(other.root()));
     volumes->remove(m_card.root());
-    TestFiles::write(mountInfo, system);
-    watcher.rescan();
+    mountTable({});
     EXPECT_EQ(identified.size(), 1) << "the card's removal re-identifies";
     EXPECT_FALSE(m_controller->isSettingsButtonEnabled());
     EXPECT_EQ(library().numberOfRows(), 1);
     volumes->add(m_card.root(), true, true, {}, QStringLiteral("/dev/sdb1"));
-    mountTable({});
+    mountTable(cardLine);
     EXPECT_EQ(library().numberOfRows(), 3);
     EXPECT_TRUE(m_controller->isSettingsButtonEnabled());
 }
@@ -205,11 +170,9 @@ TEST_F(MainWindowControllerTest, CopiesStillsAndPrintsOfTheClipInTheLargeView)
     library().setSelectedRow(-1);
     EXPECT_TRUE(m_controller->saveFileSourceUrl().isEmpty());
     EXPECT_FALSE(m_controller->saveFileButtonTouched(m_dir.filePath(QStringLiteral("none.mp4"))));
-    ASSERT_EQ(library().row(0).path, m_front);
     m_controller->videoFileListDoubleClicked(1);
     m_controller->videoFileListDoubleClicked(7); // no such row
     settle();
-    EXPECT_EQ(library().selectedRow(), 1);
     EXPECT_EQ(session().currentVideoUrl(), library().row(1).url);
     m_controller->videoFileListDoubleClicked(0);
     settle();
@@ -247,20 +210,17 @@ TEST_F(MainWindowControllerTest, CopiesStillsAndPrintsOfTheClipInTheLargeView)
     // Failures are said once each; the old file stays.
     EXPECT_FALSE(m_controller->saveFileButtonTouched(m_dir.filePath("no-such-folder/copy.mp4")));
     EXPECT_FALSE(m_controller->saveSnapshot(m_dir.filePath(QStringLiteral("missing/dir/x.png"))));
-    QStringList said;
-    for (const AlertRequest& request : m_alerts.requests())
-        said << request.titleKey + u'|' + request.messageKey;
+    const QList<AlertRequest>& said = m_alerts.requests();
     ASSERT_EQ(said.size(), 3);
-    EXPECT_TRUE(said[0].startsWith(QString::fromUtf8(LocalizationKeys::kSaveStill)));
-    EXPECT_TRUE(said[1].endsWith(QString::fromUtf8(LocalizationKeys::kSaveFailed)));
-    EXPECT_TRUE(said[2].startsWith(QString::fromUtf8(LocalizationKeys::kSaveStill)));
+    EXPECT_EQ(said[0].titleKey, QString::fromUtf8(LocalizationKeys::kSaveStill));
+    EXPECT_EQ(said[1].messageKey, QString::fromUtf8(LocalizationKeys::kSaveFailed));
+    EXPECT_EQ(said[2].titleKey, QString::fromUtf8(LocalizationKeys::kSaveStill));
     EXPECT_EQ(TestFiles::read(copy), QByteArray("front bytes"));
 }
 
-// A clip that takes long to prepare: the window is told to show it busy after
-// a moment, the event loop runs on meanwhile, the user may give up on it, and
-// quitting ends ffmpeg at once without leaving a file in the cache.
-TEST(MainWindowControllerSlowClipTest, PreparationRunsAsideCanBeCancelledAndEndsOnQuit)
+// A clip that takes long to prepare: the window shows it busy after a moment,
+// the event loop runs on meanwhile, and the user may give up on it.
+TEST(MainWindowControllerSlowClipTest, PreparationRunsAsideAndCanBeCancelled)
 {
     if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
         GTEST_SKIP() << "ffmpeg is not installed";
@@ -292,7 +252,6 @@ TEST(MainWindowControllerSlowClipTest, PreparationRunsAsideCanBeCancelledAndEnds
 
     controller->videoFileListDoubleClicked(0);
     EXPECT_TRUE(controller->session().isPreparing());
-    EXPECT_TRUE(controller->session().currentVideoUrl().isEmpty());
     // The window goes on (timers fire, events are handled) and shows it busy.
     int ticks = 0;
     QTimer ticker;
@@ -312,13 +271,5 @@ TEST(MainWindowControllerSlowClipTest, PreparationRunsAsideCanBeCancelledAndEnds
     EXPECT_TRUE(alerts.requests().isEmpty());
     EXPECT_TRUE(big.fileName().isEmpty());
 
-    // Again, and quit in the middle: ffmpeg ends within a second.
-    controller->videoFileListDoubleClicked(0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !cacheFiles().isEmpty(); }, 15000));
-    QElapsedTimer quitting;
-    quitting.start();
-    controller.reset();
-    EXPECT_LT(quitting.elapsed(), 1000);
-    EXPECT_TRUE(cacheFiles().isEmpty()) << qPrintable(cacheFiles().join(u' '));
     Utils::SetFFMPEGPath(QString());
 }

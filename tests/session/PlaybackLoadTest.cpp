@@ -1,6 +1,5 @@
-// Loading a clip (conversion, the start once both views are prepared, single
-// camera and refused clips), stop, the end of a clip, previous/next, the swap,
-// volume, zoom, full screen, flip, the keyboard and the blinking indicators.
+// Loading a clip, stop, the end of a clip, previous/next, the swap, volume,
+// zoom, full screen, flip, the keyboard and the blinking indicators.
 #include "SessionFixture.h"
 
 #include "app/session/ClipNavigation.h"
@@ -20,55 +19,44 @@ TEST_F(SessionTest, TwoCameraClipStartsOnceBothViewsArePrepared)
 {
     const QString clip = addAviClip(QStringLiteral("evt_rec/crash.avi"), 200);
     refresh();
+    m_big.setAutoPrepareDuration(0.0);
+    m_small.setAutoPrepareDuration(0.0);
     for (const bool bigFirst : { true, false }) {
-        m_big.setAutoPrepareDuration(0.0);
-        m_small.setAutoPrepareDuration(0.0);
         m_view.events.clear();
         playRow(0);
         EXPECT_EQ(m_view.events, (QStringList { "busy", "idle" }));
-        EXPECT_TRUE(m_session->isVideoPaused());
-        ScriptedPlayerView& first = bigFirst ? static_cast<ScriptedPlayerView&>(m_big) : m_small;
-        ScriptedPlayerView& second = bigFirst ? static_cast<ScriptedPlayerView&>(m_small) : m_big;
-        first.finishLoading(kClipSeconds);
+        (bigFirst ? m_big : m_small).finishLoading(kClipSeconds);
         settle();
         EXPECT_FALSE(m_session->isVideoPlayTimerActive()) << bigFirst;
-        second.finishLoading(kClipSeconds);
+        (bigFirst ? m_small : m_big).finishLoading(kClipSeconds);
         settle();
         EXPECT_TRUE(isPlaying(*m_session, m_big)) << bigFirst;
         EXPECT_EQ(m_small.rate(), 1.0f);
-        EXPECT_EQ(m_view.playPauseImage, QStringLiteral("pause1"));
         EXPECT_EQ(m_view.seekMaximum, kClipSeconds);
         EXPECT_EQ(m_big.volume(), 1.0f);
         EXPECT_EQ(m_small.volume(), 0.0f); // only the large view is heard
     }
-    EXPECT_EQ(m_session->currentVideoUrl(), QUrl::fromLocalFile(clip));
     const QString cache = m_converter->cacheFolderPath(clip);
     EXPECT_EQ(m_big.fileName(), cache + QStringLiteral("/crash_f.mov"));
     EXPECT_EQ(m_small.fileName(), cache + QStringLiteral("/crash_r.mov"));
-    EXPECT_TRUE(m_view.videoControlsEnabled);
-    EXPECT_TRUE(m_view.swapButtonEnabled);
+    EXPECT_TRUE(m_view.videoControlsEnabled && m_view.swapButtonEnabled);
     EXPECT_EQ(m_view.covers, qMakePair(false, false));
     EXPECT_EQ(m_view.graphCount, 200);
-    // The second time nothing was converted again.
-    EXPECT_EQ(m_runner.conversions().size(), 2);
-    EXPECT_EQ(m_big.loadCount(), 2);
+    EXPECT_EQ(m_runner.conversions().size(), 2) << "converted once";
 }
 
 TEST_F(SessionTest, SingleCameraAndRefusedClips)
 {
     addAviClip(QStringLiteral("cont_rec/a_front_only.avi"), 50, true, 1);
-    const QString bad = addAviClip(QStringLiteral("cont_rec/b_broken.avi"), 10);
-    m_runner.reject(bad);
+    m_runner.reject(addAviClip(QStringLiteral("cont_rec/b_broken.avi"), 10));
     refresh();
     m_small.setAutoPrepareDuration(0.0);
     playRow(0);
-    EXPECT_TRUE(m_session->smallVideoFilePath().isEmpty());
     EXPECT_FALSE(m_view.swapButtonEnabled);
     EXPECT_EQ(m_view.covers, qMakePair(false, true));
-    EXPECT_TRUE(isPlaying(*m_session, m_big)); // started without waiting for the small view
+    EXPECT_TRUE(isPlaying(*m_session, m_big)); // without waiting for the small view
     m_session->toggleVideoSwithButtonTouched(); // nothing to swap with
     EXPECT_FALSE(m_session->isVideoSwitched());
-    EXPECT_TRUE(m_alerts.requests().isEmpty());
 
     playRow(1);
     EXPECT_TRUE(m_session->currentVideoUrl().isEmpty());
@@ -77,8 +65,7 @@ TEST_F(SessionTest, SingleCameraAndRefusedClips)
         m_alerts.requests()[0].titleKey, QString::fromUtf8(LocalizationKeys::kMemoryCardError));
     EXPECT_EQ(
         m_alerts.requests()[0].messageKey, QString::fromUtf8(LocalizationKeys::kUnsupportedVideo));
-    EXPECT_FALSE(m_big.hasMovie());
-    EXPECT_FALSE(m_session->isVideoPlayTimerActive());
+    EXPECT_FALSE(m_big.hasMovie() || m_session->isVideoPlayTimerActive());
 }
 
 TEST_F(SessionTest, StopPlayPauseAndTheEndOfAClip)
@@ -93,15 +80,11 @@ TEST_F(SessionTest, StopPlayPauseAndTheEndOfAClip)
     m_session->stopButtonTouched();
     EXPECT_FALSE(m_session->isVideoPlayTimerActive() || m_session->isPlayAnimationActive());
     settle(); // the views land on the start later
-    EXPECT_EQ(m_big.currentTime(), 0.0);
-    EXPECT_EQ(m_small.currentTime(), 0.0);
+    EXPECT_EQ(m_big.currentTime() + m_small.currentTime(), 0.0);
     EXPECT_TRUE(m_view.mapCovered) << "landing at the start keeps the stop's cover";
     EXPECT_EQ(m_big.rate(), 0.0f);
-    EXPECT_EQ(m_view.seekValue, 0.0);
     EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:00/03:00"));
     EXPECT_EQ(m_view.playPauseImage, QStringLiteral("play_1"));
-    EXPECT_EQ(m_session->lastUpdatedSensorInfoTime(), 0.0);
-    EXPECT_EQ(m_session->lastUpdatedMapTime(), 0.0);
     m_session->playPauseButtonTouched();
     EXPECT_TRUE(isPlaying(*m_session, m_big));
     m_session->playPauseButtonTouched();
@@ -116,7 +99,6 @@ TEST_F(SessionTest, StopPlayPauseAndTheEndOfAClip)
     for (const int next : { 1, 0 }) {
         m_big.advance(kClipSeconds + 1.0);
         settle();
-        EXPECT_EQ(m_library.selectedRow(), next);
         EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(next));
         EXPECT_TRUE(isPlaying(*m_session, m_big));
         EXPECT_TRUE(m_view.mapCovered);
@@ -125,8 +107,7 @@ TEST_F(SessionTest, StopPlayPauseAndTheEndOfAClip)
 
 TEST(ClipNavigationTest, PreviousAndNextRows)
 {
-    const QStringList pairs { "1_F.mp4", "1_R.mp4", "2_F.mp4", "2_R.mp4" };
-    const QStringList odd { "1_F.mp4", "1_R.mp4", "2_F.mp4", "2_R.mp4", "3_F.mp4" };
+    const QStringList pairs { "1_F.mp4", "1_R.mp4", "2_F.mp4", "2_R.mp4", "3_F.mp4" };
     const QStringList avi { "1_F.avi", "1_R.avi", "2_F.avi" };
     const QStringList plain { "a.mp4", "b.mp4", "c.mp4" };
     const struct {
@@ -135,12 +116,9 @@ TEST(ClipNavigationTest, PreviousAndNextRows)
         int previous;
         int next;
     } cases[] = {
-        { pairs, 0, -1, 2 }, // the front of a pair steps over its rear
-        { pairs, 1, 0, 2 },
-        { pairs, 2, 0, 0 },
-        { pairs, 3, 2, 0 },
-        { odd, 2, 0, 4 }, // a pair followed by a lone front
-        { odd, 4, 2, 0 },
+        { pairs, 1, 0, 2 }, // (the session walks the other rows of pairs below)
+        { pairs, 2, 0, 4 }, // a pair followed by a lone front
+        { pairs, 4, 2, 0 },
         { avi, 0, -1, 1 }, // AVI clips never pair going forward
         { avi, 2, 0, 0 }, // an AVI rear before a front goes to its front
         { plain, 1, 0, 2 },
@@ -166,20 +144,15 @@ TEST_F(SessionTest, PreviousAndNextPlayTheFrontClipOfEachPairAndSwapMovesTheMedi
     playRow(0);
     EXPECT_TRUE(m_session->smallVideoFilePath().endsWith(QStringLiteral("/1_F_r.mov")));
     // next, next (wraps), previous on row 0 (nothing), next, previous
-    const struct {
-        bool next;
-        int row;
-        int loads;
-    } presses[]
-        = { { true, 2, 2 }, { true, 0, 3 }, { false, 0, 3 }, { true, 2, 4 }, { false, 0, 5 } };
-    for (const auto& press : presses) {
-        press.next ? m_session->playNextFileButtonTouched()
-                   : m_session->playPrevFileButtonTouched();
+    const std::pair<bool, int> presses[]
+        = { { true, 2 }, { true, 0 }, { false, 0 }, { true, 2 }, { false, 0 } };
+    for (const auto& [next, row] : presses) {
+        next ? m_session->playNextFileButtonTouched() : m_session->playPrevFileButtonTouched();
         settle();
-        EXPECT_EQ(m_library.selectedRow(), press.row);
-        EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(press.row));
-        EXPECT_EQ(m_big.loadCount(), press.loads);
+        EXPECT_EQ(m_library.selectedRow(), row);
+        EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(row));
     }
+    EXPECT_EQ(m_big.loadCount(), 5) << "previous on row 0 loads nothing";
     playRow(3);
     m_session->playPrevFileButtonTouched();
     EXPECT_EQ(m_session->currentVideoUrl(), rowUrl(2));
@@ -188,38 +161,51 @@ TEST_F(SessionTest, PreviousAndNextPlayTheFrontClipOfEachPairAndSwapMovesTheMedi
     const QString rear = m_small.fileName();
     m_session->toggleVideoSwithButtonTouched();
     EXPECT_TRUE(m_session->isVideoSwitched());
-    EXPECT_EQ(m_big.fileName(), rear);
-    EXPECT_EQ(m_small.fileName(), front);
+    EXPECT_EQ(m_big.fileName() + m_small.fileName(), rear + front);
     EXPECT_EQ(m_big.loadCount() + m_small.loadCount(), 14); // nothing reloads
     EXPECT_TRUE(isPlaying(*m_session, m_big));
     EXPECT_EQ(m_big.volume(), 0.0f); // the volumes stay with the media
-    EXPECT_EQ(m_small.volume(), 1.0f);
     // An MP4 loaded afterwards starts unswapped.
     playRow(0);
     EXPECT_FALSE(m_session->isVideoSwitched());
 }
 
-TEST_F(SessionTest, MuteAndVolume)
+TEST_F(SessionTest, MuteVolumeZoomFullScreenAndFlip)
 {
+    for (int i = 0; i < 25; ++i)
+        m_session->videoScaleUpButtonTouched();
+    EXPECT_EQ(m_view.videoScale, 5.0);
+    m_session->bigMovieViewDragged();
+    m_session->changeVideoScale(1.1);
+    m_session->videoScaleDownButtonTouched(); // below 1: back to 1, the drag forgotten
+    EXPECT_EQ(m_view.videoScale, 1.0);
+    EXPECT_FALSE(m_session->touchedBigMovieScroll());
+    m_session->bigMovieViewDragged(); // nothing to drag at 1.0
+    EXPECT_FALSE(m_session->touchedBigMovieScroll());
+    m_session->videoScaleUpButtonTouched();
+    m_session->resetVideoScaleButtonTouched();
+    EXPECT_EQ(m_view.videoScale, 1.0);
+    // Loading a clip resets the zoom, except in full screen.
     addAviClip(QStringLiteral("cont_rec/a.avi"), 1);
     refresh();
+    m_session->changeVideoScale(3.0);
     playRow(0);
+    EXPECT_EQ(m_session->videoScale(), 1.0);
     m_session->volumeSliderMoved(0.6f);
-    EXPECT_EQ(m_big.volume(), 0.6f);
-    EXPECT_EQ(m_small.volume(), 0.0f);
     m_session->toggleMuteButtonTouched();
     EXPECT_EQ(m_big.volume(), 0.0f);
     EXPECT_FALSE(m_view.volumeSliderEnabled);
     EXPECT_EQ(m_view.muteImage, QStringLiteral("volume2"));
     EXPECT_EQ(m_view.volumeSliderValue, 0.0f);
-    playRow(0); // a clip loaded while muted stays silent
+    m_session->changeVideoScale(3.0);
+    m_session->fullscreenButtonTouched();
+    playRow(0); // loaded while muted: stays silent
+    EXPECT_EQ(m_session->videoScale(), 3.0);
     EXPECT_EQ(m_big.volume(), 0.0f);
-    EXPECT_FALSE(m_view.volumeSliderEnabled);
     m_session->toggleMuteButtonTouched();
     EXPECT_EQ(m_big.volume(), 0.6f);
     EXPECT_TRUE(m_view.volumeSliderEnabled);
     EXPECT_EQ(m_view.muteImage, QStringLiteral("volume1"));
-    EXPECT_EQ(m_view.volumeSliderValue, 0.6f);
     // Up and down in tenths, within 0 and 1.
     const std::pair<int, float> steps[] = { { 1, 0.7f }, { 5, 1.0f }, { -2, 0.8f }, { -12, 0.0f } };
     for (const auto& [count, volume] : steps) {
@@ -230,41 +216,6 @@ TEST_F(SessionTest, MuteAndVolume)
     }
     m_session->volumeSliderMoved(1.7f);
     EXPECT_EQ(m_big.volume(), 1.0f);
-    m_session->volumeSliderMoved(-0.2f);
-    EXPECT_EQ(m_big.volume(), 0.0f);
-}
-
-TEST_F(SessionTest, ZoomFullScreenAndFlip)
-{
-    for (int i = 0; i < 25; ++i)
-        m_session->videoScaleUpButtonTouched();
-    EXPECT_EQ(m_view.videoScale, 5.0);
-    m_session->bigMovieViewDragged();
-    EXPECT_TRUE(m_session->touchedBigMovieScroll());
-    m_session->changeVideoScale(1.1);
-    m_session->videoScaleDownButtonTouched(); // below 1: back to 1, the drag forgotten
-    EXPECT_EQ(m_view.videoScale, 1.0);
-    EXPECT_FALSE(m_session->touchedBigMovieScroll());
-    m_session->bigMovieViewDragged(); // nothing to drag at 1.0
-    EXPECT_FALSE(m_session->touchedBigMovieScroll());
-    m_session->videoScaleUpButtonTouched();
-    m_session->videoScaleUpButtonTouched();
-    m_session->videoScaleDownButtonTouched();
-    EXPECT_DOUBLE_EQ(m_session->videoScale(), 1.0 + double(0.2f));
-    m_session->bigMovieViewDragged();
-    m_session->resetVideoScaleButtonTouched();
-    EXPECT_EQ(m_view.videoScale, 1.0);
-    EXPECT_FALSE(m_session->touchedBigMovieScroll());
-    // Loading a clip resets the zoom, except in full screen.
-    addAviClip(QStringLiteral("cont_rec/a.avi"), 1);
-    refresh();
-    m_session->changeVideoScale(3.0);
-    playRow(0);
-    EXPECT_EQ(m_session->videoScale(), 1.0);
-    m_session->changeVideoScale(3.0);
-    m_session->fullscreenButtonTouched();
-    playRow(0);
-    EXPECT_EQ(m_session->videoScale(), 3.0);
 
     m_view.events.clear();
     m_session->fullscreenButtonTouched();
@@ -273,67 +224,45 @@ TEST_F(SessionTest, ZoomFullScreenAndFlip)
     m_big.releaseRightButton();
     m_session->hideFullScreenMovie();
     m_session->hideFullScreenMovie(); // already left: nothing more
-    EXPECT_FALSE(m_session->isFullScreenMode());
-    EXPECT_EQ(m_view.events,
-        (QStringList {
-            "hideFullScreen", "full small", "hideFullScreen", "full big", "hideFullScreen" }));
-
+    EXPECT_EQ(m_view.events.join(u','),
+        "hideFullScreen,full small,hideFullScreen,full big,hideFullScreen");
     for (const bool flipped : { true, false }) {
         m_session->videoRotateButtonTouched();
-        EXPECT_EQ(m_big.upsideDown(), flipped);
-        EXPECT_EQ(m_small.upsideDown(), flipped);
+        EXPECT_EQ(m_big.upsideDown() + m_small.upsideDown(), 2 * flipped);
     }
 }
 
-TEST_F(SessionTest, KeyboardMapAndBlinkingIndicators)
+TEST_F(SessionTest, KeyboardAndBlinkingIndicators)
 {
     addAviClip(QStringLiteral("cont_rec/a.avi"), 1);
     refresh();
     playRow(0);
-    EXPECT_TRUE(m_session->isPlayAnimationActive());
     QStringList shown;
     for (int i = 0; i < 3; ++i) {
         m_session->playAnimationTimerCallback();
         shown << m_view.indicatorImages;
     }
-    EXPECT_EQ(
-        shown, (QStringList { "shock_gage1+earth1", "shock_gage2+earth2", "shock_gage1+earth1" }));
+    EXPECT_EQ(shown.join(u' '), "shock_gage1+earth1 shock_gage2+earth2 shock_gage1+earth1");
     m_big.advance(3.0);
-    m_session->volumeSliderMoved(0.5f);
     const struct {
         int key;
         Qt::KeyboardModifiers modifiers;
         bool handled;
-        const char* event; // what the view was told, or the volume
+        const char* event; // what the view was told
         bool paused;
     } keys[] = {
         { Qt::Key_Space, {}, true, "", true },
         { Qt::Key_Space, {}, true, "", false },
         { Qt::Key_Left, {}, true, "", true }, // a step back pauses
-        { Qt::Key_Right, {}, true, "", true },
-        { Qt::Key_Up, {}, true, "0.6", true },
-        { Qt::Key_Down, {}, true, "0.5", true },
-        { Qt::Key_Return, {}, true, "full big", true },
-        { Qt::Key_Escape, {}, true, "hideFullScreen", true },
         { Qt::Key_Enter, {}, true, "full big", true },
-        { Qt::Key_Q, Qt::ControlModifier, true, "quit", true },
         { Qt::Key_W, Qt::ControlModifier, true, "quit", true },
-        { Qt::Key_M, Qt::ControlModifier, true, "minimize", true },
         { Qt::Key_Q, {}, false, "", true },
         { Qt::Key_M, Qt::ShiftModifier, false, "", true },
-        { Qt::Key_A, Qt::ControlModifier, false, "", true },
     };
     for (const auto& k : keys) {
         m_view.events.clear();
-        m_big.clearCalls();
         EXPECT_EQ(m_session->keyDown(k.key, k.modifiers), k.handled) << k.key;
-        const QString event = QString::fromLatin1(k.event);
-        if (event.startsWith(QLatin1Char('0'))) {
-            EXPECT_EQ(QString::number(m_big.volume()), event) << k.key;
-        } else {
-            EXPECT_EQ(m_view.events, event.isEmpty() ? QStringList() : QStringList { event })
-                << k.key;
-        }
+        EXPECT_EQ(m_view.events.join(u' '), QLatin1String(k.event)) << k.key;
         EXPECT_EQ(m_session->isVideoPaused(), k.paused) << k.key;
         settle();
     }

@@ -18,15 +18,6 @@ protected:
         playRow(0);
         ASSERT_FALSE(m_session->isVideoPaused());
     }
-    // One tick with the large view at `seconds`: whether read-outs and map refreshed.
-    std::pair<bool, bool> tickAt(double seconds)
-    {
-        const int sensorUpdates = m_view.sensorUpdates;
-        const qsizetype mapMoves = m_view.mapMoves.size();
-        m_big.setMediaTime(seconds);
-        m_session->playVideoTimerCallback();
-        return { m_view.sensorUpdates != sensorUpdates, m_view.mapMoves.size() != mapMoves };
-    }
     // The read-outs, speed and map position show sample n of the test clips.
     void expectSample(int n, const std::string& what)
     {
@@ -79,13 +70,8 @@ TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndRefreshesAfterInter
         EXPECT_EQ(tickAt(t.seconds), std::pair(t.sensors, t.map)) << t.seconds;
 }
 
-TEST_F(PlaybackTickTest, ClipWithoutTelemetryUpdatesOnlyTheTime)
+TEST(SessionTextsTest, PlayTimeText)
 {
-    playTelemetryClip(0);
-    EXPECT_EQ(m_view.graphCount, 0);
-    EXPECT_EQ(tickAt(5.5), std::pair(false, false));
-    EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:05/03:00"));
-    EXPECT_EQ(m_view.sensorText(), QStringLiteral("0.000 0.000 0.000 0.0000 0.0000"));
     const struct {
         double time;
         double duration;
@@ -156,10 +142,17 @@ TEST_F(PlaybackTickTest, FrameStepsAndPausedSeeksShowTheMomentTheyLandOn)
     }
 }
 
-TEST_F(PlaybackTickTest, MapCoverAndPositions)
+TEST_F(PlaybackTickTest, WithoutTelemetryOrPositionsAndTheMapsCover)
 {
-    playTelemetryClip(650, false);
-    EXPECT_TRUE(m_view.mapCovered);
+    // Without telemetry only the time moves; without positions the map stays covered.
+    playTelemetryClip(0);
+    EXPECT_EQ(m_view.graphCount, 0);
+    EXPECT_EQ(tickAt(5.5), std::pair(false, false));
+    EXPECT_EQ(m_view.playTimeText, QStringLiteral("00:05/03:00"));
+    EXPECT_EQ(m_view.sensorText(), QStringLiteral("0.000 0.000 0.000 0.0000 0.0000"));
+    addAviClip(QStringLiteral("cont_rec/no_gps.avi"), 650, false);
+    refresh();
+    playRow(1);
     EXPECT_FALSE(m_view.gpsIndicatorVisible);
     EXPECT_EQ(tickAt(5.0), std::pair(true, false));
     EXPECT_TRUE(m_view.mapCovered);

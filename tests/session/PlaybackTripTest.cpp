@@ -2,11 +2,11 @@
 // the marks on the seek slider, and the keys and buttons that move on it.
 #include "SessionFixture.h"
 
-#include "app/session/TripLibrary.h"
 #include "player/PlayerTimeline.h"
 
 #include <QRegularExpression>
-#include <QTest>
+
+#include <functional>
 
 namespace {
 
@@ -38,8 +38,8 @@ std::shared_ptr<ClipTimeline> telemetry(
     return timeline;
 }
 
-// Three clips: 10 s with its rear camera, 10 s (after a pause of half a
-// second), and an event recording of 5 s without GPS whose knock comes 2 s in.
+// 10 s with its rear camera, 10 s (after half a second), and an event
+// recording of 5 s without GPS whose knock comes 2 s in.
 Trip threeClipTrip()
 {
     return Trip::fromClips({
@@ -64,21 +64,17 @@ protected:
         ASSERT_FALSE(m_session->isVideoPaused());
     }
 
-    // One tick with both cameras at `seconds`.
-    void tickAt(double seconds)
-    {
-        m_big.setMediaTime(seconds);
-        m_small.setMediaTime(seconds);
-        m_session->playVideoTimerCallback();
-    }
-
-    // Presses a key, then lets the views land where they were sent.
-    void press(int key)
+    // Presses a key or a button, then lets the views land where they were sent.
+    void press(const std::function<void()>& act)
     {
         m_big.clearCalls();
         m_small.clearCalls();
-        EXPECT_TRUE(m_session->keyDown(key, Qt::NoModifier));
+        act();
         settle();
+    }
+    void press(int key)
+    {
+        press([&] { EXPECT_TRUE(m_session->keyDown(key, Qt::NoModifier)); });
     }
 
     QStringList seeks(const ScriptedPlayerView& view) const
@@ -167,10 +163,10 @@ TEST_F(PlaybackTripTest, PageKeysAndClipButtonsLandOnTheMarks)
 
     // A second press before the views have landed goes on from where the
     // first one sent them.
-    m_big.clearCalls();
-    m_session->keyDown(Qt::Key_PageDown, Qt::NoModifier);
-    m_session->keyDown(Qt::Key_PageDown, Qt::NoModifier);
-    settle();
+    press([&] {
+        m_session->keyDown(Qt::Key_PageDown, Qt::NoModifier);
+        m_session->keyDown(Qt::Key_PageDown, Qt::NoModifier);
+    });
     EXPECT_EQ(seeks(m_big), QStringList({ "setCurrentTimeExactly 22" })) << "past the last mark";
     EXPECT_EQ(m_big.currentTime(), 22.0);
     EXPECT_EQ(m_view.sensorTexts.value(0), gText(256)); // the knock
@@ -181,40 +177,14 @@ TEST_F(PlaybackTripTest, PageKeysAndClipButtonsLandOnTheMarks)
     EXPECT_TRUE(seeks(m_big).isEmpty());
 
     // Previous / next clip move between the trip's clips.
-    m_big.clearCalls();
-    m_session->playPrevFileButtonTouched();
-    settle();
+    press([&] { m_session->playPrevFileButtonTouched(); });
     EXPECT_EQ(seeks(m_big), QStringList { "setCurrentTimeExactly 10" });
-    m_session->playNextFileButtonTouched();
-    settle();
-    EXPECT_EQ(
-        seeks(m_big), QStringList({ "setCurrentTimeExactly 10", "setCurrentTimeExactly 20" }));
+    press([&] { m_session->playNextFileButtonTouched(); });
+    EXPECT_EQ(seeks(m_big), QStringList { "setCurrentTimeExactly 20" });
 
     // Outside a trip the page keys are the list's.
     addMp4Clip(QStringLiteral("cont_rec/x_F.mp4"));
     refresh();
     playRow(0);
     EXPECT_FALSE(m_session->keyDown(Qt::Key_PageDown, Qt::NoModifier));
-}
-
-TEST_F(PlaybackTripTest, TheTripsOfTheListedFolderAreReadOffTheWindowsThread)
-{
-    // The demo-like card: two clips one after the other, timed by their names.
-    for (const char* name : { "cont_rec/20240315_101500_F.mp4", "cont_rec/20240315_101500_R.mp4",
-             "cont_rec/20240315_101600_F.mp4", "evt_rec/20240315_113000_F.mp4" })
-        addMp4Clip(QString::fromLatin1(name));
-    TripLibrary trips;
-    trips.setFolder(m_card->root());
-    bool done = false;
-    trips.whenLoaded([&] { done = true; });
-    EXPECT_TRUE(trips.isLoading());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return done; }, 10000));
-    ASSERT_EQ(trips.trips().size(), 2);
-    EXPECT_EQ(trips.trips()[0].clips.size(), 2);
-    EXPECT_TRUE(trips.trips()[0].clips[0].rear.endsWith("20240315_101500_R.mp4"));
-    EXPECT_EQ(trips.trips()[1].events.size(), 1);
-    // Another folder drops them.
-    trips.setFolder(m_dir.path());
-    EXPECT_FALSE(trips.isLoaded());
-    EXPECT_TRUE(trips.trips().isEmpty());
 }

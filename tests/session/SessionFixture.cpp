@@ -57,8 +57,18 @@ void SessionTest::playRow(int row)
     settle();
 }
 
-void SessionTest::settle()
+void settle()
 {
     for (int i = 0; i < 5; ++i)
         QCoreApplication::processEvents();
+}
+
+std::pair<bool, bool> SessionTest::tickAt(double seconds)
+{
+    const int sensorUpdates = m_view.sensorUpdates;
+    const qsizetype mapMoves = m_view.mapMoves.size();
+    m_big.setMediaTime(seconds);
+    m_small.setMediaTime(seconds);
+    m_session->playVideoTimerCallback();
+    return { m_view.sensorUpdates != sensorUpdates, m_view.mapMoves.size() != mapMoves };
 }

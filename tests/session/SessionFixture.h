@@ -16,9 +16,11 @@
 
 #include <memory>
 
+// Delivers the queued player callbacks.
+void settle();
+
 // A playback session over a card folder the test writes, a recording ffmpeg
-// stand-in, two scripted player views (prepared with kClipSeconds at once), a
-// recording view and alert sink.
+// stand-in, two scripted views (prepared at once), a recording view and alerts.
 class SessionTest : public ::testing::Test {
 protected:
     static constexpr double kClipSeconds = 180.0;
@@ -26,10 +28,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // A two-camera AVI clip (one file, two video streams) at `relativePath`
-    // whose telemetry tail holds `samples` samples: sample n has gx = n,
-    // gy = -n, gz = 128 (1 g), speed n % 200 km/h, latitude 37 + n/10000 and
-    // longitude 127 + n/10000 (or no position).
+    // A two-camera AVI clip whose telemetry tail holds `samples` samples:
+    // sample n has gx = n, gy = -n, gz = 128 (1 g), speed n % 200 km/h, and
+    // (or no position) latitude 37 + n/10000, longitude 127 + n/10000.
     QString addAviClip(
         const QString& relativePath, int samples, bool withGps = true, int videoStreams = 2);
     // An .mp4 clip; the stand-in converts it and extracts an empty subtitle file.
@@ -38,8 +39,8 @@ protected:
     void refresh();
     // Selects and plays the row, then lets the views report.
     void playRow(int row);
-    // Delivers the queued player callbacks.
-    static void settle();
+    // One tick with both views at `seconds`: whether the read-outs and the map refreshed.
+    std::pair<bool, bool> tickAt(double seconds);
     QUrl rowUrl(int row) const { return m_library.row(row).url; }
 
     QTemporaryDir m_dir;

@@ -1,6 +1,5 @@
 #include "ViewerTestSupport.h"
 
-#include "DriveClip.h"
 #include "i18n/ViewerLanguage.h"
 
 #include <QCoreApplication>
@@ -38,12 +37,6 @@ QString saveScreenshot(QWidget& widget, const QString& name)
     QCoreApplication::processEvents();
     window->screen()->grabWindow(window->winId()).save(path);
     return path;
-}
-
-bool makeTelemetryClip(
-    const QString& path, int seconds, int width, int height, int tag, const DriveClip::Drive& drive)
-{
-    return DriveClip::make(path, seconds, width, height, 15, tag, drive);
 }
 
 } // namespace ViewerTestSupport

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "DriveClip.h"
-
 #include <QString>
 
 class QWidget;
@@ -20,14 +18,5 @@ void useLanguage(const QString& code);
 // Saves a grab of the widget's window as <TAVRO_SCREENSHOT_DIR>/<name>.png
 // when that variable is set (to look at the windows); returns the path or "".
 QString saveScreenshot(QWidget& widget, const QString& name);
-
-// A card clip of `seconds` seconds from ffmpeg's test source (H.264 MP4,
-// width x height) whose subtitle track carries the camera's telemetry: ten
-// G-sensor records a second and a GPS fix a second, driving north-east at a
-// changing speed. `tag` makes front and rear differ; `drive` places the clip
-// in a drive (its GPS clock, where on the route, a knock). False when ffmpeg
-// fails.
-bool makeTelemetryClip(const QString& path, int seconds, int width, int height, int tag,
-    const DriveClip::Drive& drive = {});
 
 } // namespace ViewerTestSupport

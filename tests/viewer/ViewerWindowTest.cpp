@@ -1,6 +1,8 @@
-// The main window built in each viewer language: every control titled or with
-// a tooltip in that language, nothing clipped, menus as radio groups, the
-// language and the speed unit switched live; printing a still.
+// The main window in each viewer language: every control titled, nothing
+// clipped, the language and the speed unit switched live; its own widgets (the
+// clip list over a real library, the artwork behind every button, alerts as
+// message boxes; the zoomable area is the on-screen tests'); printing a still.
+#include "CardTreeBuilder.h"
 #include "ViewerTestSupport.h"
 
 #include "TavroVersion.h"
@@ -10,7 +12,9 @@
 #include "app/window/HeaderBar.h"
 #include "app/window/ImageButton.h"
 #include "app/window/MainWindow.h"
+#include "app/window/MessageBoxAlertSink.h"
 #include "app/window/TransportBar.h"
+#include "app/window/ViewerImages.h"
 #include "config/FolderVolumeSource.h"
 #include "config/TolmSettingManager.h"
 #include "config/VolumeUtils.h"
@@ -19,18 +23,24 @@
 #include "i18n/LocalizationKeys.h"
 #include "i18n/TavroLanguages.h"
 #include "i18n/ViewerLanguage.h"
+#include "library/ClipLibrary.h"
 #include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPrinter>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -70,8 +80,7 @@ protected:
     }
 
     // Every button and slider of the window carries a tooltip in `code`; no
-    // caption is wider than its button; the filter buttons and menus read as
-    // the language's table says.
+    // caption is wider than its button; the menus read as the language says.
     static void expectTitledIn(MainWindow& window, const QString& code)
     {
         SCOPED_TRACE(code.toStdString());
@@ -88,22 +97,14 @@ protected:
         for (QSlider* slider : window.findChildren<QSlider*>())
             EXPECT_FALSE(slider->toolTip().isEmpty()) << slider->objectName().toStdString();
 
-        const char* filterKeys[] = { LocalizationKeys::kFilterAll,
-            LocalizationKeys::kFilterContinuous, LocalizationKeys::kFilterMotion,
-            LocalizationKeys::kFilterEvent, LocalizationKeys::kFilterManual };
-        const QList<ImageButton*>& filters = window.clipListPanel()->filterButtons();
-        ASSERT_EQ(filters.size(), 5);
-        for (int i = 0; i < 5; ++i)
-            EXPECT_EQ(filters[i]->text(), localizedIn(code, filterKeys[i]));
-
-        const char* menuKeys[] = { LocalizationKeys::kMenuFile, LocalizationKeys::kMenuView,
-            LocalizationKeys::kMenuLanguage, LocalizationKeys::kMenuSpeedUnit,
-            LocalizationKeys::kMenuHelp };
+        EXPECT_EQ(window.clipListPanel()->filterButtons().at(0)->text(),
+            localizedIn(code, LocalizationKeys::kFilterAll));
         const QList<QAction*> menus = window.menuBar()->actions();
         ASSERT_EQ(menus.size(), 5);
-        for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(menus[i]->text(), localizedIn(code, menuKeys[i]));
-            for (QAction* item : menus[i]->menu()->actions())
+        EXPECT_EQ(menus[1]->text(), localizedIn(code, LocalizationKeys::kMenuView));
+        for (QAction* menu : menus) {
+            const QList<QAction*> items = menu->menu()->actions() << menu;
+            for (QAction* item : items)
                 EXPECT_TRUE(item->isSeparator() || !item->text().isEmpty());
         }
         EXPECT_EQ(window.transportBar()->snapshotButton->toolTip(),
@@ -148,10 +149,6 @@ TEST_F(ViewerWindowTest, StartsWithoutAClipAndIsTitledInEachLanguageSwitchedLive
             EXPECT_EQ(languageItems[j]->isChecked(), i == j);
         expectTitledIn(window, codes[i]);
         EXPECT_EQ(exportMenu->title(), localizedIn(codes[i], LocalizationKeys::kMenuExportRoute));
-        EXPECT_EQ(exportMenu->actions().at(0)->text(),
-            localizedIn(codes[i], LocalizationKeys::kExportRouteSelected));
-        EXPECT_EQ(exportMenu->actions().at(1)->text(),
-            localizedIn(codes[i], LocalizationKeys::kExportRouteAll));
         ViewerTestSupport::saveScreenshot(window, "window-empty-" + codes[i]);
     }
     // A folder with a clip: the route can be exported.
@@ -159,15 +156,10 @@ TEST_F(ViewerWindowTest, StartsWithoutAClipAndIsTitledInEachLanguageSwitchedLive
     TestFiles::write(card.filePath("cont_rec/20240315_081502_F.mp4"), "x");
     window.controller().selectFolderButtonTouched(QUrl::fromLocalFile(card.path()));
     EXPECT_TRUE(QTest::qWaitFor([&] { return exportMenu->menuAction()->isEnabled(); }, 5000));
-}
 
-TEST_F(ViewerWindowTest, SpeedUnitMenuSwitchesTheSpeedometer)
-{
-    MainWindow window;
-    window.showMainWindow();
+    // The speed unit menu: 100 km/h are 62 mph, redrawn at once.
     const QList<QAction*> units = window.menuBar()->actions().at(3)->menu()->actions();
     ASSERT_EQ(units.size(), 2);
-    EXPECT_EQ(units[0]->text() + '|' + units[1]->text(), "KM/H|MPH");
     EXPECT_TRUE(units[0]->isChecked());
     window.setSpeedometerSpeed(100);
     SpeedMeterView* meter = window.findChild<SpeedMeterView*>(QStringLiteral("speedMeterView"));
@@ -177,9 +169,105 @@ TEST_F(ViewerWindowTest, SpeedUnitMenuSwitchesTheSpeedometer)
     QCoreApplication::processEvents();
     EXPECT_EQ(SpeedUnit::storedSpeedUnit(), SpeedUnit::kMph);
     EXPECT_TRUE(units[1]->isChecked());
-    // 100 km/h are 62 mph, redrawn at once.
     EXPECT_EQ(meter->number10() + meter->number1(), QStringLiteral("62"));
     EXPECT_TRUE(meter->isSpeedUnitImageVisible());
+}
+
+TEST_F(ViewerWindowTest, ClipListShowsTheLibraryFiltersAndKeepsSelectionInStep)
+{
+    QTemporaryDir dir;
+    CardTreeBuilder(dir.path())
+        .addAll({ "cont_rec/b_F.mp4", "cont_rec/b_R.mp4", "evt_rec/a_F.mp4", "parking_rec/c.avi",
+            "Saved_Videos/z.mp4", "cont_rec/notes.txt" });
+    ClipLibrary library;
+    ClipListPanel panel;
+    panel.setLibrary(&library);
+    panel.resize(320, 600);
+    panel.show();
+    library.refreshVideoFileListWithURL(QUrl::fromLocalFile(dir.path()));
+    QListWidget* table = panel.fileListTableView();
+    const auto names = [table] {
+        QStringList list;
+        for (int i = 0; i < table->count(); ++i)
+            list << table->item(i)->text();
+        return list.join(' ');
+    };
+    EXPECT_EQ(names(), "z.mp4 a_F.mp4 b_F.mp4 b_R.mp4 c.avi");
+    EXPECT_EQ(panel.selectedDirTextField()->text(), dir.path());
+    // The exported clip in magenta, the others in the text colour.
+    EXPECT_EQ(table->item(0)->foreground().color(), TavroStyle::kSavedVideo);
+    EXPECT_EQ(table->item(1)->foreground().color(), TavroStyle::kText);
+    // Row 0 is selected after a refresh; a click selects in the library, and back.
+    EXPECT_EQ(table->currentRow(), 0);
+    QTest::mouseClick(
+        table->viewport(), Qt::LeftButton, {}, table->visualItemRect(table->item(2)).center());
+    EXPECT_EQ(library.selectedRow(), 2);
+    library.setSelectedRow(3);
+    EXPECT_EQ(table->currentRow(), 3);
+    // A filter button lists its clips and alone shows the pressed image.
+    const QList<ImageButton*>& filters = panel.filterButtons();
+    QTest::mouseClick(filters[3], Qt::LeftButton);
+    EXPECT_EQ(names(), "a_F.mp4 c.avi");
+    for (int i = 0; i < filters.size(); ++i) {
+        EXPECT_EQ(filters[i]->imageName(),
+            i == 3 ? ClipLibrary::kPressedFilterImage : ClipLibrary::kNormalFilterImage);
+        EXPECT_EQ(filters[i]->isHoverImageEnabled(), i != 3);
+    }
+    EXPECT_TRUE(panel.removeFileButton()->isEnabled());
+    QTest::mouseClick(filters[4], Qt::LeftButton); // manual: no clips, nothing to delete
+    EXPECT_EQ(table->count(), 0);
+    EXPECT_FALSE(panel.removeFileButton()->isEnabled());
+}
+
+TEST_F(ViewerWindowTest, EveryButtonImageHasItsHoverAndPressedDrawings)
+{
+    MainWindow window;
+    const QList<ImageButton*> buttons = window.findChildren<ImageButton*>();
+    ASSERT_FALSE(buttons.isEmpty());
+    // With the images buttons change to (play/pause, mute, the pressed filter).
+    QStringList names { "pause1", "play_1", "volume1", "volume2", "sorting_btn_60_1",
+        "sorting_btn_60_2" };
+    for (ImageButton* button : buttons)
+        names.append(button->imageName());
+    for (const QString& name : names) {
+        for (const char* state : { "", "_hover", "_click" })
+            EXPECT_FALSE(ViewerImages::path(name + state).isEmpty()) << name.toStdString() << state;
+    }
+    for (const char* image : { "mapview_cover.png", "movie_cover", "splash", "gps", "shock_gage1",
+             "shock_gage2", "earth1", "earth2", "io.github.tavro.Viewer" })
+        EXPECT_FALSE(ViewerImages::pixmap(QLatin1String(image), QSize(64, 32)).isNull()) << image;
+    EXPECT_TRUE(ViewerImages::path(QStringLiteral("no_such_image")).isEmpty());
+    EXPECT_FALSE(ViewerImages::applicationIcon().isNull());
+}
+
+TEST_F(ViewerWindowTest, AlertsAnswerWithTheCodeOfTheButtonChosen)
+{
+    MessageBoxAlertSink sink;
+    AlertRequest request;
+    request.titleKey = QString::fromUtf8("메모리카드 오류");
+    request.messageKey = QString::fromUtf8("지원하지 않는 형식으로 인코딩된 동영상입니다.");
+    request.buttonKeys = { QString::fromUtf8("아니오"), QString::fromUtf8("예") };
+    for (const int choice : { 0, 1 }) {
+        QStringList shown;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            shown << box->text() << box->informativeText();
+            QAbstractButton* chosen = nullptr;
+            for (QAbstractButton* button : box->buttons()) {
+                shown << button->text();
+                chosen = button->text() == (choice == 0 ? "No" : "Yes") ? button : chosen;
+            }
+            ASSERT_NE(chosen, nullptr);
+            chosen->click();
+        });
+        EXPECT_EQ(sink.showAlert(request), AlertSink::kFirstButtonReturn + choice);
+        // Shown in the viewer's language (English here), never as keys.
+        ASSERT_EQ(shown.size(), 4);
+        EXPECT_EQ(shown[0], "Memory Card Error");
+        EXPECT_FALSE(shown[1].isEmpty() || shown[1].contains(QString::fromUtf8("지원")));
+        EXPECT_TRUE(shown.contains("Yes") && shown.contains("No"));
+    }
 }
 
 TEST(ViewerPrintTest, StillIsPrintedLandscapeOnOnePage)

@@ -7,25 +7,16 @@
 
 namespace {
 
-bool runFfmpeg(const QStringList& args, QString* error)
+bool runFfmpeg(const QString& args, const QString& output, QString* error)
 {
     QProcess ffmpeg;
     ffmpeg.start(QStringLiteral("ffmpeg"),
-        QStringList { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
-            QStringLiteral("error"), QStringLiteral("-y") }
-            + args);
-    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitStatus() != QProcess::NormalExit
-        || ffmpeg.exitCode() != 0) {
-        *error
-            = QStringLiteral("ffmpeg failed: ") + QString::fromUtf8(ffmpeg.readAllStandardError());
-        return false;
-    }
-    return true;
-}
-
-QStringList split(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        QStringLiteral("-hide_banner -loglevel error -y ").append(args).split(u' ') << output);
+    if (ffmpeg.waitForFinished(60000) && ffmpeg.exitStatus() == QProcess::NormalExit
+        && ffmpeg.exitCode() == 0)
+        return true;
+    *error = QStringLiteral("ffmpeg failed: ") + QString::fromUtf8(ffmpeg.readAllStandardError());
+    return false;
 }
 
 bool makeClips(PlayerClips& clips, const QString& dir)
@@ -36,32 +27,30 @@ bool makeClips(PlayerClips& clips, const QString& dir)
     clips.dualStreamAvi = dir + QStringLiteral("/dual.avi");
     clips.garbage = dir + QStringLiteral("/garbage.mp4");
     clips.missing = dir + QStringLiteral("/missing.mp4");
-
     QFile garbage(clips.garbage);
     if (!garbage.open(QIODevice::WriteOnly) || garbage.write(QByteArray(4096, 'x')) != 4096)
         return false;
     garbage.close();
-
-    const QString h264 = QStringLiteral("-c:v libx264 -preset ultrafast -pix_fmt yuv420p -g 10");
-    return runFfmpeg(
-               split("-f lavfi -i color=c=red:s=320x120:r=10:d=15 -f lavfi -i "
-                     "color=c=blue:s=320x120:r=10:d=15 "
-                     "-f lavfi -i sine=frequency=440:duration=15 -filter_complex [0][1]vstack[v] "
-                     "-map [v] -map 2")
-                   + split(h264.toLatin1()) + split("-c:a aac -t 15")
-                   + QStringList { clips.redOverBlue },
-               &clips.error)
-        && runFfmpeg(split("-f lavfi -i color=c=green:s=160x120:r=10:d=4.5")
-                + split(h264.toLatin1()) + QStringList { clips.greenFractional },
-            &clips.error)
-        && runFfmpeg(split("-f lavfi -i sine=frequency=330:duration=2 -c:a aac")
-                + QStringList { clips.audioOnly },
-            &clips.error)
-        && runFfmpeg(split("-f lavfi -i color=c=red:s=320x240:r=10:d=3 -f lavfi -i "
-                           "color=c=blue:s=160x120:r=10:d=3 "
-                           "-map 0 -map 1 -c:v mjpeg -q:v 5")
-                + QStringList { clips.dualStreamAvi },
-            &clips.error);
+    const QString h264 = QStringLiteral(" -c:v libx264 -preset ultrafast -pix_fmt yuv420p -g 10");
+    const std::pair<QString, QString> made[] = {
+        { clips.redOverBlue,
+            "-f lavfi -i color=c=red:s=320x120:r=10:d=15 -f lavfi -i "
+            "color=c=blue:s=320x120:r=10:d=15 "
+            "-f lavfi -i sine=frequency=440:duration=15 -filter_complex [0][1]vstack[v] "
+            "-map [v] -map 2 -c:a aac -t 15"
+                + h264 },
+        { clips.greenFractional, "-f lavfi -i color=c=green:s=160x120:r=10:d=4.5" + h264 },
+        { clips.audioOnly, "-f lavfi -i sine=frequency=330:duration=2 -c:a aac" },
+        { clips.dualStreamAvi,
+            "-f lavfi -i color=c=red:s=320x240:r=10:d=3 -f lavfi -i "
+            "color=c=blue:s=160x120:r=10:d=3 "
+            "-map 0 -map 1 -c:v mjpeg -q:v 5" },
+    };
+    for (const auto& [output, args] : made) {
+        if (!runFfmpeg(args, output, &clips.error))
+            return false;
+    }
+    return true;
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "ScriptedPlayerView.h"
 
-#include "player/PlayerRules.h"
 #include "player/TavroAVViewDelegate.h"
 
 #include <QMetaObject>
@@ -56,11 +55,6 @@ void ScriptedPlayerView::close()
     setStatus(TavroAVViewStatus::Init);
 }
 
-bool ScriptedPlayerView::hasMovie() const
-{
-    return m_status != TavroAVViewStatus::Error && m_status != TavroAVViewStatus::Init;
-}
-
 void ScriptedPlayerView::play()
 {
     if (!m_media.loaded)
@@ -70,10 +64,10 @@ void ScriptedPlayerView::play()
     setPlayerRate(1.0f);
 }
 
-void ScriptedPlayerView::pause()
+void ScriptedPlayerView::changeRate(float rate)
 {
     if (m_media.loaded)
-        setPlayerRate(0.0f);
+        setPlayerRate(rate);
 }
 
 void ScriptedPlayerView::playPauseToggle()
@@ -82,18 +76,6 @@ void ScriptedPlayerView::playPauseToggle()
         setPlayerRate(0.0f);
     else
         play();
-}
-
-void ScriptedPlayerView::fastForward()
-{
-    if (m_media.loaded)
-        setPlayerRate(PlayerRules::nextFastForwardRate(m_media.playerRate));
-}
-
-void ScriptedPlayerView::rewind()
-{
-    if (m_media.loaded)
-        setPlayerRate(PlayerRules::nextRewindRate(m_media.playerRate));
 }
 
 void ScriptedPlayerView::step(double seconds)
@@ -108,21 +90,20 @@ void ScriptedPlayerView::step(double seconds)
 void ScriptedPlayerView::setCurrentTime(double seconds)
 {
     m_calls << QStringLiteral("setCurrentTime %1").arg(seconds);
-    if (m_media.loaded)
-        seekTo(PlayerRules::wholeSecondSeekTarget(seconds));
+    seekTo(PlayerRules::wholeSecondSeekTarget(seconds));
 }
 
 void ScriptedPlayerView::setCurrentTimeExactly(double seconds)
 {
     m_calls << QStringLiteral("setCurrentTimeExactly %1").arg(seconds);
-    if (m_media.loaded)
-        seekTo(seconds);
+    seekTo(seconds);
 }
 
+// As libmpv does, a queued seek answers later (and not for other media).
 void ScriptedPlayerView::seekTo(double seconds)
 {
-    // Measured from the position the player will have when it gets to the
-    // request, as libmpv does: a queued seek answers later.
+    if (!m_media.loaded)
+        return;
     const quint64 serial = m_media.serial;
     QMetaObject::invokeMethod(
         &m_queue,
@@ -145,11 +126,6 @@ void ScriptedPlayerView::reportTime()
         m_delegate->tavroAVViewDidUpdateTime(this, m_media.time);
 }
 
-void ScriptedPlayerView::setVolume(float volume)
-{
-    m_media.volume = std::clamp(volume, 0.0f, 1.0f);
-}
-
 void ScriptedPlayerView::swapPlayerItemWith(PlayerView& other)
 {
     // The media move; statuses, the views' rate fields and the mirror stay.
@@ -164,12 +140,6 @@ void ScriptedPlayerView::finishLoading(double durationSeconds)
     m_media.ready = true;
     m_media.duration = std::max(0.0, durationSeconds);
     setStatus(TavroAVViewStatus::Prepared);
-}
-
-void ScriptedPlayerView::failLoading()
-{
-    if (m_media.loaded && m_status == TavroAVViewStatus::Loading)
-        setStatus(TavroAVViewStatus::Error);
 }
 
 void ScriptedPlayerView::advance(double wallSeconds)
@@ -194,10 +164,4 @@ void ScriptedPlayerView::advance(double wallSeconds)
         m_media.time = next;
         reportTime();
     }
-}
-
-void ScriptedPlayerView::releaseRightButton()
-{
-    if (m_delegate)
-        m_delegate->tavroAVViewDidRequestFullscreen(this);
 }

@@ -1,16 +1,18 @@
 #pragma once
 
+#include "player/PlayerRules.h"
 #include "player/PlayerView.h"
+#include "player/TavroAVViewDelegate.h"
 
 #include <QObject>
 #include <QStringList>
 
-// A player view without media for tests of the playback session. It follows
-// the same rules as the real view (statuses queued to the delegate, rate
-// steps, whole-second seeks, restart at the end, media moving on a swap;
-// seeks and frame steps land later, from the event loop, as libmpv's do: until
-// then currentTime() reads the old position), and the test scripts what the
-// media does: finish or fail loading, advance the time, reach the end.
+#include <algorithm>
+
+// A player view without media for tests of the playback session. It keeps the
+// real view's rules (statuses queued, rate steps, whole-second seeks, restart
+// at the end, media moving on a swap; seeks and steps land later, from the
+// event loop, as libmpv's do), and the test scripts what the media does.
 class ScriptedPlayerView : public PlayerView {
 public:
     // --- PlayerView
@@ -23,12 +25,15 @@ public:
     void reset() override { close(); }
     void close() override;
     TavroAVViewStatus status() const override { return m_status; }
-    bool hasMovie() const override;
+    bool hasMovie() const override { return m_status != TavroAVViewStatus::Init; }
     void play() override;
-    void pause() override;
+    void pause() override { changeRate(0.0f); }
     void playPauseToggle() override;
-    void fastForward() override;
-    void rewind() override;
+    void fastForward() override
+    {
+        changeRate(PlayerRules::nextFastForwardRate(m_media.playerRate));
+    }
+    void rewind() override { changeRate(PlayerRules::nextRewindRate(m_media.playerRate)); }
     void stepForward() override { step(0.1); }
     void stepBackward() override { step(-0.1); }
     float rate() const override { return m_rate; }
@@ -37,7 +42,7 @@ public:
     double currentTime() const override { return m_media.loaded ? m_media.time : 0.0; }
     double duration() const override { return m_media.ready ? m_media.duration : 0.0; }
     float volume() const override { return m_media.volume; }
-    void setVolume(float volume) override;
+    void setVolume(float volume) override { m_media.volume = std::clamp(volume, 0.0f, 1.0f); }
     bool upsideDown() const override { return m_upsideDown; }
     void setUpsideDown(bool upsideDown) override { m_upsideDown = upsideDown; }
     int videoTrack() const override { return m_media.videoTrack; }
@@ -46,20 +51,15 @@ public:
     void swapPlayerItemWith(PlayerView& other) override;
 
     // --- script
-    // With a duration above 0, every load finishes by itself as Prepared
-    // with that duration; 0 (the default) leaves the view in Loading.
+    // Above 0, every load finishes by itself as Prepared with that duration.
     void setAutoPrepareDuration(double seconds) { m_autoPrepareDuration = seconds; }
-    // The loading file becomes ready (Prepared) or fails (Error).
+    // The loading file becomes ready (Prepared).
     void finishLoading(double durationSeconds);
-    void failLoading();
-    // Moves the media time forward as playback at the current rate would for
-    // `wallSeconds`, reporting each tenth of a second and the end.
+    // Plays `wallSeconds` at the current rate, reporting each tenth and the end.
     void advance(double wallSeconds);
-    // Puts the media time anywhere at once, without a report (as if the
-    // player had moved there between two reports).
+    // Moves the media time at once, without a report (between two reports).
     void setMediaTime(double seconds) { m_media.time = seconds; }
-    // The user released the right mouse button over the view.
-    void releaseRightButton();
+    void releaseRightButton() { m_delegate->tavroAVViewDidRequestFullscreen(this); }
     void setSnapshotImage(const QImage& image) { m_snapshot = image; }
 
     // Moves and loads asked for, e.g. "setFileName /a.mp4", "setCurrentTime 13", "stepForward".
@@ -84,6 +84,7 @@ private:
 
     void setStatus(TavroAVViewStatus status);
     void setPlayerRate(float rate);
+    void changeRate(float rate);
     void step(double seconds);
     // Lands on the time later, from the event loop, and reports it.
     void seekTo(double seconds);
