@@ -205,9 +205,15 @@ QStringList reencodeArguments(const QVector<CutPlan::Segment>& segments,
     if (composed) {
         graph << insetPads + QStringLiteral("concat=n=%1:v=1:a=0[inset]").arg(n);
         const int margin = even(main.height() / 40);
+        // Side by side is the front widened and the rear laid over its right
+        // half: hstack would wait forever for a rear whose frame rate
+        // differs from the front's.
         graph << (request.compose == CutPlan::Compose::PictureInPicture
                 ? QStringLiteral("[main][inset]overlay=W-w-%1:H-h-%1[both]").arg(margin)
-                : QStringLiteral("[main][inset]hstack=inputs=2[both]"));
+                : QStringLiteral("[main]pad=%1:%2[wide];[wide][inset]overlay=%3:0[both]")
+                      .arg(2 * main.width())
+                      .arg(main.height())
+                      .arg(main.width()));
         picture = QStringLiteral("[both]");
     }
     QString last = picture + QStringLiteral("format=yuv420p");

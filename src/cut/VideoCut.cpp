@@ -163,6 +163,8 @@ Result cut(const Trip& trip, const CutPlan::Request& request, const QString& out
     if (!run.succeeded || QFileInfo(partial.fileName()).size() <= 0)
         return failure(
             Status::Failed, QStringLiteral("ffmpeg failed: %1").arg(complaint(run.output)));
+    if (progress)
+        progress(result.duration, result.duration);
     usualPermissions(partial.fileName());
     if (std::rename(QFile::encodeName(partial.fileName()).constData(),
             QFile::encodeName(result.output).constData())

@@ -18,6 +18,8 @@ struct Drive {
     QDateTime startUtc;
     int fromSecond = 0;
     int knockAtTenth = -1;
+    QString colour; // a picture of this one colour instead of the test pattern
+    bool sound = false; // a tone as the clip's sound
 };
 
 // The SubRip text of that telemetry; `tag` goes into the G values so that a
