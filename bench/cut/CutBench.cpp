@@ -41,9 +41,9 @@ bool makeDrive(const QString& folder, int count, int seconds)
             { std::tuple { "_F.mp4", 1920, 1080, 0, true },
                 std::tuple { "_R.mp4", 1280, 720, 7, false } }) {
             const QString path = base + QLatin1String(suffix);
-            const DriveClip::Drive drive { at, i * seconds, -1, {}, sound };
+            const DriveClip::Drive drive { at, i * seconds, -1 };
             if (!QFileInfo::exists(path)
-                && !DriveClip::make(path, seconds, width, height, 30, tag, drive))
+                && !DriveClip::make(path, seconds, width, height, 30, tag, drive, { {}, sound }))
                 return false;
         }
         std::printf("  clip %d of %d ready\n", i + 1, count);

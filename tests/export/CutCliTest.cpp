@@ -42,10 +42,10 @@ protected:
                 + at.toString(QStringLiteral("yyyyMMdd_HHmmss"));
             s_made = s_made
                 && DriveClip::make(base + "_F.mp4", kClipSeconds, 160, 120, kFps, 0,
-                    { at, i * kClipSeconds, -1, "red", true })
+                    { at, i * kClipSeconds, -1 }, { "red", true })
                 && (i == 2
                     || DriveClip::make(base + "_R.mp4", kClipSeconds, 80, 60, kFps, 7,
-                        { at, i * kClipSeconds, -1, "blue", false }));
+                        { at, i * kClipSeconds, -1 }, { "blue", false }));
         }
     }
     static void TearDownTestSuite() { delete s_dir; }

@@ -58,8 +58,8 @@ QString telemetrySrt(int seconds, int tag, const Drive& drive)
     return text;
 }
 
-bool make(
-    const QString& path, int seconds, int width, int height, int fps, int tag, const Drive& drive)
+bool make(const QString& path, int seconds, int width, int height, int fps, int tag,
+    const Drive& drive, const Look& look)
 {
     QTemporaryDir scratch;
     const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
@@ -69,9 +69,8 @@ bool make(
         return false;
     file.close();
     QDir().mkpath(QFileInfo(path).absolutePath());
-    const QString pattern = drive.colour.isEmpty()
-        ? QStringLiteral("testsrc2=")
-        : QStringLiteral("color=c=%1:").arg(drive.colour);
+    const QString pattern = look.colour.isEmpty() ? QStringLiteral("testsrc2=")
+                                                  : QStringLiteral("color=c=%1:").arg(look.colour);
     const QString source = QStringLiteral("%1size=%2x%3:rate=%4:duration=%5")
                                .arg(pattern)
                                .arg(width)
@@ -81,7 +80,7 @@ bool make(
     QStringList arguments { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
         QStringLiteral("error"), QStringLiteral("-y"), QStringLiteral("-f"),
         QStringLiteral("lavfi"), QStringLiteral("-i"), source, QStringLiteral("-i"), srt };
-    if (drive.sound)
+    if (look.sound)
         arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i")
                   << QStringLiteral("sine=frequency=440:duration=%1").arg(seconds)
                   << QStringLiteral("-map") << QStringLiteral("2:a") << QStringLiteral("-c:a")
