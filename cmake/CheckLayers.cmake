@@ -7,13 +7,14 @@ cmake_minimum_required(VERSION 3.25)
 #   cmake -DROOT=<source dir> -DSTAMP=<file> -P CheckLayers.cmake
 
 # folder (from the project root) | the include prefixes it may use
-set(core "telemetry/,config/,library/,export/,trips/,TavroVersion.h")
+set(core "telemetry/,config/,library/,export/,trips/,cut/,TavroVersion.h")
 set(rules
     "src/telemetry|${core}"
     "src/config|${core}"
     "src/library|${core}"
     "src/export|${core}"
     "src/trips|${core}"
+    "src/cut|${core}"
     "src/i18n|${core},i18n/"
     "src/settings|${core},i18n/,settings/"
     "src/player|${core},style/,player/"
@@ -26,7 +27,7 @@ set(rules
     "tools|${core},i18n/,settings/,style/,player/,display/,editors/,cli/"
     "fuzz|${core},i18n/,settings/,style/,player/,display/,editors/,cli/")
 
-set(layer_folders "telemetry;config;library;export;trips;i18n;settings;style;player;display;editors;cli;app")
+set(layer_folders "telemetry;config;library;export;trips;cut;i18n;settings;style;player;display;editors;cli;app")
 set(problems "")
 foreach(rule IN LISTS rules)
     string(REPLACE "|" ";" parts "${rule}")

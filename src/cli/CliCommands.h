@@ -28,3 +28,4 @@ int runConvertCommand(const QStringList& args, CliIo& io);
 int runSettingsCommand(const QStringList& args, CliIo& io);
 int runExportCommand(const QStringList& args, CliIo& io);
 int runTripsCommand(const QStringList& args, CliIo& io);
+int runCutCommand(const QStringList& args, CliIo& io);

@@ -30,6 +30,9 @@ constexpr std::array kCommands {
     CommandEntry {
         "export", runExportCommand, "export DIR [--format gpx|kml|geojson|csv] [--output FILE]" },
     CommandEntry { "trips", runTripsCommand, "trips DIR [--gap SECONDS]" },
+    CommandEntry { "cut", runCutCommand,
+        "cut DIR --trip N --from SECONDS --to SECONDS --output FILE.mp4 [--camera front|rear] "
+        "[--compose pip|side] [--overlay]" },
 };
 
 void printUsage(QTextStream& err)

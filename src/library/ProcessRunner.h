@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 // Runs one child process to its end. The viewer runs ffmpeg through this seam
 // so that tests can record the argument lists instead of starting a program.
 //
@@ -28,6 +30,19 @@ public:
     virtual Result execute(const QString& program, const QStringList& arguments)
     {
         return { run(program, arguments), true };
+    }
+
+    // The same, handing what the program writes to `sink` as it arrives (a
+    // long ffmpeg run reports its progress this way). A runner that cannot
+    // stream hands all of it over at the end.
+    using OutputSink = std::function<void(const QByteArray& chunk)>;
+    virtual Result executeStreaming(
+        const QString& program, const QStringList& arguments, const OutputSink& sink)
+    {
+        Result result = execute(program, arguments);
+        if (sink && !result.output.isEmpty())
+            sink(result.output);
+        return result;
     }
 
     // May be called from any thread: ends the child that is running (its

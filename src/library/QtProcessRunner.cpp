@@ -15,6 +15,12 @@ QByteArray QtProcessRunner::run(const QString& program, const QStringList& argum
 
 ProcessRunner::Result QtProcessRunner::execute(const QString& program, const QStringList& arguments)
 {
+    return executeStreaming(program, arguments, {});
+}
+
+ProcessRunner::Result QtProcessRunner::executeStreaming(
+    const QString& program, const QStringList& arguments, const OutputSink& sink)
+{
     if (program.isEmpty() || m_cancelled)
         return {};
     // The QProcess lives on this stack frame: if anything unwinds, its
@@ -37,10 +43,16 @@ ProcessRunner::Result QtProcessRunner::execute(const QString& program, const QSt
             break;
         }
         process.waitForReadyRead(kPollMs);
-        result.output += process.readAll();
+        const QByteArray chunk = process.readAll();
+        result.output += chunk;
+        if (sink && !chunk.isEmpty())
+            sink(chunk);
     }
     process.waitForFinished(-1);
-    result.output += process.readAll();
+    const QByteArray rest = process.readAll();
+    result.output += rest;
+    if (sink && !rest.isEmpty())
+        sink(rest);
     result.succeeded
         = !killed && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     qCDebug(lcLibrary) << program << arguments << "exited with" << process.exitCode();

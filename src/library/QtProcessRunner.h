@@ -13,11 +13,14 @@ public:
     QByteArray run(const QString& program, const QStringList& arguments) override;
     // A cancelled run, a crash or a kill is no success.
     Result execute(const QString& program, const QStringList& arguments) override;
+    Result executeStreaming(
+        const QString& program, const QStringList& arguments, const OutputSink& sink) override;
 
     // May be called from any thread: kills the child that is running (its
     // run() returns what was read so far) and makes later runs return empty
     // at once until resetCancel(). For a viewer that quits while a worker
-    // thread is converting.
+    // thread is converting, and for a signal handler: it only stores a
+    // lock-free flag, which is safe there.
     void cancel() override { m_cancelled = true; }
     void resetCancel() override { m_cancelled = false; }
 

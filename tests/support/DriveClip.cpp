@@ -58,8 +58,8 @@ QString telemetrySrt(int seconds, int tag, const Drive& drive)
     return text;
 }
 
-bool make(
-    const QString& path, int seconds, int width, int height, int fps, int tag, const Drive& drive)
+bool make(const QString& path, int seconds, int width, int height, int fps, int tag,
+    const Drive& drive, const Look& look)
 {
     QTemporaryDir scratch;
     const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
@@ -69,22 +69,31 @@ bool make(
         return false;
     file.close();
     QDir().mkpath(QFileInfo(path).absolutePath());
-    const QString source = QStringLiteral("testsrc2=size=%1x%2:rate=%3:duration=%4")
+    const QString pattern = look.colour.isEmpty() ? QStringLiteral("testsrc2=")
+                                                  : QStringLiteral("color=c=%1:").arg(look.colour);
+    const QString source = QStringLiteral("%1size=%2x%3:rate=%4:duration=%5")
+                               .arg(pattern)
                                .arg(width)
                                .arg(height)
                                .arg(fps)
                                .arg(seconds);
+    QStringList arguments { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
+        QStringLiteral("error"), QStringLiteral("-y"), QStringLiteral("-f"),
+        QStringLiteral("lavfi"), QStringLiteral("-i"), source, QStringLiteral("-i"), srt };
+    if (look.sound)
+        arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i")
+                  << QStringLiteral("sine=frequency=440:duration=%1").arg(seconds)
+                  << QStringLiteral("-map") << QStringLiteral("2:a") << QStringLiteral("-c:a")
+                  << QStringLiteral("aac");
+    arguments << QStringLiteral("-map") << QStringLiteral("0:v") << QStringLiteral("-map")
+              << QStringLiteral("1:s");
+    arguments << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
+              << QStringLiteral("ultrafast") << QStringLiteral("-pix_fmt")
+              << QStringLiteral("yuv420p") << QStringLiteral("-g") << QString::number(fps)
+              << QStringLiteral("-c:s") << QStringLiteral("mov_text") << path;
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
-    ffmpeg.start(QStringLiteral("ffmpeg"),
-        { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"), QStringLiteral("error"),
-            QStringLiteral("-y"), QStringLiteral("-f"), QStringLiteral("lavfi"),
-            QStringLiteral("-i"), source, QStringLiteral("-i"), srt, QStringLiteral("-map"),
-            QStringLiteral("0:v"), QStringLiteral("-map"), QStringLiteral("1:s"),
-            QStringLiteral("-c:v"), QStringLiteral("libx264"), QStringLiteral("-preset"),
-            QStringLiteral("ultrafast"), QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"),
-            QStringLiteral("-g"), QString::number(fps), QStringLiteral("-c:s"),
-            QStringLiteral("mov_text"), path });
+    ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
     if (!ffmpeg.waitForFinished(600000) || ffmpeg.exitStatus() != QProcess::NormalExit
         || ffmpeg.exitCode() != 0) {
         qWarning("ffmpeg failed: %s", ffmpeg.readAll().constData());

@@ -20,12 +20,19 @@ struct Drive {
     int knockAtTenth = -1;
 };
 
+// What the clip shows and sounds like: the test pattern without sound, or
+// one colour (a name ffmpeg knows) and a tone.
+struct Look {
+    QString colour;
+    bool sound = false;
+};
+
 // The SubRip text of that telemetry; `tag` goes into the G values so that a
 // front and a rear clip differ.
 QString telemetrySrt(int seconds, int tag, const Drive& drive = {});
 
 // Writes the H.264 MP4 (width x height at fps); false when ffmpeg fails.
 bool make(const QString& path, int seconds, int width, int height, int fps, int tag,
-    const Drive& drive = {});
+    const Drive& drive = {}, const Look& look = {});
 
 } // namespace DriveClip
