@@ -42,7 +42,18 @@ QSize insetSize(const CutPlan::Request& request, QSize mainSize)
 {
     if (request.compose == CutPlan::Compose::PictureInPicture)
         return { even(mainSize.width() / 4), even(mainSize.height() / 4) };
+    if (request.compose == CutPlan::Compose::SideBySide)
+        return { even(mainSize.width() / 2), even(mainSize.height()) };
     return { even(mainSize.width()), even(mainSize.height()) };
+}
+
+// A camera's picture fitted into a box of `size`, black bars where the aspects differ.
+QString fittedInto(QSize size)
+{
+    return QStringLiteral("scale=%1:%2:force_original_aspect_ratio=decrease,"
+                          "pad=%1:%2:(ow-iw)/2:(oh-ih)/2,setsar=1")
+        .arg(size.width())
+        .arg(size.height());
 }
 
 struct Inputs {
@@ -138,10 +149,9 @@ QStringList copyArguments(
     return arguments;
 }
 
-QSize outputSize(const CutPlan::Request& request, QSize mainSize)
+QSize outputSize(const CutPlan::Request&, QSize mainSize)
 {
-    if (request.compose == CutPlan::Compose::SideBySide)
-        return { 2 * even(mainSize.width()), even(mainSize.height()) };
+    // Every kind of cut is one picture the size of the main camera's.
     return { even(mainSize.width()), even(mainSize.height()) };
 }
 
@@ -160,12 +170,10 @@ QStringList reencodeArguments(const QVector<CutPlan::Segment>& segments,
     for (int i = 0; i < segments.size(); ++i) {
         const CutPlan::Segment& segment = segments[i];
         const int m = inputs.addFile(segment, segment.main.path);
-        graph << QStringLiteral("[%1:%2]scale=%3:%4,setsar=1[m%5]")
-                     .arg(m)
-                     .arg(videoStream(segment.main))
-                     .arg(main.width())
-                     .arg(main.height())
-                     .arg(i);
+        const QString fit = request.compose == CutPlan::Compose::SideBySide
+            ? fittedInto(inset)
+            : QStringLiteral("scale=%1:%2,setsar=1").arg(main.width()).arg(main.height());
+        graph << QStringLiteral("[%1:%2]%3[m%4]").arg(m).arg(videoStream(segment.main), fit).arg(i);
         mainPads += QStringLiteral("[m%1]").arg(i);
         if (audio) {
             const int a = segment.mainHasAudio
@@ -178,12 +186,9 @@ QStringList reencodeArguments(const QVector<CutPlan::Segment>& segments,
         // The second camera fitted into its box; black where the clip has none.
         if (segment.inset.isValid()) {
             const int r = inputs.addFile(segment, segment.inset.path);
-            graph << QStringLiteral("[%1:%2]scale=%3:%4:force_original_aspect_ratio=decrease,"
-                                    "pad=%3:%4:(ow-iw)/2:(oh-ih)/2,setsar=1[r%5]")
+            graph << QStringLiteral("[%1:%2]%3[r%4]")
                          .arg(r)
-                         .arg(videoStream(segment.inset))
-                         .arg(inset.width())
-                         .arg(inset.height())
+                         .arg(videoStream(segment.inset), fittedInto(inset))
                          .arg(i);
         } else {
             const int r = inputs.addGenerated(segment,
@@ -205,15 +210,15 @@ QStringList reencodeArguments(const QVector<CutPlan::Segment>& segments,
     if (composed) {
         graph << insetPads + QStringLiteral("concat=n=%1:v=1:a=0[inset]").arg(n);
         const int margin = even(main.height() / 40);
-        // Side by side is the front widened and the rear laid over its right
-        // half: hstack would wait forever for a rear whose frame rate
-        // differs from the front's.
+        // Side by side is the front (in the left half) padded to the whole
+        // width and the rear laid over the right half: hstack would wait
+        // forever for a rear whose frame rate differs from the front's.
         graph << (request.compose == CutPlan::Compose::PictureInPicture
                 ? QStringLiteral("[main][inset]overlay=W-w-%1:H-h-%1[both]").arg(margin)
                 : QStringLiteral("[main]pad=%1:%2[wide];[wide][inset]overlay=%3:0[both]")
-                      .arg(2 * main.width())
+                      .arg(main.width())
                       .arg(main.height())
-                      .arg(main.width()));
+                      .arg(inset.width()));
         picture = QStringLiteral("[both]");
     }
     QString last = picture + QStringLiteral("format=yuv420p");

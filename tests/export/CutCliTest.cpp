@@ -164,10 +164,11 @@ TEST_F(CutCli, BothCamerasInOnePictureExactToTheFrame)
 
     const QJsonObject side = cut("side.mp4", 2.5, 7.4, { "--compose", "side" });
     const QString wide = m_out.filePath("side.mp4");
-    EXPECT_TRUE(probe(wide).contains("width=320\nheight=120\n"));
-    EXPECT_TRUE(isRed(pixel(wide, 1.0, 80, 60, 320)));
-    EXPECT_TRUE(isBlue(pixel(wide, 1.0, 240, 60, 320)));
-    EXPECT_TRUE(isBlack(pixel(wide, 4.5, 240, 60, 320)));
+    // One picture the front's size, each camera fitted into its half.
+    EXPECT_TRUE(probe(wide).contains("width=160\nheight=120\nnb_read_packets=49\n"));
+    EXPECT_TRUE(isRed(pixel(wide, 1.0, 40, 60, 160)));
+    EXPECT_TRUE(isBlue(pixel(wide, 1.0, 120, 60, 160)));
+    EXPECT_TRUE(isBlack(pixel(wide, 4.5, 120, 60, 160)));
 }
 
 TEST_F(CutCli, OverlayDrawsTheTelemetryOnThePicture)
