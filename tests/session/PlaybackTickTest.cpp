@@ -2,8 +2,6 @@
 // often the read-outs and the map refresh, the time text, seeks and steps.
 #include "SessionFixture.h"
 
-#include "app/session/SessionTexts.h"
-
 #include <functional>
 
 namespace {
@@ -70,21 +68,6 @@ TEST_F(PlaybackTickTest, ShowsTheSampleOfTheTenthOfASecondAndRefreshesAfterInter
         EXPECT_EQ(tickAt(t.seconds), std::pair(t.sensors, t.map)) << t.seconds;
 }
 
-TEST(SessionTextsTest, PlayTimeText)
-{
-    const struct {
-        double time;
-        double duration;
-        const char* text;
-    } cases[] = {
-        { 59.9, 61.2, "00:59/01:01" }, { 0.0, 0.0, "00:00/00:00" },
-        { 61.999, 180.0, "01:01/03:00" }, { 3599.99, 3600.0, "59:59/60:00" },
-        { 4500.0, 4500.0, "75:00/75:00" }, // minutes are not wrapped at 60
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(SessionTexts::playTimeText(c.time, c.duration), QString::fromLatin1(c.text));
-}
-
 TEST_F(PlaybackTickTest, SeekingLandsOnTheWholeSecondAndTheDisplaysFollowOnceThePlayerIsThere)
 {
     playTelemetryClip(650);
@@ -124,9 +107,8 @@ TEST_F(PlaybackTickTest, FrameStepsAndPausedSeeksShowTheMomentTheyLandOn)
         double landed; // the player's position once it has answered
     } steps[] = {
         { "step back", [this] { m_session->rewindButtonTouched(); }, 19.95 },
-        { "step back again", [this] { m_session->rewindButtonTouched(); }, 19.85 },
-        { "step forward", [this] { m_session->fastForwardButtonTouched(); }, 19.95 },
-        { "key left", [this] { m_session->keyDown(Qt::Key_Left, {}); }, 19.85 },
+        { "step forward", [this] { m_session->fastForwardButtonTouched(); }, 20.05 },
+        { "key left", [this] { m_session->keyDown(Qt::Key_Left, {}); }, 19.95 },
         { "paused seek", [this] { m_session->seekTimeSliderTouchedUp(7.2); }, 7.0 },
         { "step after the seek", [this] { m_session->fastForwardButtonTouched(); }, 7.1 },
     };
@@ -138,7 +120,7 @@ TEST_F(PlaybackTickTest, FrameStepsAndPausedSeeksShowTheMomentTheyLandOn)
         settle();
         ASSERT_NEAR(m_big.currentTime(), step.landed, 1e-9) << step.what;
         expectSample(int(step.landed * 10.0 + 1e-6), step.what);
-        EXPECT_EQ(m_view.playTimeText, SessionTexts::playTimeText(step.landed, kClipSeconds));
+        EXPECT_EQ(m_view.playTimeText, QString::asprintf("00:%02d/03:00", int(step.landed)));
     }
 }
 

@@ -37,10 +37,7 @@ public:
     void moveMapToLat(float lat, float lng) override { mapMoves.append({ lat, lng }); }
     void setMapCovered(bool covered) override { mapCovered = covered; }
     void setGpsIndicatorVisible(bool visible) override { gpsIndicatorVisible = visible; }
-    void setIndicatorImages(const QString& shock, const QString& earth) override
-    {
-        indicatorImages = shock + u'+' + earth;
-    }
+    void setIndicatorImages(const QString&, const QString&) override { }
     void setMovieCoversVisible(bool big, bool small) override { covers = { big, small }; }
     void setPlayPauseImage(const QString& name) override { playPauseImage = name; }
     void setMuteImage(const QString& name) override { muteImage = name; }
@@ -72,7 +69,6 @@ public:
     QList<QPair<float, float>> mapMoves;
     bool mapCovered = false;
     bool gpsIndicatorVisible = false;
-    QString indicatorImages; // "shock+earth"
     QPair<bool, bool> covers { true, true }; // over the big and the small view
     QString playPauseImage;
     QString muteImage;

@@ -8,7 +8,6 @@
 #include "settings/format/CardFormatter.h"
 #include "settings/format/CardSheet.h"
 
-#include <QFileInfo>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -87,36 +86,29 @@ protected:
 
 } // namespace
 
-// "예" runs the format behind a disabled button, then shows the result; or
-// leaves the empty touch-calibration marker and says so.
-TEST_F(CardOperationDialogTest, YesRunsTheOperationThenShowsTheResult)
+// "예" runs the format behind a disabled button, then shows the result.
+// (The touch-calibration marker's reset is the card layer's test.)
+TEST_F(CardOperationDialogTest, YesRunsTheFormatThenShowsTheResult)
 {
     using Outcome = FormatResult::Outcome;
-    for (const int run : { 0, 1, 2 }) { // formatted, failed, touch reset
-        const bool touch = run == 2;
-        const Outcome outcome = run == 0 ? Outcome::Formatted : Outcome::Failed;
-        QPointer<CardOperationDialog> operation
-            = touch ? askTouchCalibrationReset(m_editor.get(), m_card.path()) : format(outcome);
+    for (const Outcome outcome : { Outcome::Formatted, Outcome::Failed }) {
+        QPointer<CardOperationDialog> operation = format(outcome);
         QSignalSpy ended(operation.data(), &CardOperationDialog::formatFinished);
         QSignalSpy finished(operation.data(), &CardOperationDialog::finished);
         CardSheetDialog* sheet = sheetOf(operation);
-        EXPECT_EQ(sheet->informativeText(),
-            shown(touch ? CardSheetKeys::kTouchQuestion : CardSheetKeys::kFormatQuestion));
+        EXPECT_EQ(sheet->informativeText(), shown(CardSheetKeys::kFormatQuestion));
         EXPECT_EQ(sheet->windowModality(), Qt::WindowModal);
         EXPECT_EQ(sheet->buttons().value(1)->text(), shown(CardSheetKeys::kYes));
         QTest::mouseClick(sheet->buttons()[1], Qt::LeftButton);
-        if (!touch) {
-            EXPECT_EQ(sheet->informativeText(), shown(CardSheetKeys::kFormatting));
-            ASSERT_EQ(sheet->buttons().size(), 1);
-            EXPECT_FALSE(sheet->buttons()[0]->isEnabled());
-            EXPECT_TRUE(sheet->progressBar()->isVisible());
-            QTest::keyClick(sheet, Qt::Key_Escape); // can't be dismissed while the tool runs
-            ASSERT_TRUE(QTest::qWaitFor([&] { return ended.size() == 1; }, kWaitMs));
-            EXPECT_EQ(ended[0][0].toBool(), outcome == Outcome::Formatted);
-        }
-        const QString result = touch        ? CardSheetKeys::kTouchDone
-            : outcome == Outcome::Formatted ? CardSheetKeys::kFormatDone
-                                            : CardSheetKeys::kFormatFailed;
+        EXPECT_EQ(sheet->informativeText(), shown(CardSheetKeys::kFormatting));
+        ASSERT_EQ(sheet->buttons().size(), 1);
+        EXPECT_FALSE(sheet->buttons()[0]->isEnabled());
+        EXPECT_TRUE(sheet->progressBar()->isVisible());
+        QTest::keyClick(sheet, Qt::Key_Escape); // can't be dismissed while the tool runs
+        ASSERT_TRUE(QTest::qWaitFor([&] { return ended.size() == 1; }, kWaitMs));
+        EXPECT_EQ(ended[0][0].toBool(), outcome == Outcome::Formatted);
+        const QString result = outcome == Outcome::Formatted ? CardSheetKeys::kFormatDone
+                                                             : CardSheetKeys::kFormatFailed;
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return sheet->informativeText() == shown(result); }, kWaitMs));
         EXPECT_FALSE(sheet->progressBar()->isVisible());
@@ -128,8 +120,6 @@ TEST_F(CardOperationDialogTest, YesRunsTheOperationThenShowsTheResult)
         ASSERT_TRUE(QTest::qWaitFor([&] { return operation.isNull(); }, kWaitMs));
     }
     EXPECT_EQ(m_formats, 2);
-    EXPECT_TRUE(QFileInfo::exists(m_marker));
-    EXPECT_EQ(TestFiles::read(m_marker), QByteArray());
 }
 
 TEST_F(CardOperationDialogTest, ReturnEscapeAndNoOnAQuestionThatErasesRunNothing)
@@ -153,17 +143,6 @@ TEST_F(CardOperationDialogTest, ReturnEscapeAndNoOnAQuestionThatErasesRunNothing
     }
     EXPECT_EQ(m_formats, 0);
     EXPECT_EQ(TestFiles::read(m_marker), QByteArray("calibration"));
-}
-
-// A refused card (here a folder on the system disk) gets the one-button sheet.
-TEST_F(CardOperationDialogTest, ARefusalShowsItsSheetAndCloses)
-{
-    QPointer<CardOperationDialog> operation = askFormat(m_editor.get(), m_card.path());
-    CardSheetDialog* sheet = sheetOf(operation);
-    EXPECT_EQ(sheet->informativeText(), shown(CardSheetKeys::kCannotFormat));
-    ASSERT_EQ(sheet->buttons().size(), 1);
-    QTest::mouseClick(sheet->buttons()[0], Qt::LeftButton);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return operation.isNull(); }, kWaitMs));
 }
 
 TEST_F(CardOperationDialogTest, ClosingTheEditorWhileFormattingLeavesNothingBehind)

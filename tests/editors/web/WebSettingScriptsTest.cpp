@@ -6,9 +6,7 @@
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "editors/web/CardPageAccess.h"
-#include "editors/web/WebNotification.h"
 #include "editors/web/WebSettingCard.h"
-#include "editors/web/WebSettingWindow.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -19,10 +17,6 @@ namespace WS = WebSettingScripts;
 
 TEST(WebSettingScripts, RecordTravelsAsUpperCaseHexAndComesBackByPairs)
 {
-    QByteArray all; // every byte value there and back
-    for (int b = 0; b < 256; ++b)
-        all.append(char(b));
-    EXPECT_EQ(WS::dataFromCfgString(WS::cfgStringWithData(all).toLower()), all);
     EXPECT_EQ(WS::cfgStringWithData(QByteArray("\x0a\x1b\xff", 3)), QStringLiteral("0A1BFF"));
     const struct {
         const char* text;
@@ -94,26 +88,6 @@ TEST(WebSettingCard, FilesOfTheCard)
         TestFiles::write(path, QByteArray(size, 'r'));
         EXPECT_EQ(WebSettingCard::readRecord(path).size(), size == 65536 ? size : 0);
     }
-}
-
-// The page's numbers (notification index, button count, record size): the
-// leading integer, clamped to an int.
-TEST(WebNotification, LeadingIntegerOfAField)
-{
-    const struct {
-        const char* text;
-        int value;
-    } numbers[]
-        = { { " \t-7x", -7 }, { "+5", 5 }, { "x1", 0 }, { "-", 0 }, { "99999999999", 2147483647 },
-              { "-2147483648", -2147483647 - 1 }, { "-99999999999", -2147483647 - 1 } };
-    for (const auto& n : numbers)
-        EXPECT_EQ(leadingIntValue(QString::fromLatin1(n.text)), n.value) << n.text;
-}
-
-TEST(WebSettingWindow, CentredOverTheOtherWindowEvenWhenLarger)
-{
-    EXPECT_EQ(WebSettingWindow::centeredOrigin(QRect(100, 50, 800, 600), QSize(1040, 720)),
-        QPoint(-20, -10));
 }
 
 TEST(CardPageAccess, OnlyFilesInsideTheCardsHtmlFolder)

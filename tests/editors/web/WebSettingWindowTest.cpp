@@ -156,12 +156,8 @@ TEST_F(WebSettingWindowTest, PageTalksToTheViewerAndSaveWritesWhatItReturned)
     const QVariantList names = seen["names"].toArray().toVariantList();
     for (const WebDashcam::ScriptName& name : WebDashcam::scriptNames())
         EXPECT_TRUE(names.contains(name.first)) << qPrintable(name.first);
-    // What the viewer told the page.
-    EXPECT_EQ(seen["languages"].toArray().toVariantList(), (QVariantList { "en", "fr", "es" }));
+    // What the viewer told the page (the controller test has every script's text).
     EXPECT_EQ(seen["language"].toString(), "fr");
-    EXPECT_EQ(
-        QStringList({ seen["date"].toString(), seen["hour"].toString(), seen["min"].toString() }),
-        QStringList({ "2020,05,17", "08", "09" }));
     EXPECT_EQ(js("record").toString().toUtf8(), m_record.toHex().toUpper());
     EXPECT_TRUE(seen["calls"].toArray().contains("generateSetting:false"));
     EXPECT_EQ(m_window->controller()->modelName(), "ProbeCam");
