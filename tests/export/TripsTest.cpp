@@ -3,6 +3,7 @@
 #include "ExportTestSupport.h"
 
 #include "CardTreeBuilder.h"
+#include "DriveClip.h"
 #include "FfmpegClipBuilder.h"
 #include "TelemetryTextBuilders.h"
 #include "TestFiles.h"
@@ -103,8 +104,7 @@ TEST(Trips, ContainerLengthStreamsAndPictureSize)
     const QString mp4 = dir.filePath("front_F.mp4");
     ASSERT_TRUE(FfmpegClipBuilder::makeDualStreamAvi(avi, true))
         << FfmpegClipBuilder::lastLog().toStdString();
-    ASSERT_TRUE(
-        FfmpegClipBuilder::makeSubtitledMp4(mp4, FfmpegClipBuilder::telemetrySrt(1, 0), 96));
+    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(mp4, DriveClip::telemetrySrt(1, 0), 96));
 
     const ClipMediaInfo two = ClipMediaInfo::read(avi);
     EXPECT_NEAR(two.seconds, 1.0, 0.05);

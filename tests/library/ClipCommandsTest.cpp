@@ -1,5 +1,6 @@
 // The `tavro clips` and `tavro convert` commands, run as a user would.
 #include "CardTreeBuilder.h"
+#include "DriveClip.h"
 #include "FfmpegClipBuilder.h"
 #include "TestFiles.h"
 
@@ -78,9 +79,9 @@ TEST_F(ClipCommandsTest, ConvertPrintsThePlayableFiles)
     if (!TestFiles::haveTool("ffmpeg"))
         GTEST_SKIP() << "ffmpeg is not installed";
     const QString front = m_card.path("evt_rec/a_F.mp4");
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(front, FfmpegClipBuilder::telemetrySrt(1, 5)));
+    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(front, DriveClip::telemetrySrt(1, 5)));
     ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(
-        m_card.path("evt_rec/a_R.mp4"), FfmpegClipBuilder::telemetrySrt(1, 6)));
+        m_card.path("evt_rec/a_R.mp4"), DriveClip::telemetrySrt(1, 6)));
     result = run({ "convert", front });
     EXPECT_EQ(result.exitCode, 0) << result.err.constData();
     const QString folder

@@ -2,6 +2,7 @@
 // the chosen folder, double-clicks, copies, stills and prints of the clip in
 // the large view, and a slow conversion given up.
 #include "CardBuilder.h"
+#include "DriveClip.h"
 #include "FakeVolumeSource.h"
 #include "FfmpegClipBuilder.h"
 #include "SessionFixture.h"
@@ -207,7 +208,7 @@ TEST(MainWindowControllerSlowClipTest, PreparationRunsAsideAndCanBeCancelled)
     QFile::setPermissions(slow, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     CardTreeBuilder card(dir.filePath(QStringLiteral("card")));
     const QString clip = card.path(QStringLiteral("cont_rec/slow_F.mp4"));
-    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(clip, FfmpegClipBuilder::telemetrySrt(20, 0)));
+    ASSERT_TRUE(FfmpegClipBuilder::makeSubtitledMp4(clip, DriveClip::telemetrySrt(20, 0)));
     Utils::SetFFMPEGPath(slow);
     const QString work = dir.filePath(QStringLiteral("work"));
     ScriptedPlayerView big, small;

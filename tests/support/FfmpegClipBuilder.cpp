@@ -79,33 +79,6 @@ bool makeSubtitledMp4(const QString& path, const QString& srtText, int width)
     return runTool(QStringLiteral("ffmpeg"), arguments);
 }
 
-QString telemetrySrt(int seconds, int tag)
-{
-    QString text;
-    int counter = 1;
-    auto block = [&](int startMs, int endMs, const QString& payload) {
-        auto stamp = [](int ms) {
-            return QStringLiteral("00:00:%1,%2")
-                .arg(ms / 1000, 2, 10, QChar(u'0'))
-                .arg(ms % 1000, 3, 10, QChar(u'0'));
-        };
-        text += QStringLiteral("%1\n%2 --> %3\n%4\n\n")
-                    .arg(counter++)
-                    .arg(stamp(startMs), stamp(endMs), payload);
-    };
-    for (int second = 0; second < seconds; ++second) {
-        for (int i = 0; i < 5; ++i) {
-            const int start = second * 1000 + i * 150;
-            block(start, start + 150,
-                QStringLiteral("gsensor,%1,%2,%3").arg(tag).arg(i - 2).arg(128 + second));
-        }
-        block(second * 1000 + 750, second * 1000 + 1000,
-            QStringLiteral("GPRMC,1200%1,A,3723.1234,N,12658.5678,E,10.5")
-                .arg(second, 2, 10, QChar(u'0')));
-    }
-    return text;
-}
-
 QStringList streams(const QString& path)
 {
     QByteArray output;

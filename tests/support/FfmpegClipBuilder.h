@@ -16,11 +16,6 @@ bool makeDualStreamAvi(const QString& path, bool withAudio);
 // blocks of `srtText`.
 bool makeSubtitledMp4(const QString& path, const QString& srtText, int width = 64);
 
-// SubRip text with the camera's telemetry records: per second, five
-// "gsensor" records and one "GPRMC" sentence; `tag` goes into the G values so
-// that front and rear files differ.
-QString telemetrySrt(int seconds, int tag);
-
 // ffprobe's view of a file's streams, one entry per stream:
 // "video WxH", "audio" or "subtitle".
 QStringList streams(const QString& path);
