@@ -8,11 +8,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDesktopServices>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
@@ -96,10 +96,13 @@ void VideoExportDialog::build()
     m_progressText = new QLabel(this);
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(QStringLiteral("videoExportProgress"));
-    auto* buttons = new QDialogButtonBox(this);
-    // Cancel first, then the confirming button, as every page of the viewer.
-    m_cancel = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
-    m_start = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    // Cancel first, then the confirming button, as on every page of the viewer.
+    auto* buttons = new QHBoxLayout;
+    m_cancel = new QPushButton(this);
+    m_start = new QPushButton(this);
+    buttons->addStretch(1);
+    buttons->addWidget(m_cancel);
+    buttons->addWidget(m_start);
     m_start->setObjectName(QStringLiteral("videoExportStart"));
     m_cancel->setObjectName(QStringLiteral("videoExportCancel"));
     m_start->setDefault(true);
@@ -111,7 +114,7 @@ void VideoExportDialog::build()
     layout->addSpacing(8);
     layout->addWidget(m_progressText);
     layout->addWidget(m_progress);
-    layout->addWidget(buttons);
+    layout->addLayout(buttons);
     setMinimumWidth(520);
     applyTexts();
     setRunning(false);
