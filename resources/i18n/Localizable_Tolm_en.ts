@@ -1165,5 +1165,117 @@ Take the card out and insert it again.</translation>
         <extracomment>Message: the route file could not be written</extracomment>
         <translation>The route file could not be saved. Choose another folder.</translation>
     </message>
+    <message>
+        <source>시작 표시</source>
+        <extracomment>Seek slider tooltip: the in mark of the span to export, then its time</extracomment>
+        <translation>In</translation>
+    </message>
+    <message>
+        <source>끝 표시</source>
+        <extracomment>Seek slider tooltip: the out mark of the span to export, then its time</extracomment>
+        <translation>Out</translation>
+    </message>
+    <message>
+        <source>동영상 내보내기…</source>
+        <extracomment>Menu File: one MP4 of the clip, the trip or the marked span</extracomment>
+        <translation>Export Video…</translation>
+    </message>
+    <message>
+        <source>동영상 내보내기</source>
+        <extracomment>Title of the video export dialog</extracomment>
+        <translation>Export Video</translation>
+    </message>
+    <message>
+        <source>범위</source>
+        <extracomment>Video export: caption of the range choices</extracomment>
+        <translation>Range</translation>
+    </message>
+    <message>
+        <source>현재 동영상</source>
+        <extracomment>Video export: the clip shown</extracomment>
+        <translation>Current clip</translation>
+    </message>
+    <message>
+        <source>트립 전체</source>
+        <extracomment>Video export: the whole trip playing</extracomment>
+        <translation>Whole trip</translation>
+    </message>
+    <message>
+        <source>시작 표시(I)부터 끝 표시(O)까지</source>
+        <extracomment>Video export: the span between the marks set with the I and O keys</extracomment>
+        <translation>From the in mark (I) to the out mark (O)</translation>
+    </message>
+    <message>
+        <source>카메라</source>
+        <extracomment>Video export: caption of the camera choices</extracomment>
+        <translation>Camera</translation>
+    </message>
+    <message>
+        <source>전방 카메라</source>
+        <extracomment>Video export: the front camera alone, copied without loss</extracomment>
+        <translation>Front camera</translation>
+    </message>
+    <message>
+        <source>후방 카메라</source>
+        <extracomment>Video export: the rear camera alone, copied without loss</extracomment>
+        <translation>Rear camera</translation>
+    </message>
+    <message>
+        <source>나란히 (전방 | 후방)</source>
+        <extracomment>Video export: both cameras, front left and rear right</extracomment>
+        <translation>Side by side (front | rear)</translation>
+    </message>
+    <message>
+        <source>화면 속 화면 (후방 삽입)</source>
+        <extracomment>Video export: the rear camera inset in the front camera's picture</extracomment>
+        <translation>Picture in picture (rear inset)</translation>
+    </message>
+    <message>
+        <source>시각, 속도, G 값 표시</source>
+        <extracomment>Video export: check box that draws the telemetry on the picture</extracomment>
+        <translation>Draw the time, speed and G values on the picture</translation>
+    </message>
+    <message>
+        <source>내보내기…</source>
+        <extracomment>Video export: button that asks for the file and starts</extracomment>
+        <translation>Export…</translation>
+    </message>
+    <message>
+        <source>MP4 동영상 (*.mp4)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>MP4 video (*.mp4)</translation>
+    </message>
+    <message>
+        <source>동영상을 내보내는 중…</source>
+        <extracomment>Video export: above the progress bar</extracomment>
+        <translation>Exporting the video…</translation>
+    </message>
+    <message>
+        <source>동영상을 저장했습니다:
+%1</source>
+        <extracomment>Message at the end of a video export, %1 the file</extracomment>
+        <translation>The video was saved:
+%1</translation>
+    </message>
+    <message>
+        <source>저장 폴더 열기</source>
+        <extracomment>Button of the message: shows the folder of the saved video</extracomment>
+        <translation>Open Folder</translation>
+    </message>
+    <message>
+        <source>이 범위에는 해당 카메라의 녹화가 없습니다.</source>
+        <extracomment>Message: no clip of the chosen camera covers the range</extracomment>
+        <translation>Nothing of this camera was recorded in this range.</translation>
+    </message>
+    <message>
+        <source>이 폴더에 동영상을 저장할 수 없습니다.</source>
+        <extracomment>Message: the chosen folder cannot take the file</extracomment>
+        <translation>The video cannot be saved in this folder. Choose another folder.</translation>
+    </message>
+    <message>
+        <source>동영상을 내보낼 수 없습니다.</source>
+        <extracomment>Message: ffmpeg failed; the details follow</extracomment>
+        <translation>The video could not be exported.</translation>
+    </message>
 </context>
 </TS>

@@ -1165,5 +1165,117 @@ Retirez la carte puis insérez-la de nouveau.</translation>
         <extracomment>Message: the route file could not be written</extracomment>
         <translation>Impossible d’enregistrer le fichier d’itinéraire. Choisissez un autre dossier.</translation>
     </message>
+    <message>
+        <source>시작 표시</source>
+        <extracomment>Seek slider tooltip: the in mark of the span to export, then its time</extracomment>
+        <translation>Entrée</translation>
+    </message>
+    <message>
+        <source>끝 표시</source>
+        <extracomment>Seek slider tooltip: the out mark of the span to export, then its time</extracomment>
+        <translation>Sortie</translation>
+    </message>
+    <message>
+        <source>동영상 내보내기…</source>
+        <extracomment>Menu File: one MP4 of the clip, the trip or the marked span</extracomment>
+        <translation>Exporter la vidéo…</translation>
+    </message>
+    <message>
+        <source>동영상 내보내기</source>
+        <extracomment>Title of the video export dialog</extracomment>
+        <translation>Exporter la vidéo</translation>
+    </message>
+    <message>
+        <source>범위</source>
+        <extracomment>Video export: caption of the range choices</extracomment>
+        <translation>Plage</translation>
+    </message>
+    <message>
+        <source>현재 동영상</source>
+        <extracomment>Video export: the clip shown</extracomment>
+        <translation>Vidéo affichée</translation>
+    </message>
+    <message>
+        <source>트립 전체</source>
+        <extracomment>Video export: the whole trip playing</extracomment>
+        <translation>Trajet entier</translation>
+    </message>
+    <message>
+        <source>시작 표시(I)부터 끝 표시(O)까지</source>
+        <extracomment>Video export: the span between the marks set with the I and O keys</extracomment>
+        <translation>De la marque d’entrée (I) à la marque de sortie (O)</translation>
+    </message>
+    <message>
+        <source>카메라</source>
+        <extracomment>Video export: caption of the camera choices</extracomment>
+        <translation>Caméra</translation>
+    </message>
+    <message>
+        <source>전방 카메라</source>
+        <extracomment>Video export: the front camera alone, copied without loss</extracomment>
+        <translation>Caméra avant</translation>
+    </message>
+    <message>
+        <source>후방 카메라</source>
+        <extracomment>Video export: the rear camera alone, copied without loss</extracomment>
+        <translation>Caméra arrière</translation>
+    </message>
+    <message>
+        <source>나란히 (전방 | 후방)</source>
+        <extracomment>Video export: both cameras, front left and rear right</extracomment>
+        <translation>Côte à côte (avant | arrière)</translation>
+    </message>
+    <message>
+        <source>화면 속 화면 (후방 삽입)</source>
+        <extracomment>Video export: the rear camera inset in the front camera's picture</extracomment>
+        <translation>Incrustation (arrière en médaillon)</translation>
+    </message>
+    <message>
+        <source>시각, 속도, G 값 표시</source>
+        <extracomment>Video export: check box that draws the telemetry on the picture</extracomment>
+        <translation>Afficher l’heure, la vitesse et les valeurs G sur l’image</translation>
+    </message>
+    <message>
+        <source>내보내기…</source>
+        <extracomment>Video export: button that asks for the file and starts</extracomment>
+        <translation>Exporter…</translation>
+    </message>
+    <message>
+        <source>MP4 동영상 (*.mp4)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>Vidéo MP4 (*.mp4)</translation>
+    </message>
+    <message>
+        <source>동영상을 내보내는 중…</source>
+        <extracomment>Video export: above the progress bar</extracomment>
+        <translation>Exportation de la vidéo…</translation>
+    </message>
+    <message>
+        <source>동영상을 저장했습니다:
+%1</source>
+        <extracomment>Message at the end of a video export, %1 the file</extracomment>
+        <translation>La vidéo a été enregistrée :
+%1</translation>
+    </message>
+    <message>
+        <source>저장 폴더 열기</source>
+        <extracomment>Button of the message: shows the folder of the saved video</extracomment>
+        <translation>Ouvrir le dossier</translation>
+    </message>
+    <message>
+        <source>이 범위에는 해당 카메라의 녹화가 없습니다.</source>
+        <extracomment>Message: no clip of the chosen camera covers the range</extracomment>
+        <translation>Cette caméra n’a rien enregistré sur cette plage.</translation>
+    </message>
+    <message>
+        <source>이 폴더에 동영상을 저장할 수 없습니다.</source>
+        <extracomment>Message: the chosen folder cannot take the file</extracomment>
+        <translation>Impossible d’enregistrer la vidéo dans ce dossier. Choisissez un autre dossier.</translation>
+    </message>
+    <message>
+        <source>동영상을 내보낼 수 없습니다.</source>
+        <extracomment>Message: ffmpeg failed; the details follow</extracomment>
+        <translation>La vidéo n’a pas pu être exportée.</translation>
+    </message>
 </context>
 </TS>

@@ -1165,5 +1165,117 @@ Draveloを終了してから、もう一度フォーマットしてください�
         <extracomment>Message: the route file could not be written</extracomment>
         <translation>ルートファイルを保存できませんでした。別のフォルダーを選んでください。</translation>
     </message>
+    <message>
+        <source>시작 표시</source>
+        <extracomment>Seek slider tooltip: the in mark of the span to export, then its time</extracomment>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>끝 표시</source>
+        <extracomment>Seek slider tooltip: the out mark of the span to export, then its time</extracomment>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>동영상 내보내기…</source>
+        <extracomment>Menu File: one MP4 of the clip, the trip or the marked span</extracomment>
+        <translation>動画を書き出す…</translation>
+    </message>
+    <message>
+        <source>동영상 내보내기</source>
+        <extracomment>Title of the video export dialog</extracomment>
+        <translation>動画の書き出し</translation>
+    </message>
+    <message>
+        <source>범위</source>
+        <extracomment>Video export: caption of the range choices</extracomment>
+        <translation>範囲</translation>
+    </message>
+    <message>
+        <source>현재 동영상</source>
+        <extracomment>Video export: the clip shown</extracomment>
+        <translation>表示中の動画</translation>
+    </message>
+    <message>
+        <source>트립 전체</source>
+        <extracomment>Video export: the whole trip playing</extracomment>
+        <translation>トリップ全体</translation>
+    </message>
+    <message>
+        <source>시작 표시(I)부터 끝 표시(O)까지</source>
+        <extracomment>Video export: the span between the marks set with the I and O keys</extracomment>
+        <translation>開始マーク (I) から終了マーク (O) まで</translation>
+    </message>
+    <message>
+        <source>카메라</source>
+        <extracomment>Video export: caption of the camera choices</extracomment>
+        <translation>カメラ</translation>
+    </message>
+    <message>
+        <source>전방 카메라</source>
+        <extracomment>Video export: the front camera alone, copied without loss</extracomment>
+        <translation>フロントカメラ</translation>
+    </message>
+    <message>
+        <source>후방 카메라</source>
+        <extracomment>Video export: the rear camera alone, copied without loss</extracomment>
+        <translation>リアカメラ</translation>
+    </message>
+    <message>
+        <source>나란히 (전방 | 후방)</source>
+        <extracomment>Video export: both cameras, front left and rear right</extracomment>
+        <translation>左右に並べる (フロント | リア)</translation>
+    </message>
+    <message>
+        <source>화면 속 화면 (후방 삽입)</source>
+        <extracomment>Video export: the rear camera inset in the front camera's picture</extracomment>
+        <translation>ピクチャー・イン・ピクチャー (リアを小窓に)</translation>
+    </message>
+    <message>
+        <source>시각, 속도, G 값 표시</source>
+        <extracomment>Video export: check box that draws the telemetry on the picture</extracomment>
+        <translation>時刻・速度・G 値を映像に表示</translation>
+    </message>
+    <message>
+        <source>내보내기…</source>
+        <extracomment>Video export: button that asks for the file and starts</extracomment>
+        <translation>書き出す…</translation>
+    </message>
+    <message>
+        <source>MP4 동영상 (*.mp4)</source>
+        <extracomment>Save dialog file type</extracomment>
+        <translation>MP4 動画 (*.mp4)</translation>
+    </message>
+    <message>
+        <source>동영상을 내보내는 중…</source>
+        <extracomment>Video export: above the progress bar</extracomment>
+        <translation>動画を書き出しています…</translation>
+    </message>
+    <message>
+        <source>동영상을 저장했습니다:
+%1</source>
+        <extracomment>Message at the end of a video export, %1 the file</extracomment>
+        <translation>動画を保存しました:
+%1</translation>
+    </message>
+    <message>
+        <source>저장 폴더 열기</source>
+        <extracomment>Button of the message: shows the folder of the saved video</extracomment>
+        <translation>フォルダーを開く</translation>
+    </message>
+    <message>
+        <source>이 범위에는 해당 카메라의 녹화가 없습니다.</source>
+        <extracomment>Message: no clip of the chosen camera covers the range</extracomment>
+        <translation>この範囲にはこのカメラの録画がありません。</translation>
+    </message>
+    <message>
+        <source>이 폴더에 동영상을 저장할 수 없습니다.</source>
+        <extracomment>Message: the chosen folder cannot take the file</extracomment>
+        <translation>このフォルダーには動画を保存できません。別のフォルダーを選んでください。</translation>
+    </message>
+    <message>
+        <source>동영상을 내보낼 수 없습니다.</source>
+        <extracomment>Message: ffmpeg failed; the details follow</extracomment>
+        <translation>動画を書き出せませんでした。</translation>
+    </message>
 </context>
 </TS>

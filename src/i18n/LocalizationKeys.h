@@ -250,7 +250,30 @@
     X(kExportRouteCsv, "CSV 표 (*.csv)") \
     X(kExportRouteProgress, "경로를 내보내는 중…") \
     X(kExportRouteNoPositions, "선택한 동영상에 위치 정보가 없습니다.") \
-    X(kExportRouteFailed, "경로 파일을 저장할 수 없습니다.")
+    X(kExportRouteFailed, "경로 파일을 저장할 수 없습니다.") \
+    /* Video export */ \
+    X(kMarkIn, "시작 표시") \
+    X(kMarkOut, "끝 표시") \
+    X(kMenuExportVideo, "동영상 내보내기…") \
+    X(kExportVideoTitle, "동영상 내보내기") \
+    X(kExportVideoRange, "범위") \
+    X(kExportVideoCurrentClip, "현재 동영상") \
+    X(kExportVideoWholeTrip, "트립 전체") \
+    X(kExportVideoMarked, "시작 표시(I)부터 끝 표시(O)까지") \
+    X(kExportVideoCamera, "카메라") \
+    X(kExportVideoFront, "전방 카메라") \
+    X(kExportVideoRear, "후방 카메라") \
+    X(kExportVideoSide, "나란히 (전방 | 후방)") \
+    X(kExportVideoPip, "화면 속 화면 (후방 삽입)") \
+    X(kExportVideoOverlay, "시각, 속도, G 값 표시") \
+    X(kExportVideoStart, "내보내기…") \
+    X(kExportVideoFileType, "MP4 동영상 (*.mp4)") \
+    X(kExportVideoProgress, "동영상을 내보내는 중…") \
+    X(kExportVideoDone, "동영상을 저장했습니다:\n%1") \
+    X(kExportVideoOpenFolder, "저장 폴더 열기") \
+    X(kExportVideoNothing, "이 범위에는 해당 카메라의 녹화가 없습니다.") \
+    X(kExportVideoCannotWrite, "이 폴더에 동영상을 저장할 수 없습니다.") \
+    X(kExportVideoFailed, "동영상을 내보낼 수 없습니다.")
 // clang-format on
 
 namespace LocalizationKeys {

@@ -54,6 +54,23 @@ QVector<Found> findClips(const QString& folder)
     return found;
 }
 
+// A clip without telemetry whose rear partner has some takes the rear's.
+void takeRearTelemetry(Loaded& loaded, const std::atomic_bool* cancel)
+{
+    for (qsizetype i = 0; i < loaded.clips.size(); ++i) {
+        ClipTimeline& timeline = loaded.timelines[i];
+        const QString& rear = loaded.clips[i].rear;
+        if (!timeline.samples.isEmpty() || rear.isEmpty() || (cancel && cancel->load()))
+            continue;
+        ClipTimeline fromRear = ClipTelemetryLoad::load(rear);
+        if (fromRear.samples.isEmpty())
+            continue;
+        if (timeline.media.isKnown())
+            fromRear.media = timeline.media; // the front camera's video is played
+        timeline = std::move(fromRear);
+    }
+}
+
 } // namespace
 
 QVector<CardClip> scan(const QString& folder)
@@ -93,18 +110,7 @@ Loaded load(const QString& folder, const std::atomic_bool* cancel,
     for (const CardClip& clip : std::as_const(loaded.clips))
         paths << clip.path;
     loaded.timelines = ClipTelemetryLoad::loadAll(paths, cancel, progress);
-    for (qsizetype i = 0; i < loaded.clips.size(); ++i) {
-        ClipTimeline& timeline = loaded.timelines[i];
-        const QString& rear = loaded.clips[i].rear;
-        if (!timeline.samples.isEmpty() || rear.isEmpty() || (cancel && cancel->load()))
-            continue;
-        ClipTimeline fromRear = ClipTelemetryLoad::load(rear);
-        if (fromRear.samples.isEmpty())
-            continue;
-        if (timeline.media.isKnown())
-            fromRear.media = timeline.media; // the front camera's video is played
-        timeline = std::move(fromRear);
-    }
+    takeRearTelemetry(loaded, cancel);
     return loaded;
 }
 
@@ -134,6 +140,28 @@ QVector<Trip> trips(Loaded& loaded, int64_t maxGapMsecs)
         drives.append(Trip::fromClips(std::move(clips)));
     }
     return drives;
+}
+
+std::optional<Trip> clipTrip(const QString& path)
+{
+    const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+    const QString partner = ClipNaming::conversionPartnerString(url);
+    const QString partnerPath = partner.isEmpty() ? QString() : QUrl(partner).toLocalFile();
+    CardClip clip { url.toLocalFile(), {}, TripClip::Source::Other };
+    if (!partnerPath.isEmpty() && QFileInfo(partnerPath).isFile()) {
+        // In a pair the front's URL string is the smaller ("F" sorts before "R").
+        clip.rear = partnerPath;
+        if (partner < ClipNaming::absoluteUrlString(url))
+            std::swap(clip.path, clip.rear);
+    }
+    Loaded loaded;
+    loaded.clips = { clip };
+    loaded.timelines = { ClipTelemetryLoad::load(clip.path) };
+    takeRearTelemetry(loaded, nullptr);
+    QVector<Trip> found = trips(loaded);
+    if (found.isEmpty())
+        return std::nullopt;
+    return std::move(found.first());
 }
 
 QVector<Trip> read(const QString& folder, int64_t maxGapMsecs, const std::atomic_bool* cancel,

@@ -10,6 +10,7 @@
 #include <QVector>
 
 #include <atomic>
+#include <optional>
 
 // The drives on a card: the clips of its recording folders, front and rear
 // paired, read on all cores and grouped into trips. `tavro trips`, `tavro
@@ -57,6 +58,10 @@ QVector<RouteTrip> routeTrips(Loaded& loaded, int64_t maxGapMsecs = RouteTrips::
 // The timed trips of routeTrips as drives, in time order (clips without any
 // time belong to none).
 QVector<Trip> trips(Loaded& loaded, int64_t maxGapMsecs = RouteTrips::kMaxGapMsecs);
+
+// One clip (either camera's file) with its partner as a trip of its own, as
+// the viewer exports the clip it shows; none when the clip has no time at all.
+std::optional<Trip> clipTrip(const QString& path);
 
 // All of it for a folder.
 QVector<Trip> read(const QString& folder, int64_t maxGapMsecs = RouteTrips::kMaxGapMsecs,

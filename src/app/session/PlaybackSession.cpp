@@ -124,6 +124,11 @@ void PlaybackSession::resetForNewMedia()
     m_smallVideoFilePath.clear();
     m_lastUpdatedLat = 0.0;
     m_lastUpdatedLng = 0.0;
+    if (m_markIn || m_markOut) {
+        m_markIn.reset();
+        m_markOut.reset();
+        showSeekMarks();
+    }
 }
 
 void PlaybackSession::startPreparation(std::function<Prepared()> job)

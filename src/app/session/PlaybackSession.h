@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class AlertSink;
 class QThread;
@@ -88,6 +89,15 @@ public:
     void previousEventKeyTouched();
     // How far the rear camera may run apart from the front before it is put back.
     static constexpr double kRearDriftSeconds = 0.5;
+
+    // --- the span to export: I and O put its in and out mark at the
+    // position shown (an out mark before the in mark, or the reverse, drops
+    // the other one); a new clip or trip clears both. Seconds on the seek
+    // slider's timeline.
+    void markInKeyTouched();
+    void markOutKeyTouched();
+    std::optional<double> markIn() const { return m_markIn; }
+    std::optional<double> markOut() const { return m_markOut; }
 
     // --- transport
     void playVideo();
@@ -208,6 +218,9 @@ private:
     double tripPosition() const;
     bool tripMovieDidEnd();
     void showTelemetryDisplays();
+    // The trip's marks and the span's on the seek slider.
+    void showSeekMarks();
+    double shownPosition() const;
     void bigViewPrepared();
     void selectAndPlay(int row);
     void coverMap();
@@ -248,6 +261,8 @@ private:
     std::function<Prepared()> m_preparationJob;
     bool m_preparationQueued = false;
     std::unique_ptr<TripPlayback> m_trip;
+    std::optional<double> m_markIn;
+    std::optional<double> m_markOut;
     QTimer m_busyDelay;
     QTimer m_videoPlayTimer;
     QTimer m_playAnimationTimer;

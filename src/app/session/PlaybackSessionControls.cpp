@@ -214,6 +214,13 @@ bool PlaybackSession::keyDown(int key, Qt::KeyboardModifiers modifiers)
             return false;
         key == Qt::Key_PageDown ? nextEventKeyTouched() : previousEventKeyTouched();
         return true;
+    case Qt::Key_I:
+    case Qt::Key_O:
+        // The in and out marks of the span to export.
+        if (control || m_currentVideoUrl.isEmpty())
+            return false;
+        key == Qt::Key_I ? markInKeyTouched() : markOutKeyTouched();
+        return true;
     case Qt::Key_Q:
     case Qt::Key_W:
         if (!control)

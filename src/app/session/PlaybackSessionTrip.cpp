@@ -72,6 +72,12 @@ QVector<SeekMark> seekMarks(const Trip& trip, const TripTimeline& timeline)
     return marks;
 }
 
+QString spanMarkToolTip(const char* key, double position)
+{
+    const int seconds = int(position);
+    return localized(key) + QString::asprintf(" %02d:%02d", seconds / 60, seconds % 60);
+}
+
 } // namespace
 
 void PlaybackSession::playTrip(const Trip& trip)
@@ -140,7 +146,7 @@ void PlaybackSession::finishTripPreparation(const TripFiles& files)
     m_isVideoSwitched = false;
     showTripSegment(0);
     showTripRoute();
-    m_view.setSeekMarks(seekMarks(m_trip->trip, m_trip->timeline));
+    showSeekMarks();
     updateMovieViewCoverScrren();
     emit currentVideoChanged(m_currentVideoUrl);
 }
@@ -150,7 +156,46 @@ void PlaybackSession::leaveTrip()
     if (!m_trip)
         return;
     m_trip.reset();
-    m_view.setSeekMarks({});
+    showSeekMarks();
+}
+
+void PlaybackSession::showSeekMarks()
+{
+    QVector<SeekMark> marks;
+    if (m_trip)
+        marks = seekMarks(m_trip->trip, m_trip->timeline);
+    if (m_markIn)
+        marks.append({ *m_markIn, SeekMark::Kind::SpanIn,
+            spanMarkToolTip(LocalizationKeys::kMarkIn, *m_markIn) });
+    if (m_markOut)
+        marks.append({ *m_markOut, SeekMark::Kind::SpanOut,
+            spanMarkToolTip(LocalizationKeys::kMarkOut, *m_markOut) });
+    m_view.setSeekMarks(marks);
+}
+
+double PlaybackSession::shownPosition() const
+{
+    return m_trip ? tripPosition() : m_bigMovieView.currentTime();
+}
+
+void PlaybackSession::markInKeyTouched()
+{
+    if (m_currentVideoUrl.isEmpty())
+        return;
+    m_markIn = shownPosition();
+    if (m_markOut && *m_markOut <= *m_markIn)
+        m_markOut.reset();
+    showSeekMarks();
+}
+
+void PlaybackSession::markOutKeyTouched()
+{
+    if (m_currentVideoUrl.isEmpty())
+        return;
+    m_markOut = shownPosition();
+    if (m_markIn && *m_markIn >= *m_markOut)
+        m_markIn.reset();
+    showSeekMarks();
 }
 
 const Trip* PlaybackSession::currentTrip() const

@@ -6,10 +6,11 @@
 
 class TavroClipData;
 
-// A place on the seek slider worth pointing at while a trip plays: where a
-// clip begins, or an event mark. Its tooltip tells the time.
+// A place on the seek slider worth pointing at: while a trip plays, where a
+// clip begins or an event mark; on a clip or a trip, the in and out marks of
+// the span to export. Its tooltip tells the time.
 struct SeekMark {
-    enum class Kind { ClipStart, Impact, EventClip, ManualClip };
+    enum class Kind { ClipStart, Impact, EventClip, ManualClip, SpanIn, SpanOut };
     double seconds = 0;
     Kind kind = Kind::ClipStart;
     QString toolTip;
@@ -27,7 +28,8 @@ public:
     virtual void setPlayTimeText(const QString& text) = 0;
     virtual void setSeekMaximum(double seconds) = 0;
     virtual void setSeekValue(double seconds) = 0;
-    // The clip boundaries and event marks of the trip playing; none for a clip.
+    // The clip boundaries and event marks of the trip playing (none for a
+    // clip), and the in and out marks where set.
     virtual void setSeekMarks(const QVector<SeekMark>& marks) = 0;
 
     // The G read-outs ("%.3f") and the position read-outs ("%.4f").

@@ -7,6 +7,7 @@
 #include "app/window/ImageButton.h"
 #include "app/window/RouteExportDialog.h"
 #include "app/window/TransportBar.h"
+#include "app/window/VideoExportDialog.h"
 #include "display/SpeedUnit.h"
 #include "i18n/LocalizationKeys.h"
 #include "i18n/TavroLanguages.h"
@@ -52,6 +53,10 @@ void MainWindow::buildFileMenu()
     m.printStill = m.file->addAction(QString());
     m.printStill->setShortcut(QKeySequence::Print);
     buildExportRouteMenu();
+    m.exportVideo = m.file->addAction(QString());
+    m.exportVideo->setObjectName(QStringLiteral("exportVideoAction"));
+    m.videoExport = new VideoExportDialog(this, session());
+    connect(m.exportVideo, &QAction::triggered, m.videoExport, &VideoExportDialog::exportVideo);
     m.file->addSeparator();
     m.quit = m.file->addAction(QString());
     m.quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -152,6 +157,7 @@ void MainWindow::applyMenuTexts()
     m.exportRoute->setTitle(localized(kMenuExportRoute));
     m.exportRouteSelected->setText(localized(kExportRouteSelected));
     m.exportRouteAll->setText(localized(kExportRouteAll));
+    m.exportVideo->setText(localized(kMenuExportVideo));
     m.quit->setText(localized(kMenuQuit));
     m.view->setTitle(localized(kMenuView));
     m.fullScreen->setText(localized(kFullScreen));
@@ -171,6 +177,7 @@ void MainWindow::updateActionStates()
     m_menus->saveCopy->setEnabled(m_canRemoveOrSave);
     m_menus->exportRoute->setEnabled(m_canRemoveOrSave);
     m_menus->saveStill->setEnabled(t->snapshotButton->isEnabled());
+    m_menus->exportVideo->setEnabled(t->snapshotButton->isEnabled());
     m_menus->printStill->setEnabled(t->printButton->isEnabled());
     m_menus->fullScreen->setEnabled(t->fullscreenButton->isEnabled());
     m_menus->swapCameras->setEnabled(t->videoSwitchButton->isEnabled());

@@ -7,6 +7,7 @@
 #include <QMenu>
 
 class RouteExportDialog;
+class VideoExportDialog;
 
 // The main window's menus and the actions it keeps in step with its controls.
 struct MainWindow::Menus {
@@ -23,6 +24,8 @@ struct MainWindow::Menus {
     QAction* exportRouteSelected = nullptr;
     QAction* exportRouteAll = nullptr;
     RouteExportDialog* routeExport = nullptr;
+    QAction* exportVideo = nullptr;
+    VideoExportDialog* videoExport = nullptr;
     QAction* quit = nullptr;
     QAction* fullScreen = nullptr;
     QAction* swapCameras = nullptr;

@@ -10,6 +10,7 @@
 #include <QToolTip>
 
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -38,6 +39,9 @@ QColor colourOf(SeekMark::Kind kind)
         return TavroStyle::kAccent;
     case SeekMark::Kind::ManualClip:
         return kManualColour;
+    case SeekMark::Kind::SpanIn:
+    case SeekMark::Kind::SpanOut:
+        return TavroStyle::kText;
     case SeekMark::Kind::ClipStart:
         break;
     }
@@ -104,8 +108,17 @@ void SeekSlider::paintEvent(QPaintEvent* event)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const int middle = height() / 2;
+    paintSpan(painter);
     for (const SeekMark& mark : std::as_const(m_marks)) {
         const int x = markX(mark);
+        if (mark.kind == SeekMark::Kind::SpanIn || mark.kind == SeekMark::Kind::SpanOut) {
+            // A bracket below the groove, open towards the span.
+            const int toward = mark.kind == SeekMark::Kind::SpanIn ? 4 : -4;
+            painter.setPen(QPen(colourOf(mark.kind), 2));
+            painter.drawPolyline(QPolygonF({ QPointF(x + toward, height() - 1.0),
+                QPointF(x, height() - 1.0), QPointF(x, middle - 6.0) }));
+            continue;
+        }
         if (mark.kind == SeekMark::Kind::ClipStart) {
             painter.setPen(QPen(colourOf(mark.kind), 1));
             painter.drawLine(QPointF(x + 0.5, middle - 5), QPointF(x + 0.5, middle + 5));
@@ -119,6 +132,27 @@ void SeekSlider::paintEvent(QPaintEvent* event)
         triangle.closeSubpath();
         painter.fillPath(triangle, colourOf(mark.kind));
     }
+}
+
+void SeekSlider::paintSpan(QPainter& painter) const
+{
+    // The stretch between the in and out marks (to the end without an out
+    // mark, from the start without an in mark) shaded along the groove.
+    std::optional<int> in;
+    std::optional<int> out;
+    for (const SeekMark& mark : std::as_const(m_marks)) {
+        if (mark.kind == SeekMark::Kind::SpanIn)
+            in = markX(mark);
+        else if (mark.kind == SeekMark::Kind::SpanOut)
+            out = markX(mark);
+    }
+    if (!in && !out)
+        return;
+    const int left = in.value_or(markX({ minimum() / 1000.0, SeekMark::Kind::SpanIn, {} }));
+    const int right = out.value_or(markX({ maximum() / 1000.0, SeekMark::Kind::SpanOut, {} }));
+    QColor shade = TavroStyle::kAccent;
+    shade.setAlpha(90);
+    painter.fillRect(QRect(left, height() / 2 + 4, right - left, height() / 2 - 5), shade);
 }
 
 bool SeekSlider::event(QEvent* event)

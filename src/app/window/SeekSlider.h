@@ -5,11 +5,14 @@
 #include <QSlider>
 #include <QVector>
 
+class QPainter;
+
 // A horizontal slider that jumps to where it is clicked (the seek and volume
 // sliders of the transport row) instead of stepping a page at a time. While a
 // trip plays, the seek slider shows where its clips begin (thin lines) and its
 // event marks (impacts red, event recordings amber, manual recordings blue),
-// each with its tooltip.
+// each with its tooltip; on a clip or a trip, the in and out marks of the
+// span to export, the span shaded between them.
 class SeekSlider : public QSlider {
     Q_OBJECT
 public:
@@ -29,5 +32,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void paintSpan(QPainter& painter) const;
+
     QVector<SeekMark> m_marks;
 };
