@@ -2,6 +2,7 @@
 // 3-second clips: a red front camera with sound, a blue rear camera (none
 // for the last clip), a key frame every second.
 #include "DriveClip.h"
+#include "MediaProbe.h"
 #include "TestFiles.h"
 
 #include <QDateTime>
@@ -21,12 +22,6 @@ namespace {
 constexpr int kClipSeconds = 3;
 constexpr int kFps = 10;
 const QDateTime kStart(QDate(2026, 5, 14), QTime(8, 15, 0), Qt::UTC);
-
-struct Rgb {
-    int r = 0;
-    int g = 0;
-    int b = 0;
-};
 
 class CutCli : public ::testing::Test {
 protected:
@@ -71,44 +66,6 @@ protected:
 
     static QString card() { return s_dir->filePath("card"); }
 
-    // ffprobe's "key=value" lines about the first video stream and the file.
-    static QString probe(const QString& file)
-    {
-        QProcess ffprobe;
-        ffprobe.start("ffprobe",
-            { "-v", "error", "-select_streams", "v:0", "-count_packets", "-show_entries",
-                "stream=width,height,nb_read_packets:format=duration,nb_streams", "-of",
-                "default=nw=1", file });
-        ffprobe.waitForFinished(60000);
-        return QString::fromUtf8(ffprobe.readAllStandardOutput());
-    }
-
-    static double duration(const QString& file)
-    {
-        const QString text = probe(file);
-        const qsizetype at = text.indexOf("duration=");
-        return at < 0 ? -1 : text.mid(at + 9).section('\n', 0, 0).toDouble();
-    }
-
-    // The colour of one pixel of the frame at `seconds`.
-    static Rgb pixel(const QString& file, double seconds, int x, int y, int width)
-    {
-        QProcess ffmpeg;
-        ffmpeg.start("ffmpeg",
-            { "-v", "error", "-ss", QString::number(seconds), "-i", file, "-frames:v", "1", "-f",
-                "rawvideo", "-pix_fmt", "rgb24", "-" });
-        ffmpeg.waitForFinished(60000);
-        const QByteArray frame = ffmpeg.readAllStandardOutput();
-        const qsizetype at = (qsizetype(y) * width + x) * 3;
-        if (frame.size() < at + 3)
-            return { -1, -1, -1 };
-        return { quint8(frame[at]), quint8(frame[at + 1]), quint8(frame[at + 2]) };
-    }
-
-    static bool isRed(Rgb c) { return c.r > 200 && c.g < 60 && c.b < 60; }
-    static bool isBlue(Rgb c) { return c.b > 200 && c.r < 60 && c.g < 60; }
-    static bool isBlack(Rgb c) { return c.r < 40 && c.g < 40 && c.b < 40; }
-
     QTemporaryDir m_out;
     static inline QTemporaryDir* s_dir = nullptr;
     static inline bool s_made = false;
@@ -129,20 +86,20 @@ TEST_F(CutCli, CopyRunsAcrossClipsFromTheKeyFrameBeforeTheStart)
     EXPECT_EQ(front["start"].toString(), utc(2.0));
     EXPECT_DOUBLE_EQ(front["duration"].toDouble(), 5.4);
     EXPECT_FALSE(front["reencoded"].toBool());
-    const QString report = probe(m_out.filePath("front.mp4"));
+    const QString report = MediaProbe::describe(m_out.filePath("front.mp4"));
     EXPECT_TRUE(report.contains("width=160\nheight=120\nnb_read_packets=54\n"))
         << report.toStdString();
     EXPECT_TRUE(report.contains("nb_streams=2")) << "the front camera's sound";
-    EXPECT_NEAR(duration(m_out.filePath("front.mp4")), 5.4, 0.1);
+    EXPECT_NEAR(MediaProbe::duration(m_out.filePath("front.mp4")), 5.4, 0.1);
 
     // The rear camera alone: the last clip has none, so the cut ends with
     // the second clip.
     const QJsonObject rear = cut("rear.mp4", 2.5, 7.4, { "--camera", "rear" });
     EXPECT_EQ(rear["start"].toString(), utc(2.0));
     EXPECT_DOUBLE_EQ(rear["duration"].toDouble(), 4.0);
-    EXPECT_TRUE(
-        probe(m_out.filePath("rear.mp4")).contains("width=80\nheight=60\nnb_read_packets=40\n"));
-    EXPECT_TRUE(isBlue(pixel(m_out.filePath("rear.mp4"), 1.0, 40, 30, 80)));
+    EXPECT_TRUE(MediaProbe::describe(m_out.filePath("rear.mp4"))
+                    .contains("width=80\nheight=60\nnb_read_packets=40\n"));
+    EXPECT_EQ(MediaProbe::colourAt(m_out.filePath("rear.mp4"), 1.0, 40, 30, 80), "blue");
 }
 
 TEST_F(CutCli, BothCamerasInOnePictureExactToTheFrame)
@@ -152,23 +109,23 @@ TEST_F(CutCli, BothCamerasInOnePictureExactToTheFrame)
     EXPECT_DOUBLE_EQ(pip["duration"].toDouble(), 4.9);
     EXPECT_TRUE(pip["reencoded"].toBool());
     const QString file = m_out.filePath("pip.mp4");
-    EXPECT_TRUE(probe(file).contains("width=160\nheight=120\nnb_read_packets=49\n"))
-        << probe(file).toStdString();
-    EXPECT_NEAR(duration(file), 4.9, 0.1);
+    EXPECT_TRUE(MediaProbe::describe(file).contains("width=160\nheight=120\nnb_read_packets=49\n"))
+        << MediaProbe::describe(file).toStdString();
+    EXPECT_NEAR(MediaProbe::duration(file), 4.9, 0.1);
     // The rear inset (40x30) in the lower right, the front all around it;
     // black where the last clip has no rear camera.
-    EXPECT_TRUE(isRed(pixel(file, 1.0, 80, 60, 160)));
-    EXPECT_TRUE(isBlue(pixel(file, 1.0, 130, 100, 160)));
-    EXPECT_TRUE(isRed(pixel(file, 1.0, 100, 100, 160)));
-    EXPECT_TRUE(isBlack(pixel(file, 4.5, 130, 100, 160)));
+    EXPECT_EQ(MediaProbe::colourAt(file, 1.0, 80, 60, 160), "red");
+    EXPECT_EQ(MediaProbe::colourAt(file, 1.0, 130, 100, 160), "blue");
+    EXPECT_EQ(MediaProbe::colourAt(file, 1.0, 100, 100, 160), "red");
+    EXPECT_EQ(MediaProbe::colourAt(file, 4.5, 130, 100, 160), "black");
 
     const QJsonObject side = cut("side.mp4", 2.5, 7.4, { "--compose", "side" });
     const QString wide = m_out.filePath("side.mp4");
     // One picture the front's size, each camera fitted into its half.
-    EXPECT_TRUE(probe(wide).contains("width=160\nheight=120\nnb_read_packets=49\n"));
-    EXPECT_TRUE(isRed(pixel(wide, 1.0, 40, 60, 160)));
-    EXPECT_TRUE(isBlue(pixel(wide, 1.0, 120, 60, 160)));
-    EXPECT_TRUE(isBlack(pixel(wide, 4.5, 120, 60, 160)));
+    EXPECT_TRUE(MediaProbe::describe(wide).contains("width=160\nheight=120\nnb_read_packets=49\n"));
+    EXPECT_EQ(MediaProbe::colourAt(wide, 1.0, 40, 60, 160), "red");
+    EXPECT_EQ(MediaProbe::colourAt(wide, 1.0, 120, 60, 160), "blue");
+    EXPECT_EQ(MediaProbe::colourAt(wide, 4.5, 120, 60, 160), "black");
 }
 
 TEST_F(CutCli, OverlayDrawsTheTelemetryOnThePicture)
@@ -182,9 +139,9 @@ TEST_F(CutCli, OverlayDrawsTheTelemetryOnThePicture)
         // middle of the picture still is.
         int changed = 0;
         for (int x = 4; x < 150; x += 4)
-            changed += isRed(pixel(file, 1.5, x, 8, 160)) ? 0 : 1;
+            changed += MediaProbe::colourAt(file, 1.5, x, 8, 160) == "red" ? 0 : 1;
         EXPECT_GT(changed, 10) << options.join(' ').toStdString();
-        EXPECT_TRUE(isRed(pixel(file, 1.5, 80, 60, 160)));
+        EXPECT_EQ(MediaProbe::colourAt(file, 1.5, 80, 60, 160), "red");
     }
 }
 
