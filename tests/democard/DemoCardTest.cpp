@@ -209,17 +209,6 @@ TEST_F(DemoCardTest, RewrittenAviClipsDecodeWhole)
     }
 }
 
-TEST_F(DemoCardTest, OneSeedAlwaysWritesTheSameCard)
-{
-    QTemporaryDir again;
-    ASSERT_EQ(makeCard(again.filePath("card"), 7, { "--no-extra-cards" }).exitCode, 0);
-    ASSERT_EQ(clipFiles(again.filePath("card")), s_files);
-    for (const QString& file : s_files)
-        EXPECT_TRUE(TestFiles::read(again.filePath("card/") + file)
-            == TestFiles::read(s_card + u'/' + file))
-            << qPrintable(file);
-}
-
 TEST_F(DemoCardTest, LeavesAnUpToDateCardAloneRewritesACutOneAndRefusesForeignFolders)
 {
     const QDateTime before = QFileInfo(s_card + u'/' + s_files.first()).lastModified();

@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <random>
 #include <thread>
 
 #include <sys/stat.h>
@@ -81,7 +80,7 @@ TEST(BadInput, TinyTruncatedAndOversizedFiles)
         loadGeneral(claims.bytes() + QByteArray("03tx\xFF\xFF\xFF\x7FT", 9))->clipDataCount(), 10);
 }
 
-TEST(BadInput, DeepListNestingRandomBytesAndOddText)
+TEST(BadInput, DeepListNestingAndOddText)
 {
     RiffAviBuilder avi;
     for (int i = 0; i < 20000; ++i)
@@ -96,17 +95,6 @@ TEST(BadInput, DeepListNestingRandomBytesAndOddText)
         qToLittleEndian<quint32>(0xFFFFFFF0u, broken.data() + pos + 4);
     EXPECT_EQ(loadGeneral(broken)->clipDataCount(), 10);
 
-    for (uint32_t seed = 1; seed <= 8; ++seed) {
-        std::mt19937 generator(seed);
-        QByteArray random(int(seed * 2999), '\0');
-        for (char& byte : random)
-            byte = static_cast<char>(generator());
-        if (seed % 3 == 0)
-            random.replace(0, 12, QByteArray("RIFF\0\0\0\0AVI ", 12));
-        if (seed % 4 == 0)
-            random.insert(qsizetype(seed * 100), "02tx\0gsensor,1,2");
-        expectSaneEverywhere(random, "seed " + std::to_string(seed));
-    }
     // Text that is not quite what the cameras write.
     const QByteArray good
         = SubtitleBuilder().gsensorBlocks(12).block("GPRMC,1,A,1,N,2,E,3").bytes();

@@ -52,27 +52,6 @@ namespace {
 const int kWaitMs = TestTiming::scaled(30000);
 const QDateTime kStart(QDate(2024, 3, 15), QTime(8, 15, 0), Qt::UTC);
 
-// Types `path` into the next save panel as soon as it is up and confirms.
-void answerSavePanel(const QString& path)
-{
-    auto* poll = new QTimer;
-    poll->setInterval(50);
-    QObject::connect(poll, &QTimer::timeout, [poll, path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !dialog->isVisible())
-            return;
-        poll->stop();
-        poll->deleteLater();
-        QTimer::singleShot(200, dialog, [dialog, path] {
-            dialog->setDirectory(QFileInfo(path).absolutePath());
-            if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
-                name->setText(QFileInfo(path).fileName());
-            QMetaObject::invokeMethod(dialog, "accept");
-        });
-    });
-    poll->start();
-}
-
 class VideoExportTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -130,7 +109,7 @@ protected:
         dialog->findChild<QComboBox*>(QStringLiteral("videoExportPicture"))
             ->setCurrentIndex(int(picture));
         dialog->findChild<QCheckBox*>(QStringLiteral("videoExportOverlay"))->setChecked(overlay);
-        answerSavePanel(QDir(m_outDir).filePath(name));
+        ViewerTestSupport::answerSavePanel(QDir(m_outDir).filePath(name));
         QTest::mouseClick(
             dialog->findChild<QPushButton*>(QStringLiteral("videoExportStart")), Qt::LeftButton);
         return dialog;

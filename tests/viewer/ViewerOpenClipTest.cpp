@@ -80,7 +80,6 @@ TEST(ViewerCommandLineTest, CardsFoldersClipsAndOptions)
         { { "--trip", "2", folder }, -1, {}, folder, {}, true, -1, 2 },
         { { "--help" }, 0, {}, {}, {} },
         { { notes }, 2, {}, {}, {} },
-        { { clip + ".missing" }, 2, {}, {}, {} },
         { { "--card", missing }, 2, {}, {}, {} },
         { { "sftp://camera.local/evt_rec/a_F.mp4" }, 2, {}, {}, {} },
         { { "--play", "0", clip }, 2, {}, {}, {} },

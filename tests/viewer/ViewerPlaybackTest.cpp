@@ -76,31 +76,6 @@ bool bothPlaying(MainWindow& window)
     return !window.session().isVideoPaused();
 }
 
-// Answers the next save panel with `path` as soon as it is up, noting its
-// title.
-void answerSavePanel(const QString& path, QString* title)
-{
-    auto* poll = new QTimer;
-    poll->setInterval(50);
-    QObject::connect(poll, &QTimer::timeout, [poll, path, title] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !dialog->isVisible())
-            return;
-        poll->stop();
-        poll->deleteLater();
-        // Once the panel has settled, as a user would: read it, type the
-        // folder and the name, confirm.
-        QTimer::singleShot(200, dialog, [dialog, path, title] {
-            *title = dialog->windowTitle();
-            dialog->setDirectory(QFileInfo(path).absolutePath());
-            if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
-                name->setText(QFileInfo(path).fileName());
-            QMetaObject::invokeMethod(dialog, "accept");
-        });
-    });
-    poll->start();
-}
-
 class ViewerPlaybackTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -216,7 +191,7 @@ TEST_F(ViewerPlaybackTest, PairPlaysWithTelemetryThenSwapsStepsAndGoesFullScreen
     QTemporaryDir out;
     QString panelTitle;
     const QString stillPath = out.filePath(QStringLiteral("still.png"));
-    answerSavePanel(stillPath, &panelTitle);
+    ViewerTestSupport::answerSavePanel(stillPath, &panelTitle);
     QTest::mouseClick(transport->snapshotButton, Qt::LeftButton);
     EXPECT_EQ(panelTitle, QStringLiteral("Save"));
     // The frame is decoded and written off the GUI thread.

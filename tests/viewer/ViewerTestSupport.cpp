@@ -2,10 +2,14 @@
 
 #include "i18n/ViewerLanguage.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 
 namespace ViewerTestSupport {
@@ -37,6 +41,28 @@ QString saveScreenshot(QWidget& widget, const QString& name)
     QCoreApplication::processEvents();
     window->screen()->grabWindow(window->winId()).save(path);
     return path;
+}
+
+void answerSavePanel(const QString& path, QString* title)
+{
+    auto* poll = new QTimer;
+    poll->setInterval(50);
+    QObject::connect(poll, &QTimer::timeout, [poll, path, title] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        poll->stop();
+        poll->deleteLater();
+        QTimer::singleShot(200, dialog, [dialog, path, title] {
+            if (title)
+                *title = dialog->windowTitle();
+            dialog->setDirectory(QFileInfo(path).absolutePath());
+            if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+                name->setText(QFileInfo(path).fileName());
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+    });
+    poll->start();
 }
 
 } // namespace ViewerTestSupport

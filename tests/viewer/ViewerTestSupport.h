@@ -19,4 +19,8 @@ void useLanguage(const QString& code);
 // when that variable is set (to look at the windows); returns the path or "".
 QString saveScreenshot(QWidget& widget, const QString& name);
 
+// Answers the next save panel with `path` once it is up and settled, as a
+// user would (folder and name typed, confirmed); its title goes to `title`.
+void answerSavePanel(const QString& path, QString* title = nullptr);
+
 } // namespace ViewerTestSupport
