@@ -1,6 +1,10 @@
 // The kernel's mount table as the format reads it: escapes, the mount on top,
 // and lines a hostile or truncated table may hold.
 #include "settings/format/MountTable.h"
+#include "TestFiles.h"
+#include "settings/format/FuseDaemons.h"
+
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -39,4 +43,19 @@ TEST(MountTableTest, ReadsWhatItCanAndFindsTheMountOnTop)
             << path;
     EXPECT_FALSE(MountTable::mountHolding({}, QStringLiteral("/")).has_value());
     EXPECT_TRUE(MountTable::read(QStringLiteral("/nonexistent/mountinfo")).isEmpty());
+}
+
+// A FUSE daemon that has ended but not been reaped (a zombie) is gone: the
+// format does not wait for it.
+TEST(FuseDaemonsTest, OnlyALivingProcessExists)
+{
+    QTemporaryDir proc;
+    const std::pair<const char*, bool> states[]
+        = { { "S", true }, { "R", true }, { "Z", false }, { "X", false } };
+    for (qint64 pid = 1; const auto& [state, alive] : states) {
+        TestFiles::write(proc.filePath(QStringLiteral("%1/stat").arg(pid)),
+            QStringLiteral("%1 (mount.fuse) %2) %3 1 1").arg(pid).arg(state, state).toUtf8());
+        EXPECT_EQ(processExists(proc.path(), pid++), alive) << state;
+    }
+    EXPECT_FALSE(processExists(proc.path(), 99));
 }
