@@ -21,6 +21,7 @@
 #include "app/window/VideoArea.h"
 #include "config/FolderVolumeSource.h"
 #include "config/VolumeUtils.h"
+#include "editors/web/WebEngineProcess.h"
 #include "library/ClipConverter.h"
 #include "player/TavroAVView.h"
 #include "style/TavroStyle.h"
@@ -459,10 +460,7 @@ QByteArray loadAverage()
 
 int main(int argc, char** argv)
 {
-    // QtWebEngine (the map) cannot start its sandbox as root.
-    if (::geteuid() == 0 && !qgetenv("QTWEBENGINE_CHROMIUM_FLAGS").contains("--no-sandbox"))
-        qputenv(
-            "QTWEBENGINE_CHROMIUM_FLAGS", qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") + " --no-sandbox");
+    WebEngineProcess::prepare(); // as the viewer starts it
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QtWebEngineQuick::initialize();
     QApplication app(argc, argv);
