@@ -9,7 +9,6 @@
 #include "DriveClip.h"
 #include "MediaProbe.h"
 #include "RecordingAlertSink.h"
-#include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "TestTiming.h"
 #include "app/session/MainWindowController.h"
@@ -19,13 +18,8 @@
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
 #include "app/window/VideoExportDialog.h"
-#include "config/FolderVolumeSource.h"
-#include "config/TolmSettingManager.h"
-#include "config/VolumeUtils.h"
-#include "i18n/ViewerLanguage.h"
 #include "library/Utils.h"
 #include "player/TavroAVView.h"
-#include "style/TavroStyle.h"
 
 #include <QAction>
 #include <QApplication>
@@ -37,7 +31,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -52,21 +45,15 @@ namespace {
 const int kWaitMs = TestTiming::scaled(30000);
 const QDateTime kStart(QDate(2024, 3, 15), QTime(8, 15, 0), Qt::UTC);
 
-class VideoExportTest : public ::testing::Test {
+class VideoExportTest : public ViewerFixture {
 protected:
     void SetUp() override
     {
-        ViewerTestSupport::useOwnSettings("tavro-viewer-export-test");
         if (!TestFiles::haveTool(QStringLiteral("ffmpeg"))
             || !TestFiles::haveTool(QStringLiteral("ffprobe")))
             GTEST_SKIP() << "ffmpeg is not installed";
-        QSettings().clear();
-        ViewerLanguage::initializeLanguageSetting();
-        TavroStyle::apply(*qApp);
+        ViewerFixture::SetUp();
         const QString root = m_card.path();
-        QDir(root).mkpath(QStringLiteral("SETTING"));
-        TestFiles::write(root + QStringLiteral("/SETTING/setup.cfg"),
-            SetupCfgBuilder(432).sizeWord(432).productName("Tolm").version("1.02.17").bytes());
         for (int i = 0; i < 2; ++i) {
             const QDateTime at = kStart.addSecs(i * 3);
             const QString base = root + QStringLiteral("/cont_rec/")
@@ -76,24 +63,9 @@ protected:
             ASSERT_TRUE(DriveClip::make(
                 base + "_R.mp4", 3, 80, 60, 10, 7, { at, i * 3, -1 }, { "blue", false }));
         }
-        auto cards = std::make_shared<FolderVolumeSource>();
-        cards->addFolder(root, QStringLiteral("CARD"));
-        Utils::setVolumeSource(cards);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        mountCard(root);
         const QString kept = qEnvironmentVariable("TAVRO_SCREENSHOT_DIR");
         m_outDir = kept.isEmpty() ? m_out.path() : kept;
-    }
-    void TearDown() override
-    {
-        Utils::setVolumeSource(nullptr);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-        QSettings().clear();
-    }
-
-    bool playing(MainWindow& window) const
-    {
-        const TavroAVView* big = window.videoArea()->bigMovieView();
-        return big->status() == TavroAVViewStatus::Prepared && big->rate() > 0.0f;
     }
 
     // File ▸ Export video…: picks the range and the picture, answers the
@@ -152,7 +124,7 @@ TEST_F(VideoExportTest, ClipTripSpanAndWholeTripThenCancelLeavesNoFile)
 
     // The front clip alone, the rear camera: a copy of the blue picture.
     window.controller().videoFileListDoubleClicked(0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return playing(window); }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ViewerTestSupport::bothPlaying(window); }, kWaitMs));
     VideoExportDialog* dialog
         = startExport(window, Range::CurrentClip, Picture::Rear, false, "clip.mp4");
     ASSERT_NE(dialog, nullptr);
@@ -167,7 +139,8 @@ TEST_F(VideoExportTest, ClipTripSpanAndWholeTripThenCancelLeavesNoFile)
     // one inset in the lower right.
     window.controller().playTrip(0);
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return window.session().isPlayingTrip() && playing(window); }, kWaitMs));
+        [&] { return window.session().isPlayingTrip() && ViewerTestSupport::bothPlaying(window); },
+        kWaitMs));
     window.session().pauseVideo();
     window.session().seekTimeSliderTouchedUp(1.0);
     QTest::keyClick(&window, Qt::Key_I);

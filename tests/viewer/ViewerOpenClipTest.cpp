@@ -17,16 +17,12 @@
 #include "app/window/MainWindow.h"
 #include "app/window/VideoArea.h"
 #include "app/window/ViewerCommandLine.h"
-#include "config/TolmSettingManager.h"
-#include "config/VolumeUtils.h"
 #include "library/ClipLibrary.h"
 #include "player/TavroAVView.h"
-#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -106,30 +102,18 @@ TEST(ViewerCommandLineTest, CardsFoldersClipsAndOptions)
     }
 }
 
-// Both views prepared and running.
-bool bothPlaying(MainWindow& window)
-{
-    for (const TavroAVView* view :
-        { window.videoArea()->bigMovieView(), window.videoArea()->smallMovieView() }) {
-        if (view->status() != TavroAVViewStatus::Prepared || view->rate() <= 0.0f)
-            return false;
-    }
-    return !window.session().isVideoPaused();
-}
+using ViewerTestSupport::bothPlaying;
 
 // A drive: a 3 s front/rear pair, a 1 s two-camera AVI with sound but
 // without telemetry (timed by its name), another pair, and an event recording
 // with a knock 1.5 s in. Alerts are noted and closed.
-class ViewerDriveTest : public ::testing::Test {
+class ViewerDriveTest : public ViewerFixture {
 protected:
     void SetUp() override
     {
-        ViewerTestSupport::useOwnSettings("tavro-viewer-open-clip-test");
         if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
             GTEST_SKIP() << "ffmpeg is not installed";
-        QSettings().clear();
-        TavroStyle::apply(*qApp);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
+        ViewerFixture::SetUp();
         ASSERT_TRUE(m_dir.isValid());
         // A failure alert would wait for a click: note its text and close it.
         m_alertCloser.setInterval(100);
@@ -156,9 +140,7 @@ protected:
     void TearDown() override
     {
         m_alertCloser.stop();
-        Utils::setVolumeSource(nullptr);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-        QSettings().clear();
+        ViewerFixture::TearDown();
     }
     static QString name(int second)
     {

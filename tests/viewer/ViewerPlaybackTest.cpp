@@ -23,19 +23,14 @@
 #include "app/window/TelemetryPanel.h"
 #include "app/window/TransportBar.h"
 #include "app/window/VideoArea.h"
-#include "config/FolderVolumeSource.h"
-#include "config/TolmSettingManager.h"
-#include "config/VolumeUtils.h"
 #include "display/MapWindow.h"
 #include "display/SpeedMeterView.h"
 #include "editors/format/CardOperationDialog.h"
 #include "editors/format/CardSheetDialog.h"
-#include "i18n/ViewerLanguage.h"
 #include "player/TavroAVView.h"
 #include "settings/format/CardFormatActivity.h"
 #include "settings/format/CardFormatter.h"
 #include "settings/format/FormatQuitGuard.h"
-#include "style/TavroStyle.h"
 
 #include <QApplication>
 #include <QDir>
@@ -49,7 +44,6 @@
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -64,48 +58,23 @@ namespace {
 constexpr int kClipSeconds = 12;
 const int kWaitMs = TestTiming::scaled(20000);
 
-// Both views prepared and running (the views report their rate; statuses
-// stop at Prepared).
-bool bothPlaying(MainWindow& window)
-{
-    for (const TavroAVView* view :
-        { window.videoArea()->bigMovieView(), window.videoArea()->smallMovieView() }) {
-        if (view->status() != TavroAVViewStatus::Prepared || view->rate() <= 0.0f)
-            return false;
-    }
-    return !window.session().isVideoPaused();
-}
+using ViewerTestSupport::bothPlaying;
 
-class ViewerPlaybackTest : public ::testing::Test {
+// A card with one front/rear pair of 12 s.
+class ViewerPlaybackTest : public ViewerFixture {
 protected:
     void SetUp() override
     {
-        ViewerTestSupport::useOwnSettings("tavro-viewer-playback-test");
         if (!TestFiles::haveTool(QStringLiteral("ffmpeg")))
             GTEST_SKIP() << "ffmpeg is not installed";
-        QSettings().clear();
-        ViewerLanguage::initializeLanguageSetting();
-        TavroStyle::apply(*qApp);
+        ViewerFixture::SetUp();
         ASSERT_TRUE(m_card.isValid());
         const QString root = m_card.path();
-        QDir(root).mkpath(QStringLiteral("SETTING"));
-        TestFiles::write(root + QStringLiteral("/SETTING/setup.cfg"),
-            SetupCfgBuilder(432).sizeWord(432).productName("Tolm").version("1.02.17").bytes());
         ASSERT_TRUE(DriveClip::make(root + QStringLiteral("/cont_rec/20240315_081502_F.mp4"),
             kClipSeconds, 320, 180, 15, 0));
         ASSERT_TRUE(DriveClip::make(root + QStringLiteral("/cont_rec/20240315_081502_R.mp4"),
             kClipSeconds, 240, 136, 15, 7));
-        // The folder stands for a mounted memory card, as --card makes it.
-        auto cards = std::make_shared<FolderVolumeSource>();
-        cards->addFolder(root, QStringLiteral("CARD"));
-        Utils::setVolumeSource(cards);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-    }
-    void TearDown() override
-    {
-        Utils::setVolumeSource(nullptr);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-        QSettings().clear();
+        mountCard(root);
     }
 
     QTemporaryDir m_card;

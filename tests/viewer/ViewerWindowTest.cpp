@@ -15,9 +15,6 @@
 #include "app/window/MessageBoxAlertSink.h"
 #include "app/window/TransportBar.h"
 #include "app/window/ViewerImages.h"
-#include "config/FolderVolumeSource.h"
-#include "config/TolmSettingManager.h"
-#include "config/VolumeUtils.h"
 #include "display/SpeedMeterView.h"
 #include "display/SpeedUnit.h"
 #include "i18n/LocalizationKeys.h"
@@ -36,7 +33,6 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QSettings>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
@@ -60,25 +56,9 @@ int brightestPixel(const QImage& image)
     return brightest;
 }
 
-class ViewerWindowTest : public ::testing::Test {
+// No card: the window starts empty.
+class ViewerWindowTest : public ViewerFixture {
 protected:
-    void SetUp() override
-    {
-        ViewerTestSupport::useOwnSettings("tavro-viewer-window-test");
-        QSettings().clear();
-        ViewerLanguage::initializeLanguageSetting();
-        TavroStyle::apply(*qApp);
-        // No card: the window starts empty.
-        Utils::setVolumeSource(std::make_shared<FolderVolumeSource>());
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-    }
-    void TearDown() override
-    {
-        QSettings().clear();
-        Utils::setVolumeSource(nullptr);
-        TolmSettingManager::ChagneTolmSettingManager(nullptr);
-    }
-
     // Every button and slider of the window carries a tooltip in `code`; no
     // caption is wider than its button; the menus read as the language says.
     static void expectTitledIn(MainWindow& window, const QString& code)
