@@ -14,7 +14,6 @@
 #include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
 
@@ -41,39 +40,6 @@ bool makeClip(const QString& path, const QString& source,
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
     ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
-    return ffmpeg.waitForFinished(120000) && ffmpeg.exitCode() == 0;
-}
-
-// A clip of one colour whose subtitle track carries the telemetry of its
-// part of a drive.
-bool makeTripClip(
-    const QString& path, const QColor& colour, const char* size, const DriveClip::Drive& drive)
-{
-    QTemporaryDir scratch;
-    const QString srt = scratch.filePath(QStringLiteral("telemetry.srt"));
-    QFile file(srt);
-    if (!file.open(QIODevice::WriteOnly)
-        || file.write(DriveClip::telemetrySrt(kTripClipSeconds, 0, drive).toUtf8()) < 0)
-        return false;
-    file.close();
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QProcess ffmpeg;
-    ffmpeg.setProcessChannelMode(QProcess::MergedChannels);
-    ffmpeg.start(QStringLiteral("ffmpeg"),
-        { QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"), QStringLiteral("-f"),
-            QStringLiteral("lavfi"), QStringLiteral("-i"),
-            QStringLiteral("color=c=%1:s=%2:r=30:d=%3")
-                .arg(colour.name(), QLatin1String(size))
-                .arg(kTripClipSeconds),
-            QStringLiteral("-i"), srt, QStringLiteral("-map"), QStringLiteral("0:v"),
-            QStringLiteral("-map"), QStringLiteral("1:s"), QStringLiteral("-vf"),
-            QStringLiteral("scale=out_color_matrix=bt709,format=yuv420p"),
-            QStringLiteral("-colorspace"), QStringLiteral("bt709"),
-            QStringLiteral("-color_primaries"), QStringLiteral("bt709"),
-            QStringLiteral("-color_trc"), QStringLiteral("bt709"), QStringLiteral("-c:v"),
-            QStringLiteral("libx264"), QStringLiteral("-preset"), QStringLiteral("ultrafast"),
-            QStringLiteral("-g"), QStringLiteral("30"), QStringLiteral("-c:s"),
-            QStringLiteral("mov_text"), path });
     return ffmpeg.waitForFinished(120000) && ffmpeg.exitCode() == 0;
 }
 
@@ -156,8 +122,11 @@ QString tripCard()
             const QString base = root + (i == 2 ? "/evt_rec/" : "/cont_rec/")
                 + at.toLocalTime().toString(QStringLiteral("yyyyMMdd_HHmmss"));
             const DriveClip::Drive drive { at, i * kTripClipSeconds, i == 2 ? 20 : -1 };
-            if (!makeTripClip(base + QStringLiteral("_F.mp4"), kTripFront[i], "1280x720", drive)
-                || !makeTripClip(base + QStringLiteral("_R.mp4"), kTripRear[i], "640x480", drive))
+            // Clips of one colour each, whose subtitle tracks carry the telemetry.
+            if (!DriveClip::make(base + QStringLiteral("_F.mp4"), kTripClipSeconds, 1280, 720, 30,
+                    0, drive, { kTripFront[i].name(), false, true })
+                || !DriveClip::make(base + QStringLiteral("_R.mp4"), kTripClipSeconds, 640, 480, 30,
+                    0, drive, { kTripRear[i].name(), false, true }))
                 return QString();
         }
         return root;

@@ -87,6 +87,12 @@ bool make(const QString& path, int seconds, int width, int height, int fps, int 
                   << QStringLiteral("aac");
     arguments << QStringLiteral("-map") << QStringLiteral("0:v") << QStringLiteral("-map")
               << QStringLiteral("1:s");
+    if (look.bt709)
+        arguments << QStringLiteral("-vf")
+                  << QStringLiteral("scale=out_color_matrix=bt709,format=yuv420p")
+                  << QStringLiteral("-colorspace") << QStringLiteral("bt709")
+                  << QStringLiteral("-color_primaries") << QStringLiteral("bt709")
+                  << QStringLiteral("-color_trc") << QStringLiteral("bt709");
     arguments << QStringLiteral("-c:v") << QStringLiteral("libx264") << QStringLiteral("-preset")
               << QStringLiteral("ultrafast") << QStringLiteral("-pix_fmt")
               << QStringLiteral("yuv420p") << QStringLiteral("-g") << QString::number(fps)

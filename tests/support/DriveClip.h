@@ -25,6 +25,9 @@ struct Drive {
 struct Look {
     QString colour;
     bool sound = false;
+    // Converted with the BT.709 matrix and tagged so, so that a player turns
+    // the colours back exactly as they were drawn.
+    bool bt709 = false;
 };
 
 // The SubRip text of that telemetry; `tag` goes into the G values so that a
