@@ -4,7 +4,7 @@
 // picture in picture, the whole trip side by side with the telemetry, each
 // file checked with ffprobe and with a frame of it; and a Cancel that leaves
 // no file. TAVRO_SCREENSHOT_DIR keeps the files and a picture of the dialog.
-#include "ViewerTestSupport.h"
+#include "ViewerFixture.h"
 
 #include "DriveClip.h"
 #include "MediaProbe.h"
@@ -124,7 +124,7 @@ TEST_F(VideoExportTest, ClipTripSpanAndWholeTripThenCancelLeavesNoFile)
 
     // The front clip alone, the rear camera: a copy of the blue picture.
     window.controller().videoFileListDoubleClicked(0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return ViewerTestSupport::bothPlaying(window); }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bothPlaying(window); }, kWaitMs));
     VideoExportDialog* dialog
         = startExport(window, Range::CurrentClip, Picture::Rear, false, "clip.mp4");
     ASSERT_NE(dialog, nullptr);
@@ -139,8 +139,7 @@ TEST_F(VideoExportTest, ClipTripSpanAndWholeTripThenCancelLeavesNoFile)
     // one inset in the lower right.
     window.controller().playTrip(0);
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return window.session().isPlayingTrip() && ViewerTestSupport::bothPlaying(window); },
-        kWaitMs));
+        [&] { return window.session().isPlayingTrip() && bothPlaying(window); }, kWaitMs));
     window.session().pauseVideo();
     window.session().seekTimeSliderTouchedUp(1.0);
     QTest::keyClick(&window, Qt::Key_I);

@@ -2,7 +2,7 @@
 // with" runs `tavro-viewer %U`): its folder listed, the clip selected and
 // playing; and `tavro-viewer --trip N FOLDER`: a drive of several clips
 // played on through their boundaries. With real mpv and ffmpeg.
-#include "ViewerTestSupport.h"
+#include "ViewerFixture.h"
 
 #include "DriveClip.h"
 #include "FfmpegClipBuilder.h"
@@ -101,8 +101,6 @@ TEST(ViewerCommandLineTest, CardsFoldersClipsAndOptions)
         EXPECT_EQ(result.options.tripNumber, c.trip);
     }
 }
-
-using ViewerTestSupport::bothPlaying;
 
 // A drive: a 3 s front/rear pair, a 1 s two-camera AVI with sound but
 // without telemetry (timed by its name), another pair, and an event recording

@@ -5,7 +5,7 @@
 // a still, the keys and a right click on the small view. Quitting by a signal
 // while a clip is converted: ffmpeg ends within a second, nothing of its output
 // stays in the cache; while a card is formatted, the quit waits, the sheet up.
-#include "ViewerTestSupport.h"
+#include "ViewerFixture.h"
 
 #include "DriveClip.h"
 #include "RecordingAlertSink.h"
@@ -57,8 +57,6 @@ namespace {
 
 constexpr int kClipSeconds = 12;
 const int kWaitMs = TestTiming::scaled(20000);
-
-using ViewerTestSupport::bothPlaying;
 
 // A card with one front/rear pair of 12 s.
 class ViewerPlaybackTest : public ViewerFixture {

@@ -2,31 +2,14 @@
 
 #include <QString>
 
-#include <gtest/gtest.h>
-
-class MainWindow;
 class QWidget;
-
-// The viewer's window tests: settings cleared, English texts in the viewer's
-// style, and no card or card model left over from another test.
-class ViewerFixture : public ::testing::Test {
-protected:
-    void SetUp() override;
-    void TearDown() override;
-    // Writes a Tolm's "setup.cfg" under `root` and lets the folder stand for a
-    // mounted memory card, as --card makes it.
-    static void mountCard(const QString& root);
-};
 
 // Helpers shared by the viewer's window tests.
 namespace ViewerTestSupport {
 
-// Kept for the editors' window tests; every test binary has settings of
-// its own already.
+// Gives this test binary settings of its own: test binaries run in parallel,
+// and others clear the shared store at will. Call first in SetUp.
 void useOwnSettings(const char* binaryName);
-
-// Both views prepared and running, and the session not paused.
-bool bothPlaying(MainWindow& window);
 
 // Switches the viewer language the way the menu does and lets the windows
 // re-apply their texts.

@@ -3,7 +3,7 @@
 // clip list over a real library, the artwork behind every button, alerts as
 // message boxes; the zoomable area is the on-screen tests'); printing a still.
 #include "CardTreeBuilder.h"
-#include "ViewerTestSupport.h"
+#include "ViewerFixture.h"
 
 #include "TavroVersion.h"
 #include "TestFiles.h"
