@@ -44,8 +44,6 @@ protected:
         ASSERT_TRUE(s_made) << "make-demo-card failed";
     }
 
-    static QString card(const QString& relative) { return s_card + u'/' + relative; }
-
     static QStringList files(const QString& pattern)
     {
         QStringList found;

@@ -136,4 +136,8 @@ TEST(Mp4TextTrack, TrackOfAMovieMadeByFfmpeg)
     const auto record = std::make_unique<TavroClipData>();
     for (qsizetype cut = 0; cut < bytes.size(); cut += std::max<qsizetype>(1, bytes.size() / 97))
         EXPECT_LE(Mp4TextTrackParser().parse(QByteArrayView(bytes).first(cut), *record), 40);
+    // One sample that is not UTF-8 (the last one here) refuses the whole track.
+    QByteArray bad = bytes;
+    bad[bad.lastIndexOf("gsensor,")] = '\xff';
+    EXPECT_EQ(Mp4TextTrackParser().parse(bad, *record), 0);
 }
