@@ -174,8 +174,7 @@ TEST_F(ExportCli, BadInputAndUnwritableOutput)
     // Usage errors.
     for (const QStringList& args :
         { QStringList { "export" }, QStringList { "export", s_card, "--format", "json" },
-            QStringList { "telemetry", "--trip", "--format", "json", saved },
-            QStringList { "telemetry", "--format", "shp", saved } })
+            QStringList { "telemetry", "--trip", "--format", "json", saved } })
         EXPECT_EQ(TestFiles::runCli(args).exitCode, 2) << args.join(' ').toStdString();
     EXPECT_EQ(TestFiles::runCli({ "export", scratchPath("nowhere") }).exitCode, 1);
 }

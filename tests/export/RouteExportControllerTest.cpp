@@ -70,9 +70,6 @@ TEST(RouteExportController, WritesTheTripsAndReportsProgressOrNothing)
     const QStringList noFix = writeClips(dir.filePath("nofix"), 2, "V");
     EXPECT_EQ(
         runExport(controller, noFix, RouteFormat::Kml, kml).status, RouteExport::Status::NoContent);
-    // The table still has the G-sensor samples.
-    EXPECT_EQ(runExport(controller, noFix, RouteFormat::Csv, dir.filePath("g.csv")).status,
-        RouteExport::Status::Written);
     const QStringList many = writeClips(dir.filePath("many"), 300);
     EXPECT_EQ(runExport(controller, many, RouteFormat::Kml, kml, true).status,
         RouteExport::Status::Cancelled);
