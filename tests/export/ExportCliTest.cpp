@@ -93,6 +93,7 @@ TEST_F(ExportCli, NativeReaderGivesTheSamplesOfTheFfmpegPathOnEveryDemoClip)
         ASSERT_EQ(viaFfmpeg.exitCode, 0);
         ASSERT_EQ(viaTrack.exitCode, 0);
         EXPECT_EQ(samplesOf(viaTrack.out), samplesOf(viaFfmpeg.out));
+        EXPECT_EQ(QJsonDocument::fromJson(viaTrack.out)["loader"], "native");
         withTelemetry += samplesOf(viaTrack.out).isEmpty() ? 0 : 1;
     }
     EXPECT_EQ(withTelemetry, mp4s.size() - 1); // all but the camera's own export
