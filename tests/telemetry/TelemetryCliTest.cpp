@@ -55,12 +55,11 @@ QJsonObject record(const QString& file, const char* loader, int gps, const QJson
 
 TEST(TelemetryCli, JsonLinePerFileWithTheLoaderTheNameCallsFor)
 {
-    const QByteArray kelBytes
-        = RiffAviBuilder()
-              .aviHeaders()
-              .kelGRecord(128, 128, 228)
-              .sentence(RiffAviBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "1.0"))
-              .bytes();
+    RiffAviBuilder kelClip;
+    kelClip.aviHeaders()
+        .kelGRecord(128, 128, 228)
+        .sentence(RiffAviBuilder::rmc("A", "3723.2475", "N", "12658.4100", "E", "1.0"));
+    const QByteArray kelBytes = kelClip.bytes();
     const QString tail
         = writeClip("tail.avi", TailBlockBuilder().sample(1, "1.25", "-2.5", 30, 1, 2, 3).bytes());
     const QString nothing = writeClip("nothing.avi", "no telemetry here");
