@@ -147,31 +147,20 @@ TEST_F(CutCli, OverlayDrawsTheTelemetryOnThePicture)
 
 TEST_F(CutCli, BadCommandLinesAndUnwritableOutputs)
 {
+    // `tavro cut CARD --trip ...` into `output`.
+    const auto cutInto = [](const QString& options, const QString& output) {
+        return TestFiles::runCli(QStringList { "cut", card(), "--trip" } + options.split(' ')
+            + QStringList { "--output", output });
+    };
     const QString out = m_out.filePath("x.mp4");
-    for (const QStringList& args : {
-             QStringList { "cut", card(), "--trip", "0", "--from", "1", "--output", out },
-             QStringList {
-                 "cut", card(), "--trip", "0", "--from", "3", "--to", "2", "--output", out },
-             QStringList { "cut", card(), "--trip", "0", "--from", "1", "--to", "2", "--output",
-                 out, "--compose", "grid" },
-             QStringList {
-                 "cut", card(), "--trip", "5", "--from", "1", "--to", "2", "--output", out },
-             QStringList {
-                 "cut", card(), "--trip", "0", "--from", "20", "--to", "30", "--output", out },
-         }) {
-        EXPECT_EQ(TestFiles::runCli(args).exitCode, 2) << args.join(' ').toStdString();
-    }
+    for (const char* options : { "0 --from 1", "0 --from 3 --to 2",
+             "0 --from 1 --to 2 --compose grid", "5 --from 1 --to 2", "0 --from 20 --to 30" })
+        EXPECT_EQ(cutInto(options, out).exitCode, 2) << options;
     // A folder that does not exist; a folder standing where the file should
     // go (ffmpeg writes, the rename fails): nothing is left behind.
-    EXPECT_EQ(TestFiles::runCli({ "cut", card(), "--trip", "0", "--from", "1", "--to", "2",
-                                    "--output", m_out.filePath("missing/x.mp4") })
-                  .exitCode,
-        1);
+    EXPECT_EQ(cutInto("0 --from 1 --to 2", m_out.filePath("missing/x.mp4")).exitCode, 1);
     ASSERT_TRUE(QDir(m_out.path()).mkdir("taken.mp4"));
-    EXPECT_EQ(TestFiles::runCli({ "cut", card(), "--trip", "0", "--from", "1", "--to", "2",
-                                    "--output", m_out.filePath("taken.mp4") })
-                  .exitCode,
-        1);
+    EXPECT_EQ(cutInto("0 --from 1 --to 2", m_out.filePath("taken.mp4")).exitCode, 1);
     EXPECT_EQ(QDir(m_out.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
         QStringList { "taken.mp4" });
     EXPECT_TRUE(QDir(m_out.filePath("taken.mp4")).isEmpty());

@@ -95,9 +95,7 @@ std::optional<QVector<BabelPoint>> gpsbabelPoints(const QString& format, const Q
         QStringLiteral("gpsbabel"), { "-t", "-i", format, "-f", path, "-o", "unicsv", "-F", "-" });
     if (!babel.waitForFinished(60000) || babel.exitCode() != 0)
         return std::nullopt;
-    const QList<QByteArray> lines = babel.readAllStandardOutput().split('\n');
-    if (lines.isEmpty())
-        return std::nullopt;
+    const QList<QByteArray> lines = babel.readAllStandardOutput().split('\n'); // never empty
     const QList<QByteArray> header = lines.first().trimmed().split(',');
     const qsizetype latColumn = header.indexOf("Latitude");
     const qsizetype lngColumn = header.indexOf("Longitude");

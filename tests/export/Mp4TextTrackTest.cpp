@@ -1,6 +1,5 @@
 // The MP4 text-track reader: on movies written box by box (every form of the
-// sample size and offset tables), against ffmpeg's own subtitle extraction,
-// and on broken files.
+// sample size and offset tables), on one that ffmpeg wrote, and on broken files.
 #include "ExportTestSupport.h"
 
 #include "FfmpegClipBuilder.h"
@@ -9,8 +8,6 @@
 #include "telemetry/Mp4TextTrack.h"
 #include "telemetry/Mp4TextTrackParser.h"
 #include "telemetry/TavroClipData.h"
-
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -107,8 +104,10 @@ TEST(Mp4TextTrack, SamplesThroughEveryFormOfTheTables)
     EXPECT_FALSE(Mp4TextTrack::isMovie("not really a clip, just text that goes on for a while"));
 }
 
-TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
+TEST(Mp4TextTrack, TrackOfAMovieMadeByFfmpeg)
 {
+    // Its samples against ffmpeg's own extraction: `tavro telemetry --loader
+    // native` on every clip of the demo card.
     if (!TestFiles::haveTool("ffmpeg"))
         GTEST_SKIP() << "ffmpeg is not installed";
     QVector<Second> seconds(4);
@@ -119,28 +118,12 @@ TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
     ASSERT_TRUE(
         FfmpegClipBuilder::makeSubtitledMp4(mp4, QString::fromLatin1(subtitleText(seconds))))
         << FfmpegClipBuilder::lastLog().toStdString();
-    // What the viewer reads: the track extracted by ffmpeg to SubRip text.
-    QProcess ffmpeg;
-    ffmpeg.start("ffmpeg",
-        { "-nostdin", "-loglevel", "error", "-y", "-i", mp4, "-vn", "-an", "-c:s", "text",
-            mp4 + ".srt" });
-    ASSERT_TRUE(ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0);
-    const auto viaFfmpeg = std::make_unique<TavroClipData>();
-    viaFfmpeg->loadVideoFileCilpDataFromFilePath(mp4 + ".srt");
     const auto viaTrack = std::make_unique<TavroClipData>();
     viaTrack->loadMp4TextTrack(mp4);
-    ASSERT_EQ(viaTrack->clipDataCount(), 40);
+    EXPECT_EQ(viaTrack->clipDataCount(), 40);
     EXPECT_EQ(viaTrack->gpsDataCount(), 30);
-    EXPECT_EQ(viaFfmpeg->clipDataCount(), 40);
-    EXPECT_EQ(viaFfmpeg->gpsDataCount(), 30);
-    for (int i = 0; i < 40; ++i) {
-        EXPECT_EQ(viaTrack->getGx(i), viaFfmpeg->getGx(i)) << i;
-        EXPECT_EQ(viaTrack->getGpsLat(i), viaFfmpeg->getGpsLat(i)) << i;
-        EXPECT_EQ(viaTrack->getGpsSpeed(i), viaFfmpeg->getGpsSpeed(i)) << i;
-        EXPECT_EQ(viaTrack->sampleUtcMsecs(i), viaFfmpeg->sampleUtcMsecs(i)) << i;
-    }
-    // The same telemetry as its samples' texts, in track order (the muxer
-    // fills gaps between subtitles with empty samples).
+    // The telemetry as its samples' texts, in track order (the muxer fills
+    // gaps between subtitles with empty samples).
     const QByteArray bytes = TestFiles::read(mp4);
     const auto track = texts(bytes);
     ASSERT_TRUE(track.has_value());
@@ -153,4 +136,8 @@ TEST(Mp4TextTrack, SameSamplesAsTheFfmpegExtraction)
     const auto record = std::make_unique<TavroClipData>();
     for (qsizetype cut = 0; cut < bytes.size(); cut += std::max<qsizetype>(1, bytes.size() / 97))
         EXPECT_LE(Mp4TextTrackParser().parse(QByteArrayView(bytes).first(cut), *record), 40);
+    // One sample that is not UTF-8 (the last one here) refuses the whole track.
+    QByteArray bad = bytes;
+    bad[bad.lastIndexOf("gsensor,")] = '\xff';
+    EXPECT_EQ(Mp4TextTrackParser().parse(bad, *record), 0);
 }

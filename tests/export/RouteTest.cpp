@@ -299,11 +299,12 @@ TEST(RouteWriters, GeoJsonAndCsv)
     const ClipTimeline comma = handMade("a,\"b\".avi", { sample(1, 2) });
     EXPECT_TRUE(render(RouteFormat::Csv, tripOf(comma)).contains("\n\"a,\"\"b\"\".avi\",,0.0,"));
 
-    // Without a fix only the table has content.
+    // Without a fix only the table has content; without samples nothing has.
     const ClipTimeline noFix = handMade("c.mp4", { sample(0, 0, kStart) });
     for (const RouteFormat format : { RouteFormat::Gpx, RouteFormat::Kml, RouteFormat::GeoJson })
         EXPECT_FALSE(RouteWriters::hasContent(format, tripOf(noFix)));
     EXPECT_TRUE(RouteWriters::hasContent(RouteFormat::Csv, tripOf(noFix)));
+    EXPECT_FALSE(RouteWriters::hasContent(RouteFormat::Csv, tripOf(handMade("d.mp4", {}))));
     EXPECT_TRUE(QJsonDocument::fromJson(render(RouteFormat::GeoJson, tripOf(noFix)))
                     .object()["features"]
                     .toArray()

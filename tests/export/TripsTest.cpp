@@ -34,7 +34,6 @@ TripClip clip(const QString& path, TripClip::Source source, int64_t start, int s
     for (int i = 0; i < seconds * 10; ++i) {
         RouteSample s = sample(lat + i / 10 * 1e-4, 127.0, start + i * 100, speed);
         s.hasFix = lat != 0;
-        s.gz = 128;
         for (const auto& [tenth, g] : knocks) {
             if (tenth == i)
                 s.gx = int(std::lround(g * 128));
@@ -87,9 +86,11 @@ TEST(Trips, StatisticsAndMarksOfADrive)
     EXPECT_NEAR(trip.distanceKm, arc, 1e-6);
     EXPECT_EQ(trip.route().size(), 60 + 30);
 
-    // A drive without a fix has no top speed and no distance.
-    const Trip parked = Trip::fromClips(
-        { clip("/card/parking_rec/p.avi", TripClip::Source::Parking, kStart, 5, 0, 0, 5.0) });
+    // A drive without a fix has no top speed and no distance. Its first mark
+    // is a knock, whose ten seconds hold the next one.
+    const Trip parked = Trip::fromClips({ clip("/card/parking_rec/p.avi", TripClip::Source::Parking,
+        kStart, 5, 0, 0, 5.0, { { 10, 0.6 }, { 15, 0.9 } }) });
+    EXPECT_EQ(describe(parked.events), QStringList { "impact 1.0 0.90 @0" });
     EXPECT_FALSE(parked.maxSpeedKmh.has_value());
     EXPECT_EQ(parked.distanceKm, 0.0);
     EXPECT_TRUE(parked.route().isEmpty());
