@@ -3,6 +3,7 @@
 // server and leave; the card ends up holding exactly what the page returned.
 
 #include "editors/web/WebSettingWindow.h"
+#include "ScriptedSettingPage.h"
 #include "SetupCfgBuilder.h"
 #include "TestFiles.h"
 #include "TestTiming.h"
@@ -13,7 +14,6 @@
 #include "i18n/TavroLanguages.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -32,17 +32,6 @@
 namespace {
 
 constexpr int kPageTimeoutMs = 20000;
-
-QMap<QString, QByteArray> snapshot(const QString& root)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(QDir(root).relativeFilePath(path), TestFiles::read(path));
-    }
-    return files;
-}
 
 class WebSettingWindowTest : public ::testing::Test {
 protected:
