@@ -34,7 +34,7 @@ protected:
 
 } // namespace
 
-TEST_F(SetupLoadSaveTest, LoadingRewritesTheRecordInTheModelsLayoutUnderSETTING)
+TEST_F(SetupLoadSaveTest, LoadingRewritesTheRecordInTheModelsLayoutOrTakesTheDefaults)
 {
     // A short record of a newer model, in the lower-case folder, grows; the
     // fields past its end keep their values.
@@ -53,16 +53,12 @@ TEST_F(SetupLoadSaveTest, LoadingRewritesTheRecordInTheModelsLayoutUnderSETTING)
     card.setupCfg(letters);
     manager(1, card.root()).loadData();
     EXPECT_EQ(written(), letters.left(432));
-    EXPECT_EQ(alerts.sink().requests().size(), 0);
-}
-
-TEST_F(SetupLoadSaveTest, MissingRecordAppliesTheModelDefaultsAndWritesNothing)
-{
-    TolmSettingManager& pesk = manager(2, card.root());
+    // No record: the model's factory values, and nothing is written.
+    CardBuilder empty;
+    TolmSettingManager& pesk = manager(2, empty.root());
     pesk.loadData();
-    EXPECT_EQ(pesk.product_name(), QStringLiteral("Pesk"));
     EXPECT_EQ(pesk.lcd_off_timer(), 300000);
-    EXPECT_FALSE(QDir(card.root() + QStringLiteral("/SETTING")).exists());
+    EXPECT_FALSE(empty.exists(QStringLiteral("setup.cfg")));
     EXPECT_EQ(alerts.sink().requests().size(), 0);
 }
 

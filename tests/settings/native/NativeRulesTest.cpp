@@ -84,7 +84,6 @@ const FieldRule kFieldRules[] = {
     { kKimbo, "acceleration_sensor", 6, "alwaysShock", 1, 1 },
     { kKimbo, "record_cevent_overwrite", 2, "OverwriteAlwaysShock", 0, 0 },
     { kKimbo, "ldws_onoff", 7, "LDWSRadio", 0, 1 },
-    { kKimbo, "parking_motion_sensitivity", 2, "parkingMotion", 2, 3 },
 };
 
 struct Rule {
