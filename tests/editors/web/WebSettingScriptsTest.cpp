@@ -49,7 +49,8 @@ TEST(WebSettingScripts, LanguageIndexIsTheLittleEndianWordAtOffset428)
 
 TEST(WebSettingCard, FilesOfTheCard)
 {
-    // The clock request: read as the camera wrote it, written as the page sent it.
+    // The clock request, odd ones (a whole one is read in the handshake test
+    // and written in the window test).
     QTemporaryDir dir;
     const QString path = dir.filePath("time.dat");
     const struct {
@@ -57,7 +58,6 @@ TEST(WebSettingCard, FilesOfTheCard)
         bool read;
         const char *date, *hour, *min;
     } cases[] = {
-        { "2020,05,17,08,09,00,+0900", true, "2020,05,17", "08", "09" },
         { "2020,05", true, "2020,05", "", "" },
         { "2020,05,17,\xff\xfe,09", false, "", "", "" }, // not UTF-8
         { "2020,05,17,08,09" + QByteArray(4096 - 16, ' '), true, "2020,05,17", "08", "09" },
@@ -73,8 +73,6 @@ TEST(WebSettingCard, FilesOfTheCard)
         }
     }
     EXPECT_FALSE(WebSettingCard::readTimeDat(dir.filePath("none.dat")));
-    EXPECT_EQ(WebSettingCard::timeDatText({ "2021,12,31", "7", "05" }),
-        QByteArray("2021,12,31,7,05,00,+0900"));
 
     // The record handed to the page: up to 64 KiB, whole; anything longer is none.
     for (const qsizetype size : { 65536, 65537 }) {
