@@ -4,11 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 using L = CameraLanguageList;
-
-} // namespace
 
 TEST(CameraLanguagesTest, AnnouncementsNumberEveryPieceIncludingEmptyOnes)
 {

@@ -59,11 +59,8 @@ QMap<QString, QString> probe(const QString& device)
 {
     QMap<QString, QString> values;
     const ToolRun blkid = runTool(QStringLiteral("blkid"), { "-p", "-o", "udev", device });
-    for (const QByteArray& line : blkid.output.split('\n')) {
-        if (line.indexOf('=') > 0)
-            values.insert(QString::fromUtf8(line.left(line.indexOf('='))),
-                QString::fromUtf8(line.mid(line.indexOf('=') + 1)));
-    }
+    for (const QString& line : QString::fromUtf8(blkid.output).split(u'\n', Qt::SkipEmptyParts))
+        values.insert(line.section(u'=', 0, 0), line.section(u'=', 1));
     return values;
 }
 
