@@ -32,7 +32,7 @@ QByteArray versioned(const QByteArray& version, int size = 432)
 
 } // namespace
 
-TEST(CardIdentificationTest, ProductNamesFindTheirModelsInAnyCase)
+TEST(CardIdentificationTest, ProductNamesInAnyCaseAndTheIdentificationMatrix)
 {
     // Every name but the hand-picked Dravi UK (4), the Kel camera (6) and the
     // models from 26 on; the Pesk camera also writes "esk".
@@ -45,10 +45,7 @@ TEST(CardIdentificationTest, ProductNamesFindTheirModelsInAnyCase)
         const qint64 expected = type == 26 ? 2 : type == 4 || type == 6 ? -1 : type;
         EXPECT_EQ(TolmSettingManager().loadModelTypeWithSDPath(card.root()), expected) << type;
     }
-}
 
-TEST(CardIdentificationTest, IdentificationMatrix)
-{
     struct Case {
         QByteArray setupCfg; // null: none
         bool blackbox; // a setting/blackbox.cfg beside it

@@ -55,7 +55,7 @@ TEST(SetupRecordCodecTest, EveryRecordLengthSurvivesADecodeAndEncode)
     EXPECT_EQ(TolmSettingManager::settingByteSizeList().mid(113), QList<qint32>({ 1, 1, 1, 1 }));
 }
 
-TEST(SetupRecordCodecTest, EachWidthReadsAndWritesOnlyItsBytes)
+TEST(SetupRecordCodecTest, EachWidthReadsAndWritesOnlyItsBytesAndShortDataKeepsTheRest)
 {
     SetupValues values;
     values.ints[96] = 0x12345600; // iot_onoff, one byte, held before the load
@@ -82,15 +82,13 @@ TEST(SetupRecordCodecTest, EachWidthReadsAndWritesOnlyItsBytes)
         SetupRecordCodec::decode(SetupCfgBuilder().productName(field).bytes(), 60, values);
         EXPECT_EQ(values.texts[2], text) << field.toHex().constData();
     }
-}
 
-TEST(SetupRecordCodecTest, ShortDataKeepsTheFieldsItDoesNotReach)
-{
-    SetupValues values;
+    // Short data keeps the fields it does not reach.
     values.ints[20] = 77;
     // Ends two bytes into front_resolution (offset 52): its missing bytes are zero.
-    const QByteArray file = SetupCfgBuilder(56).int32(0, 54).int32(52, 0x0102).resize(54).bytes();
-    EXPECT_EQ(SetupRecordCodec::decode(file, 60, values), 7);
+    const QByteArray shortFile
+        = SetupCfgBuilder(56).int32(0, 54).int32(52, 0x0102).resize(54).bytes();
+    EXPECT_EQ(SetupRecordCodec::decode(shortFile, 60, values), 7);
     EXPECT_EQ(values.ints[0], 54);
     EXPECT_EQ(values.ints[6], 0x0102);
     EXPECT_EQ(values.ints[20], 77);

@@ -15,17 +15,13 @@
 
 namespace WS = WebSettingScripts;
 
-// (The page's hexadecimal text back to bytes is the camera language list's
-// decoder, checked pair by pair in its own test.)
-TEST(WebSettingScripts, RecordTravelsAsUpperCaseHexAndComesBackWhole)
+// (The handshake, reset and notification tests check the other scripts'
+// texts; the page's hexadecimal text back to bytes is the camera language
+// list's decoder, checked pair by pair in its own test.)
+TEST(WebSettingScripts, RecordAndCardTextsTravelAsOneString)
 {
     EXPECT_EQ(WS::cfgStringWithData(QByteArray("\x0a\x1b\xff", 3)), QStringLiteral("0A1BFF"));
     EXPECT_EQ(WS::dataFromCfgString(QString(200000, u'F')), QByteArray(100000, '\xff'));
-}
-
-// (The handshake, reset and notification tests check the other scripts' texts.)
-TEST(WebSettingScripts, CardTextsStayOneString)
-{
     // Quotes, backslashes and every line break escaped.
     EXPECT_EQ(
         WS::setParamLanguage({ { 0, "x'y\"" } }).toStdString(), "setParamLanguage(['x\\'y\"',])");
