@@ -11,7 +11,6 @@
 #include "i18n/ViewerLanguage.h"
 
 #include <QComboBox>
-#include <QListWidget>
 #include <QPushButton>
 #include <QSettings>
 

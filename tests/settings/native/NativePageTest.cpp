@@ -5,7 +5,6 @@
 #include "NativePageFixture.h"
 #include "ScopedTimeZone.h"
 
-#include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"
 #include "i18n/LocalizationKeys.h"
 
