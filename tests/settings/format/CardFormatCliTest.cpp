@@ -162,6 +162,33 @@ bool mayFormatLoopCards()
     return true;
 }
 
+// The real tools, with the application asked to quit the moment the card has
+// been unmounted, as a SIGTERM or the end of the session could come then.
+class QuitOnceUnmounted final : public FormatCommandRunner {
+public:
+    CommandResult run(const QString& program, const QStringList& arguments) override
+    {
+        const CommandResult result = m_tools.run(program, arguments);
+        QMutexLocker lock(&m_mutex);
+        m_programs << program;
+        if (program == QLatin1String("fusermount"))
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(), [] { QCoreApplication::quit(); },
+                Qt::QueuedConnection);
+        return result;
+    }
+    QStringList programs() const
+    {
+        QMutexLocker lock(&m_mutex);
+        return m_programs;
+    }
+
+private:
+    ProcessFormatCommandRunner m_tools;
+    mutable QMutex m_mutex;
+    QStringList m_programs;
+};
+
 } // namespace
 
 TEST(CardFormatCliTest, FormatsTheCardAndMountsItAgainWithTypeAndLabelKept)
@@ -196,37 +223,6 @@ TEST(CardFormatCliTest, FormatsTheCardAndMountsItAgainWithTypeAndLabelKept)
         EXPECT_EQ(card.entries(), QStringList({ "evt_rec", "SETTING" }));
     }
 }
-
-namespace {
-
-// The real tools, with the application asked to quit the moment the card has
-// been unmounted, as a SIGTERM or the end of the session could come then.
-class QuitOnceUnmounted final : public FormatCommandRunner {
-public:
-    CommandResult run(const QString& program, const QStringList& arguments) override
-    {
-        const CommandResult result = m_tools.run(program, arguments);
-        QMutexLocker lock(&m_mutex);
-        m_programs << program;
-        if (program == QLatin1String("fusermount"))
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(), [] { QCoreApplication::quit(); },
-                Qt::QueuedConnection);
-        return result;
-    }
-    QStringList programs() const
-    {
-        QMutexLocker lock(&m_mutex);
-        return m_programs;
-    }
-
-private:
-    ProcessFormatCommandRunner m_tools;
-    mutable QMutex m_mutex;
-    QStringList m_programs;
-};
-
-} // namespace
 
 TEST(CardFormatCliTest, QuittingDuringAFormatWaitsUntilTheCardIsMountedAgain)
 {

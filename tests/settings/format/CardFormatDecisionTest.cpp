@@ -111,6 +111,15 @@ QList<Case> cases()
     };
 }
 
+// Every command after the first `skip` as one line: "program arg arg".
+QStringList commands(const ScriptedRunner& runner, qsizetype skip)
+{
+    QStringList lines;
+    for (const auto& call : runner.calls().mid(skip))
+        lines << (QStringList { call.program } + call.arguments).join(u' ');
+    return lines;
+}
+
 } // namespace
 
 TEST(CardFormatDecisionTest, DecidesFromMountTableAndSysfs)
@@ -210,19 +219,6 @@ TEST(CardFormatDecisionTest, SystemFoldersAndDeclaredCardsAreRefusedWithoutAskin
     EXPECT_EQ(udisksBlockObjectPath(QStringLiteral("az09AZ-_.@[`{/:")),
         QStringLiteral("/org/freedesktop/UDisks2/block_devices/az09AZ_2d_5f_2e_40_5b_60_7b_2f_3a"));
 }
-
-namespace {
-
-// Every command after the first `skip` as one line: "program arg arg".
-QStringList commands(const ScriptedRunner& runner, qsizetype skip)
-{
-    QStringList lines;
-    for (const auto& call : runner.calls().mid(skip))
-        lines << (QStringList { call.program } + call.arguments).join(u' ');
-    return lines;
-}
-
-} // namespace
 
 TEST(CardFormatDecisionTest, TheFormatterLooksAgainRunsItsCommandsAndSaysHowItEnded)
 {
