@@ -112,11 +112,4 @@ TEST_F(SetupLoadSaveTest, ResetTakesTheCardDefaultsButKeepsWhatTheCameraReports)
     EXPECT_EQ(current.settingDirPath(), card.root());
     EXPECT_EQ(current.modelType(), 1);
     EXPECT_FALSE(card.exists(QStringLiteral("setup.cfg")));
-
-    // Without a card file the built-in values of the model run.
-    TolmSettingManager& dravi = manager(4, QString());
-    dravi.setLocalID(3);
-    EXPECT_EQ(TolmSettingManager::resetSharedToDefaults(), &dravi);
-    EXPECT_EQ(dravi.front_resolution(), 3);
-    EXPECT_EQ(dravi.tz_key(), QStringLiteral("GMT Standard Time"));
 }
