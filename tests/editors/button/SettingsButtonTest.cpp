@@ -148,11 +148,9 @@ TEST_F(SettingsButtonTest, NativePageFitsInFrenchAndChangesExactlyTheFieldsMoved
     TolmSettingManager camera;
     camera.setSettingDirPath(card.root());
     camera.setModelType(3);
-    camera.loadDefaultValue();
-    camera.setProduct_name(QStringLiteral("Dravi"));
+    camera.loadDefaultValue(); // "Dravi", in km/h
     camera.setVersion(QStringLiteral("1.03.17"));
     camera.setFirmwareVersionInt(17);
-    camera.setMeasurement_unit(0);
     camera.setGmt_offset(540);
     camera.setTz_key(QStringLiteral("Korea Standard Time"));
     ASSERT_TRUE(camera.saveData());

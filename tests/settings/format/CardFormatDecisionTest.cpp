@@ -90,7 +90,6 @@ QList<Case> cases()
         { "disk sdf 8:80 usb removable; part sdf sdf1 8:81; part sdf sdf2 8:82; "
           "mount 8:81 /usr ext4 /dev/sdf1; mount 8:82 LIVE vfat /dev/sdf2; blkid sdf2 vfat LIVE",
             "LIVE", "system volume" },
-        { usbCard("Untitled", "Untitled"), "media/user/Untitled", "untitled" },
         { usbCard("CARD", "Untitled~2"), "media/user/CARD", "untitled" },
         { usbCard("Untitled~3", "-"), "media/user/Untitled 3", "untitled" },
         { usbCard("MyUntitled", "MyUntitled"), "media/user/MyUntitled",
