@@ -51,16 +51,15 @@ private:
 struct RecordingWindowView : WebSettingWindowView {
     struct Notice {
         QString title;
-        QString message;
         QStringList buttonKeys;
     };
     void setBackButtonVisible(bool visible) override { backVisible = visible; }
     void setExchangeButtonsEnabled(bool enabled) override { exchangeEnabled = enabled; }
     void closeWindow() override { ++closed; }
     void showNotification(
-        const QString& title, const QString& message, const QStringList& buttonKeys) override
+        const QString& title, const QString&, const QStringList& buttonKeys) override
     {
-        notices.append({ title, message, buttonKeys });
+        notices.append({ title, buttonKeys });
     }
     void showMessage(const QString&, const QString&) override { }
 
