@@ -84,28 +84,24 @@ protected:
         Utils::setVolumeSource(m_volumes);
         m_router.setParentWindow(m_fakeParent);
     }
-    static void write(CardBuilder& card, CardKind kind)
+    // The card (an unknown one holds no camera file) as a memory card beside
+    // a fixed disk, and as the settings folder.
+    void insert(CardBuilder& builder, CardKind kind)
     {
         if (kind == CardKind::Kel)
-            card.blackboxCfg("[capacity]\r\nconst=60\r\n[time]\r\nset=0");
+            builder.blackboxCfg("[capacity]\r\nconst=60\r\n[time]\r\nset=0");
         else if (kind == CardKind::Tolm)
-            card.setupCfg(SetupCfgBuilder(432).productName("tolm").bytes());
+            builder.setupCfg(SetupCfgBuilder(432).productName("tolm").bytes());
         else if (kind == CardKind::Zenti)
-            card.setupCfg(SetupCfgBuilder(700).productName("zenti").bytes());
+            builder.setupCfg(SetupCfgBuilder(700).productName("zenti").bytes());
         else if (kind == CardKind::SelfDescribing)
-            card.setupCfg(SetupCfgBuilder(900)
+            builder
+                .setupCfg(SetupCfgBuilder(900)
                               .sizeWord(900)
                               .structVersion(0x10030)
                               .productName("Nova")
                               .bytes())
                 .verDat("# Language ISO Code: ko en\n"); // 0 "", 1 ko, 2 en
-        else
-            card.file(QStringLiteral("readme.txt"), "not a camera");
-    }
-    // The card as a memory card beside a fixed disk, and as the settings folder.
-    void insert(CardBuilder& builder, CardKind kind)
-    {
-        write(builder, kind);
         m_volumes->add(m_fixedDisk.path(), true, false).add(builder.root(), true, true);
         card().setSettingDirPath(builder.root());
     }
