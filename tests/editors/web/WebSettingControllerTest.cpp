@@ -185,7 +185,6 @@ TEST_F(WebSettingControllerTest, ResetSendsTheFactoryRecordAndBackTheTabs)
     EXPECT_EQ(m_page.scripts(),
         (QStringList { "set_cfg(\"" + WebSettingScripts::cfgStringWithData(factory) + "\")",
             "generateSetting(true)" }));
-    EXPECT_FALSE(m_view.backVisible);
     EXPECT_EQ(snapshot(m_card), before);
     QFile::remove(m_card + "/SETTING/default.cfg");
     controller->onBtnReset();

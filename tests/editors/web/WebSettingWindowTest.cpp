@@ -57,7 +57,6 @@ protected:
         const QString setting = m_card + "/SETTING/";
         const QString pages = qEnvironmentVariable("TAVRO_TEST_DATA") + "/pages/";
         TestFiles::write(setting + "setup.cfg", m_record);
-        TestFiles::write(setting + "default.cfg", SetupCfgBuilder(596).bytes());
         TestFiles::write(setting + "time.dat", "2020,05,17,08,09,00,+0900");
         TestFiles::write(setting + "ADAS_CAL.dat", "calibration");
         TestFiles::write(setting + "html/inside.txt", "INSIDE");
