@@ -96,12 +96,12 @@ TEST(TimeDatTest, ClockRequestsWrittenReadAndWithdrawn)
     }
     // A request is one short line: 64 bytes with its trailing blanks at most.
     EXPECT_TRUE(TimeDatFile::parse(requests[0].second.leftJustified(64, ' ')).has_value());
-    const QByteArray garbled[] = { "garbage", "2016,13,07,14,05,09,+0900",
-        "2016,02,30,14,05,09,+0900", "2016,03,07,24,05,09,+0900", "2016,03,07,14,05,09",
-        "2016,03,07,14,05,09,+0960", "2016,03,07,14,05,09,+1500", "2016,03,07,14,05,09,0900",
-        "\xff\xfe"
-        "2016,03,07,14,05,09,+0900",
-        "2016,03,07,14,05,09,+0900 and more", "", requests[0].second.leftJustified(65, ' ') };
+    const QByteArray garbled[]
+        = { "2016,02,30,14,05,09,+0900", "2016,03,07,24,05,09,+0900", "2016,03,07,14,05,09",
+              "2016,03,07,14,05,09,+0960", "2016,03,07,14,05,09,+1500", "2016,03,07,14,05,09,0900",
+              "\xff\xfe"
+              "2016,03,07,14,05,09,+0900",
+              "2016,03,07,14,05,09,+0900 and more", "", requests[0].second.leftJustified(65, ' ') };
     for (const QByteArray& text : garbled)
         EXPECT_FALSE(TimeDatFile::parse(text).has_value()) << text.constData();
 
