@@ -57,7 +57,6 @@ TEST(CardIdentificationTest, ProductNamesInAnyCaseAndTheIdentificationMatrix)
         { named("Dravi UK"), false, -1, 0 },
         { named("dravi"), true, 3, 0 },
         { named("Dravi UK"), true, 6, 0 },
-        { QByteArray(), true, 6, 0 },
         { QByteArray(), false, -1, 0 },
         { QByteArray(""), false, -1, 0 },
         { QByteArray("\x10\0\0\0", 4), true, 6, 0 },
