@@ -62,26 +62,6 @@ protected:
         QSettings().clear();
     }
 
-    // The main window with `card` as the one memory card; the settings button
-    // pressed, `act` runs on the settings page once it is up.
-    void pressSettingsButton(
-        const QString& card, std::function<void(QWidget*, SettingsPageWidget*)> act)
-    {
-        if (!m_window) {
-            auto volumes = std::make_shared<FolderVolumeSource>();
-            volumes->addFolder(card);
-            Utils::setVolumeSource(volumes);
-            m_window = std::make_unique<MainWindow>();
-            m_window->showMainWindow();
-            ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
-        }
-        EditorTestSupport::whenModal([act](QWidget* modal) {
-            ASSERT_NE(modal, nullptr);
-            act(modal, modal->findChild<SettingsPageWidget*>());
-        });
-        QTest::mouseClick(m_window->headerBar()->settingsButton(), Qt::LeftButton);
-    }
-
     ScopedAlertRecorder m_alerts;
     std::unique_ptr<MainWindow> m_window;
 };
@@ -159,7 +139,15 @@ TEST_F(SettingsButtonTest, NativePageFitsInFrenchAndChangesExactlyTheFieldsMoved
     // cut off, no Korean key left untranslated; then one change on two tabs.
     ViewerTestSupport::useLanguage(QStringLiteral("fr"));
     int shock = -1;
-    pressSettingsButton(card.root(), [&](QWidget* modal, SettingsPageWidget* page) {
+    // The main window with the card as its one memory card, and its settings button.
+    auto volumes = std::make_shared<FolderVolumeSource>();
+    volumes->addFolder(card.root());
+    Utils::setVolumeSource(volumes);
+    m_window = std::make_unique<MainWindow>();
+    m_window->showMainWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+    EditorTestSupport::whenModal([&](QWidget* modal) {
+        auto* page = modal ? modal->findChild<SettingsPageWidget*>() : nullptr;
         ASSERT_NE(page, nullptr);
         EXPECT_EQ(page->objectName(), QStringLiteral("TolmSettingViewController"));
         EXPECT_LE(modal->width(), 1280);
@@ -193,6 +181,7 @@ TEST_F(SettingsButtonTest, NativePageFitsInFrenchAndChangesExactlyTheFieldsMoved
         QTest::mouseClick(led[0]->isChecked() ? led[1] : led[0], Qt::LeftButton);
         page->okButton()->click();
     });
+    QTest::mouseClick(m_window->headerBar()->settingsButton(), Qt::LeftButton);
     const QJsonObject after = configFields(card.root());
     QStringList changed;
     for (auto it = before.begin(); it != before.end(); ++it) {
