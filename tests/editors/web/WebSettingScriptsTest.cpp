@@ -18,7 +18,7 @@ namespace WS = WebSettingScripts;
 // (The handshake, reset and notification tests check the other scripts'
 // texts; the page's hexadecimal text back to bytes is the camera language
 // list's decoder, checked pair by pair in its own test.)
-TEST(WebSettingScripts, RecordAndCardTextsTravelAsOneString)
+TEST(WebSettingScripts, RecordTextsAndTheLanguageIndexAtOffset428)
 {
     EXPECT_EQ(WS::cfgStringWithData(QByteArray("\x0a\x1b\xff", 3)), QStringLiteral("0A1BFF"));
     EXPECT_EQ(WS::dataFromCfgString(QString(200000, u'F')), QByteArray(100000, '\xff'));
@@ -27,10 +27,7 @@ TEST(WebSettingScripts, RecordAndCardTextsTravelAsOneString)
         WS::setParamLanguage({ { 0, "x'y\"" } }).toStdString(), "setParamLanguage(['x\\'y\"',])");
     EXPECT_EQ(WS::updateOk(1, QStringLiteral("a\"b\\\r\n\u2028\u2029'")).toStdString(),
         "update_ok(1, \"a\\\"b\\\\\\r\\n\\u2028\\u2029'\")");
-}
-
-TEST(WebSettingScripts, LanguageIndexIsTheLittleEndianWordAtOffset428)
-{
+    // The language index is the little-endian word at offset 428.
     const struct {
         QByteArray record;
         std::optional<quint32> index;

@@ -106,7 +106,7 @@ TEST_F(KelPageTest, UnknownValuesShowNoSelectionAndSurviveOk)
     EXPECT_EQ(current(), missing);
 }
 
-TEST_F(KelPageTest, SwitchesGovernTheirControlsAndRangesHold)
+TEST_F(KelPageTest, SwitchesGovernTheirControlsRangesHoldAndSlidersWriteWhilePressed)
 {
     cardWith(lines("voice_out=0 park_mode=0"));
     KelSettingViewController& page = openPage();
@@ -131,27 +131,25 @@ TEST_F(KelPageTest, SwitchesGovernTheirControlsAndRangesHold)
     TolmSettingManager::SharedTolmSettingManager()->setModelType(5);
     page.pressReset();
     EXPECT_EQ(current(), lines("language=fr"));
-}
 
-// (The editors' own tests drag the motion slider and press OK, Cancel and Reset.)
-TEST_F(KelPageTest, SlidersWriteOnlyWhilePressedWithTheGuideOfTheirThird)
-{
+    // Sliders write only while pressed, with the guide of their third. (The
+    // editors' own tests drag the motion slider and press OK, Cancel and Reset.)
     cardWith(lines());
-    KelSettingViewController& page = openPage();
-    EXPECT_EQ(page.sliderMoved(Page::kMotion, 6), Change::Applied); // the page's own move
-    EXPECT_TRUE(page.sliderGuide(Page::kMotion).isEmpty());
-    page.sliderPressed(Page::kVoiceVolume);
+    KelSettingViewController& sliders = openPage();
+    EXPECT_EQ(sliders.sliderMoved(Page::kMotion, 6), Change::Applied); // the page's own move
+    EXPECT_TRUE(sliders.sliderGuide(Page::kMotion).isEmpty());
+    sliders.sliderPressed(Page::kVoiceVolume);
     const std::tuple<QString, int, const char*> moves[] = { { Page::kVoiceVolume, 2, "낮음" },
         { Page::kVoiceVolume, 3, "보통" }, { Page::kVoiceVolume, 5, "높음" },
         { Page::kImpact, 2, "낮음" }, { Page::kImpact, 3, "보통" }, { Page::kImpact, 4, "높음" } };
     for (const auto& [slider, value, guide] : moves) {
         if (slider == Page::kImpact)
-            page.sliderPressed(slider);
-        page.sliderMoved(slider, value);
-        EXPECT_EQ(page.sliderGuide(slider), QString::fromUtf8(guide)) << value;
+            sliders.sliderPressed(slider);
+        sliders.sliderMoved(slider, value);
+        EXPECT_EQ(sliders.sliderGuide(slider), QString::fromUtf8(guide)) << value;
     }
-    page.sliderReleased(Page::kImpact);
-    EXPECT_TRUE(page.sliderGuide(Page::kImpact).isEmpty());
+    sliders.sliderReleased(Page::kImpact);
+    EXPECT_TRUE(sliders.sliderGuide(Page::kImpact).isEmpty());
     EXPECT_EQ(current(), lines("voice_volume=5 acc_level=4"));
 }
 
