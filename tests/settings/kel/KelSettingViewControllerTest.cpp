@@ -153,7 +153,7 @@ TEST_F(KelPageTest, SwitchesGovernTheirControlsRangesHoldAndSlidersWriteWhilePre
     EXPECT_EQ(current(), lines("voice_volume=5 acc_level=4"));
 }
 
-TEST_F(KelPageTest, TheClockBoxWithoutASetLineTakesTheFirstLine)
+TEST_F(KelPageTest, TheClockBoxWithoutASetLineAndAnUnreadableOrUnwritableCardFile)
 {
     QStringList noSet = lines();
     noSet.removeAll("set=0");
@@ -168,10 +168,8 @@ TEST_F(KelPageTest, TheClockBoxWithoutASetLineTakesTheFirstLine)
     EXPECT_EQ(current(), noSet);
     ASSERT_TRUE(m_page->pressOk());
     EXPECT_EQ(cardFile(), crlfLines(noSet));
-}
 
-TEST_F(KelPageTest, AnUnreadableOrUnwritableCardFileIsKeptAndOkAlerts)
-{
+    // An unreadable or unwritable card file is kept, and OK alerts.
     cardWith(lines("language=fr"));
     const QByteArray onCard = cardFile();
     {
