@@ -4,14 +4,11 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 using L = CameraLanguageList;
 
-} // namespace
-
-TEST(CameraLanguagesTest, AnnouncementsNumberEveryPieceIncludingEmptyOnes)
+TEST(CameraLanguagesTest, AnnouncementsNamesOfLanguageCodesAndHexText)
 {
+    // An announcement numbers every piece, empty ones included.
     const std::pair<QByteArray, CameraLanguageList> cases[] = {
         { "# Language ISO Code: en fr\n", L { { 0, "" }, { 1, "en" }, { 2, "fr" } } },
         { "v1.2\n#\tLanguage ISO Code:ko  ja \r\nx # Language ISO Code:de",
@@ -28,10 +25,6 @@ TEST(CameraLanguagesTest, AnnouncementsNumberEveryPieceIncludingEmptyOnes)
     };
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(CameraLanguages::parseVerDat(text), expected) << text.constData();
-}
-
-TEST(CameraLanguagesTest, NamesOfLanguageCodesAndHexText)
-{
     // The camera's spellings; withdrawn codes are aliases; the lookup is exact.
     const std::pair<const char*, const char*> names[]
         = { { "zh-Hant-HK", "Chinese(Traditional/Contonese)" }, { "iw", "Hebrew" }, { "EN", "EN" },

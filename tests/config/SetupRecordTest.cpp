@@ -4,20 +4,18 @@
 #include "RecordingAlertSink.h"
 #include "SetupCfgBuilder.h"
 
-#include "config/ModelCatalogue.h"
 #include "config/SetupRecordCodec.h"
 #include "config/TolmSettingManager.h"
 
 #include <gtest/gtest.h>
 
-TEST(SetupRecordLayoutTest, EachModelRewritesTheRecordAtItsLengthAndOpensItsEditor)
+// (Which editor each model type opens is the native page's and the routing's test.)
+TEST(SetupRecordLayoutTest, EachModelRewritesTheRecordAtItsLength)
 {
     // The length of setup.cfg each camera writes, by model type from -1 to 28
-    // (Dravi and Dravi UK, types 3 and 4, below firmware 17), and the page
-    // each type from -1 to 29 opens: Native, Kel, Web or the model-choice Page.
+    // (Dravi and Dravi UK, types 3 and 4, below firmware 17).
     const int kLength[] = { 432, 432, 432, 432, 464, 464, 508, 432, 516, 516, 516, 516, 516, 516,
         564, 516, 516, 560, 579, 516, 564, 564, 576, 576, 582, 593, 593, 596, 432, 432 };
-    const char kEditor[] = "PNNNNNNKNNNNNNNNNWWNNWWWWWWWNNP";
     ScopedAlertRecorder alerts;
     const auto rewritten = [](qint64 type, qint32 firmware) {
         CardBuilder card;
@@ -35,12 +33,9 @@ TEST(SetupRecordLayoutTest, EachModelRewritesTheRecordAtItsLengthAndOpensItsEdit
     EXPECT_EQ(rewritten(3, 17), 504);
     EXPECT_EQ(rewritten(4, 99), 504);
     EXPECT_EQ(rewritten(5, 17), 508);
-    for (qint64 type = -1; type <= 29; ++type)
-        EXPECT_EQ("PNKW"[int(ModelCatalogue::editorForModelType(type))], kEditor[type + 1])
-            << "type " << type;
 }
 
-TEST(SetupRecordCodecTest, EveryRecordLengthSurvivesADecodeAndEncode)
+TEST(SetupRecordCodecTest, EveryLengthSurvivesAndEachWidthReadsAndWritesOnlyItsBytes)
 {
     for (const int count : { 60, 68, 78, 79, 81, 92, 93, 96, 99, 102, 113, 116 }) {
         const QByteArray file
@@ -53,10 +48,6 @@ TEST(SetupRecordCodecTest, EveryRecordLengthSurvivesADecodeAndEncode)
     EXPECT_EQ(SetupRecordCodec::encode(SetupValues(), -1).size(), 0);
     // The camera's width list carries one unused entry after the last field.
     EXPECT_EQ(TolmSettingManager::settingByteSizeList().mid(113), QList<qint32>({ 1, 1, 1, 1 }));
-}
-
-TEST(SetupRecordCodecTest, EachWidthReadsAndWritesOnlyItsBytes)
-{
     SetupValues values;
     values.ints[96] = 0x12345600; // iot_onoff, one byte, held before the load
     SetupCfgBuilder file(596);
@@ -82,15 +73,13 @@ TEST(SetupRecordCodecTest, EachWidthReadsAndWritesOnlyItsBytes)
         SetupRecordCodec::decode(SetupCfgBuilder().productName(field).bytes(), 60, values);
         EXPECT_EQ(values.texts[2], text) << field.toHex().constData();
     }
-}
 
-TEST(SetupRecordCodecTest, ShortDataKeepsTheFieldsItDoesNotReach)
-{
-    SetupValues values;
+    // Short data keeps the fields it does not reach.
     values.ints[20] = 77;
     // Ends two bytes into front_resolution (offset 52): its missing bytes are zero.
-    const QByteArray file = SetupCfgBuilder(56).int32(0, 54).int32(52, 0x0102).resize(54).bytes();
-    EXPECT_EQ(SetupRecordCodec::decode(file, 60, values), 7);
+    const QByteArray shortFile
+        = SetupCfgBuilder(56).int32(0, 54).int32(52, 0x0102).resize(54).bytes();
+    EXPECT_EQ(SetupRecordCodec::decode(shortFile, 60, values), 7);
     EXPECT_EQ(values.ints[0], 54);
     EXPECT_EQ(values.ints[6], 0x0102);
     EXPECT_EQ(values.ints[20], 77);

@@ -42,8 +42,7 @@ struct ScriptedEngine final : CardFormatEngine {
         const FormatPlan&, QObject* context, std::function<void(const FormatResult&)> done) override
     {
         ++formats;
-        FormatResult result;
-        result.outcome = outcome;
+        const FormatResult result { outcome, {}, true, {} };
         QTimer::singleShot(300, context, [result, done] { done(result); });
     }
     FormatResult::Outcome outcome;

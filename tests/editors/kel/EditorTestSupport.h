@@ -2,7 +2,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QTest>

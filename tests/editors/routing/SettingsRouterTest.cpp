@@ -84,28 +84,24 @@ protected:
         Utils::setVolumeSource(m_volumes);
         m_router.setParentWindow(m_fakeParent);
     }
-    static void write(CardBuilder& card, CardKind kind)
+    // The card (an unknown one holds no camera file) as a memory card beside
+    // a fixed disk, and as the settings folder.
+    void insert(CardBuilder& builder, CardKind kind)
     {
         if (kind == CardKind::Kel)
-            card.blackboxCfg("[capacity]\r\nconst=60\r\n[time]\r\nset=0");
+            builder.blackboxCfg("[capacity]\r\nconst=60\r\n[time]\r\nset=0");
         else if (kind == CardKind::Tolm)
-            card.setupCfg(SetupCfgBuilder(432).productName("tolm").bytes());
+            builder.setupCfg(SetupCfgBuilder(432).productName("tolm").bytes());
         else if (kind == CardKind::Zenti)
-            card.setupCfg(SetupCfgBuilder(700).productName("zenti").bytes());
+            builder.setupCfg(SetupCfgBuilder(700).productName("zenti").bytes());
         else if (kind == CardKind::SelfDescribing)
-            card.setupCfg(SetupCfgBuilder(900)
+            builder
+                .setupCfg(SetupCfgBuilder(900)
                               .sizeWord(900)
                               .structVersion(0x10030)
                               .productName("Nova")
                               .bytes())
                 .verDat("# Language ISO Code: ko en\n"); // 0 "", 1 ko, 2 en
-        else
-            card.file(QStringLiteral("readme.txt"), "not a camera");
-    }
-    // The card as a memory card beside a fixed disk, and as the settings folder.
-    void insert(CardBuilder& builder, CardKind kind)
-    {
-        write(builder, kind);
         m_volumes->add(m_fixedDisk.path(), true, false).add(builder.root(), true, true);
         card().setSettingDirPath(builder.root());
     }
@@ -141,6 +137,7 @@ TEST_F(SettingsRouterTest, ButtonOnAnIdentifiedCardOrOneChosenOnTheCardPage)
         { CardKind::SelfDescribing, false, 1, "web 3", 0 },
         { CardKind::Unknown, true, 1, "model", 0 },
         { CardKind::Tolm, true, 1, "native 1 id -1", 2 },
+        { CardKind::Kel, true, 1, "kel const=60", 2 },
         { CardKind::SelfDescribing, true, 1, "web 3", 1 } };
     for (const auto& c : cases) {
         reset();
@@ -166,14 +163,11 @@ TEST_F(SettingsRouterTest, ButtonOnAnIdentifiedCardOrOneChosenOnTheCardPage)
 
 TEST_F(SettingsRouterTest, FolderNotOnAMemoryCardAsksForTheCard)
 {
-    CardBuilder kel, other, unknown;
-    write(kel, CardKind::Kel);
-    write(other, CardKind::Tolm);
-    write(unknown, CardKind::Unknown);
-    m_volumes->add(kel.root() + QStringLiteral("/"), true, true)
+    CardBuilder first, network, second;
+    m_volumes->add(first.root() + QStringLiteral("/"), true, true)
         .add(m_fixedDisk.path(), true, false)
-        .add(other.root(), false, true)
-        .add(unknown.root(), true, true);
+        .add(network.root(), false, true)
+        .add(second.root(), true, true);
     card().setSettingDirPath(m_fixedDisk.path());
     // Cancelled, or an answer outside the list: nothing changes.
     for (const std::optional<int> answer :
@@ -186,13 +180,8 @@ TEST_F(SettingsRouterTest, FolderNotOnAMemoryCardAsksForTheCard)
     EXPECT_EQ(m_modelInfoUpdates, 0);
     // Only local removable volumes are offered, named by their folder.
     ASSERT_EQ(m_opener.cardsShown.size(), 2);
-    EXPECT_EQ(m_opener.cardsShown[0].name, QFileInfo(kel.root()).fileName());
-    EXPECT_EQ(m_opener.cardsShown[1].path, unknown.root());
-    // Chosen: the card is identified and its editor opens.
-    m_opener.cardAnswer = 0;
-    m_router.settingButtonTouched();
-    EXPECT_EQ(m_opener.calls.mid(3), (QStringList { "card", "kel const=60" }));
-    EXPECT_EQ(m_modelInfoUpdates, 2);
+    EXPECT_EQ(m_opener.cardsShown[0].name, QFileInfo(first.root()).fileName());
+    EXPECT_EQ(m_opener.cardsShown[1].path, second.root());
 }
 
 // The model page of an unknown card: the chosen model's editor opens over its

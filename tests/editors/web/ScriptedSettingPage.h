@@ -1,11 +1,26 @@
 #pragma once
 
+#include "TestFiles.h"
 #include "editors/web/WebSettingPage.h"
 
+#include <QDir>
+#include <QDirIterator>
 #include <QHash>
 #include <QList>
 #include <QStringList>
 #include <QUrl>
+
+// Every file under the card's folder, by relative path, with its bytes.
+inline QMap<QString, QByteArray> snapshot(const QString& root)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files.insert(QDir(root).relativeFilePath(path), TestFiles::read(path));
+    }
+    return files;
+}
 
 // A settings page that records every script and answers the ones it has an
 // answer for later, from the event loop, in order — as QtWebEngine's
@@ -36,16 +51,15 @@ private:
 struct RecordingWindowView : WebSettingWindowView {
     struct Notice {
         QString title;
-        QString message;
         QStringList buttonKeys;
     };
     void setBackButtonVisible(bool visible) override { backVisible = visible; }
     void setExchangeButtonsEnabled(bool enabled) override { exchangeEnabled = enabled; }
     void closeWindow() override { ++closed; }
     void showNotification(
-        const QString& title, const QString& message, const QStringList& buttonKeys) override
+        const QString& title, const QString&, const QStringList& buttonKeys) override
     {
-        notices.append({ title, message, buttonKeys });
+        notices.append({ title, buttonKeys });
     }
     void showMessage(const QString&, const QString&) override { }
 

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QMutexLocker>
 
 #include <gtest/gtest.h>
@@ -19,13 +20,12 @@ void link(const QString& target, const QString& path)
 
 QString busPath(const QString& bus)
 {
-    if (bus == QLatin1String("usb"))
-        return QStringLiteral("pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host6/target6:0:0/6:0:0:0");
-    if (bus == QLatin1String("sd"))
-        return QStringLiteral("pci0000:00/0000:00:1c.0/mmc_host/mmc0/mmc0:aaaa");
-    if (bus == QLatin1String("sata"))
-        return QStringLiteral("pci0000:00/0000:00:1f.2/ata1/host0/target0:0:0/0:0:0:0");
-    return QStringLiteral("virtual");
+    static const QHash<QString, QString> kPaths {
+        { "usb", "pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host6/target6:0:0/6:0:0:0" },
+        { "sd", "pci0000:00/0000:00:1c.0/mmc_host/mmc0/mmc0:aaaa" },
+        { "sata", "pci0000:00/0000:00:1f.2/ata1/host0/target0:0:0/0:0:0:0" }
+    };
+    return kPaths.value(bus, QStringLiteral("virtual"));
 }
 
 // The kernel writes blanks in mountinfo paths as "\040".

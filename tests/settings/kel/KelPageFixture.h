@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 // A Kel camera's card (model Wenna) in a temporary folder, identified as the
 // shared settings model's card.
 class KelPageFixture : public ::testing::Test {
@@ -32,12 +34,10 @@ protected:
         QStringList all = KelSettingManager::linesFromText(KelSettingManager::defaultFileText());
         for (const QString& change : QString::fromLatin1(changes).split(u' ', Qt::SkipEmptyParts)) {
             const QString key = change.section(u'=', 0, 0) + u'=';
-            for (QString& line : all) {
-                if (line.startsWith(key)) {
-                    line = change;
-                    break;
-                }
-            }
+            const auto line = std::find_if(all.begin(), all.end(),
+                [&](const QString& candidate) { return candidate.startsWith(key); });
+            if (line != all.end())
+                *line = change;
         }
         return all;
     }

@@ -64,13 +64,6 @@ TEST_F(KelPageTest, EachControlWritesOnlyItsLinesAndReadsThemBack)
         openPage();
         EXPECT_EQ(value(control), position);
     }
-    // The graph follows the partition type: type B is 35/17/4/39.
-    cardWith(lines(base));
-    QList<int> percents;
-    for (const PartitionBar& bar : openPage().partitionGraph())
-        percents << bar.percent;
-    EXPECT_EQ(percents, QList<int>({ 35, 17, 4, 39 }));
-    EXPECT_EQ(m_page->partitionGraph()[1].key, QStringLiteral("event"));
 }
 
 // Values no position stands for show as "no selection" (or the slider's
@@ -88,11 +81,13 @@ TEST_F(KelPageTest, UnknownValuesShowNoSelectionAndSurviveOk)
     EXPECT_EQ(value(Page::kVoiceVolume), 6);
     EXPECT_EQ(value(Page::kImpact), 2);
     EXPECT_EQ(value(Page::kMotion), 1);
-    // The graph shows what the file holds: 50/22/4/9.
+    // The graph shows what the file holds: 50/22/4/9 (a file of a known type
+    // holds that type's shares).
     QList<int> percents;
     for (const PartitionBar& bar : page.partitionGraph())
         percents << bar.percent;
     EXPECT_EQ(percents, QList<int>({ 50, 22, 4, 9 }));
+    EXPECT_EQ(page.partitionGraph()[1].key, QStringLiteral("event"));
     ASSERT_TRUE(page.pressOk());
     EXPECT_EQ(cardFile(), onCard);
 
@@ -111,7 +106,7 @@ TEST_F(KelPageTest, UnknownValuesShowNoSelectionAndSurviveOk)
     EXPECT_EQ(current(), missing);
 }
 
-TEST_F(KelPageTest, SwitchesGovernTheirControlsAndRangesHold)
+TEST_F(KelPageTest, SwitchesGovernTheirControlsRangesHoldAndSlidersWriteWhilePressed)
 {
     cardWith(lines("voice_out=0 park_mode=0"));
     KelSettingViewController& page = openPage();
@@ -136,31 +131,29 @@ TEST_F(KelPageTest, SwitchesGovernTheirControlsAndRangesHold)
     TolmSettingManager::SharedTolmSettingManager()->setModelType(5);
     page.pressReset();
     EXPECT_EQ(current(), lines("language=fr"));
-}
 
-// (The editors' own tests drag the motion slider and press OK, Cancel and Reset.)
-TEST_F(KelPageTest, SlidersWriteOnlyWhilePressedWithTheGuideOfTheirThird)
-{
+    // Sliders write only while pressed, with the guide of their third. (The
+    // editors' own tests drag the motion slider and press OK, Cancel and Reset.)
     cardWith(lines());
-    KelSettingViewController& page = openPage();
-    EXPECT_EQ(page.sliderMoved(Page::kMotion, 6), Change::Applied); // the page's own move
-    EXPECT_TRUE(page.sliderGuide(Page::kMotion).isEmpty());
-    page.sliderPressed(Page::kVoiceVolume);
+    KelSettingViewController& sliders = openPage();
+    EXPECT_EQ(sliders.sliderMoved(Page::kMotion, 6), Change::Applied); // the page's own move
+    EXPECT_TRUE(sliders.sliderGuide(Page::kMotion).isEmpty());
+    sliders.sliderPressed(Page::kVoiceVolume);
     const std::tuple<QString, int, const char*> moves[] = { { Page::kVoiceVolume, 2, "낮음" },
         { Page::kVoiceVolume, 3, "보통" }, { Page::kVoiceVolume, 5, "높음" },
         { Page::kImpact, 2, "낮음" }, { Page::kImpact, 3, "보통" }, { Page::kImpact, 4, "높음" } };
     for (const auto& [slider, value, guide] : moves) {
         if (slider == Page::kImpact)
-            page.sliderPressed(slider);
-        page.sliderMoved(slider, value);
-        EXPECT_EQ(page.sliderGuide(slider), QString::fromUtf8(guide)) << value;
+            sliders.sliderPressed(slider);
+        sliders.sliderMoved(slider, value);
+        EXPECT_EQ(sliders.sliderGuide(slider), QString::fromUtf8(guide)) << value;
     }
-    page.sliderReleased(Page::kImpact);
-    EXPECT_TRUE(page.sliderGuide(Page::kImpact).isEmpty());
+    sliders.sliderReleased(Page::kImpact);
+    EXPECT_TRUE(sliders.sliderGuide(Page::kImpact).isEmpty());
     EXPECT_EQ(current(), lines("voice_volume=5 acc_level=4"));
 }
 
-TEST_F(KelPageTest, TheClockBoxWithoutASetLineTakesTheFirstLine)
+TEST_F(KelPageTest, TheClockBoxWithoutASetLineAndAnUnreadableOrUnwritableCardFile)
 {
     QStringList noSet = lines();
     noSet.removeAll("set=0");
@@ -175,10 +168,8 @@ TEST_F(KelPageTest, TheClockBoxWithoutASetLineTakesTheFirstLine)
     EXPECT_EQ(current(), noSet);
     ASSERT_TRUE(m_page->pressOk());
     EXPECT_EQ(cardFile(), crlfLines(noSet));
-}
 
-TEST_F(KelPageTest, AnUnreadableOrUnwritableCardFileIsKeptAndOkAlerts)
-{
+    // An unreadable or unwritable card file is kept, and OK alerts.
     cardWith(lines("language=fr"));
     const QByteArray onCard = cardFile();
     {

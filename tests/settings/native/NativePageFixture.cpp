@@ -97,11 +97,8 @@ SettingsPageModel& NativePageTest::reopen(qint64 modelType)
 
 SettingControl NativePageTest::control(const QString& part) const
 {
-    QList<SettingControl> found;
-    for (const SettingControl& c : m_page->controls()) {
-        if (c.name.contains(part))
-            found.append(c);
-    }
+    QList<SettingControl> found = m_page->controls();
+    found.removeIf([&](const SettingControl& c) { return !c.name.contains(part); });
     EXPECT_EQ(found.size(), 1) << qPrintable(part);
     SettingControl missing;
     missing.value = -99;

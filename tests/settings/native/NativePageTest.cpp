@@ -5,7 +5,6 @@
 #include "NativePageFixture.h"
 #include "ScopedTimeZone.h"
 
-#include "config/ModelCatalogue.h"
 #include "config/TolmSettingManager.h"
 #include "i18n/LocalizationKeys.h"
 
@@ -78,20 +77,33 @@ TEST_F(NativePageTest, AnUntouchedRecordComesBackAsItWasWithTheModelsName)
     }
 }
 
-TEST_F(NativePageTest, RefusedChangesLeaveThePage)
+TEST_F(NativePageTest, RefusedChangesAndTheCameraLanguageBox)
 {
     open(kOrlo, "front_resolution=2");
     EXPECT_EQ(m_page->userChange(QStringLiteral("noSuchControl"), 0), Change::UnknownControl);
     EXPECT_EQ(m_page->userChange(QStringLiteral("alwaysLDWSRightSensitivitySlider"), 1),
         Change::UnknownControl);
     // The rear group is locked by the front one.
-    const std::pair<const char*, int> outOfRange[]
-        = { { "alwaysShock", 6 }, { "alwaysShock", 0 }, { "GMT", -1 }, { "GMT", 39 },
-              { "MemoryPartition", 3 }, { "parkingMode", 2 }, { "RearResolution", 1 } };
+    const std::pair<const char*, int> outOfRange[] = { { "GMT", -1 }, { "GMT", 39 },
+        { "MemoryPartition", 3 }, { "parkingMode", 2 }, { "RearResolution", 1 } };
     for (const auto& [part, position] : outOfRange)
         EXPECT_EQ(change(part, position), Change::OutOfRange) << part << " " << position;
     EXPECT_EQ(change("GMT", 38), Change::Applied);
     expectControls("alwaysShock=3 MemoryPartition=1 parkingMode=0 GMT=38");
+
+    // A blank after the colon numbers an empty code 0; it is no language.
+    m_card.verDat("# Language ISO Code: en ko fr\n");
+    open(kDravi, "cur_language=2");
+    EXPECT_EQ(control("Language").titles, QStringList({ "English", "Korean", "French" }));
+    expectControls("Language=1");
+    EXPECT_EQ(change("Language", 2), Change::Applied);
+    EXPECT_EQ(m_page->userSelectedLanguage(), 3);
+    expectSaved("cur_language=3");
+    // A language the camera doesn't announce: no selection, the number stays.
+    open(kVelt, "cur_language=9");
+    expectControls("Language=-1");
+    EXPECT_EQ(change("Language", 3), Change::OutOfRange);
+    expectSaved("cur_language=9");
 }
 
 TEST_F(NativePageTest, ParkingQuestionAnswers)
@@ -139,23 +151,6 @@ TEST_F(NativePageTest, ParkingQuestionAnswers)
         m_page->pressCancel();
         EXPECT_EQ(savedRecord(), loaded);
     }
-}
-
-TEST_F(NativePageTest, CameraLanguageBoxOffersTheCardsLanguages)
-{
-    // A blank after the colon numbers an empty code 0; it is no language.
-    m_card.verDat("# Language ISO Code: en ko fr\n");
-    open(kDravi, "cur_language=2");
-    EXPECT_EQ(control("Language").titles, QStringList({ "English", "Korean", "French" }));
-    expectControls("Language=1");
-    EXPECT_EQ(change("Language", 2), Change::Applied);
-    EXPECT_EQ(m_page->userSelectedLanguage(), 3);
-    expectSaved("cur_language=3");
-    // A language the camera doesn't announce: no selection, the number stays.
-    open(kVelt, "cur_language=9");
-    expectControls("Language=-1");
-    EXPECT_EQ(change("Language", 3), Change::OutOfRange);
-    expectSaved("cur_language=9");
 }
 
 TEST_F(NativePageTest, GuidesZoneKeysAndThePartitionGraph)

@@ -78,13 +78,9 @@ const FieldRule kFieldRules[] = {
     { kTolm, "front_resolution", 9, "FrontResolution", 0, 2 },
     { kTolm, "parking_time_limit", 36, "TimeLimit", 0, 36 },
     { kPesk, "lcd_off_timer", 77, "LCDOffTimer", 2, 0 },
-    { kPesk, "lcd_brightness", 6, "LCDBrighness", 0, 0 },
     { 7, "gmt_offset", 100, "GMT", 15, 0 },
     { kKimbo, "front_resolution", 9, "FrontResolution", 1, 3 },
     { kKimbo, "acceleration_sensor", 6, "alwaysShock", 1, 1 },
-    { kKimbo, "record_cevent_overwrite", 2, "OverwriteAlwaysShock", 0, 0 },
-    { kKimbo, "ldws_onoff", 7, "LDWSRadio", 0, 1 },
-    { kKimbo, "parking_motion_sensitivity", 2, "parkingMotion", 2, 3 },
 };
 
 struct Rule {
