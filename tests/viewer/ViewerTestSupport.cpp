@@ -14,11 +14,6 @@
 
 namespace ViewerTestSupport {
 
-void useOwnSettings(const char* binaryName)
-{
-    QCoreApplication::setApplicationName(QLatin1String(binaryName));
-}
-
 void useLanguage(const QString& code)
 {
     ViewerLanguage language;

@@ -7,10 +7,6 @@ class QWidget;
 // Helpers shared by the viewer's window tests.
 namespace ViewerTestSupport {
 
-// Gives this test binary settings of its own: test binaries run in parallel,
-// and others clear the shared store at will. Call first in SetUp.
-void useOwnSettings(const char* binaryName);
-
 // Switches the viewer language the way the menu does and lets the windows
 // re-apply their texts.
 void useLanguage(const QString& code);

@@ -46,7 +46,6 @@ class SettingsButtonTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ViewerTestSupport::useOwnSettings("tavro-editors-settings-button-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
         TavroStyle::apply(*qApp);

@@ -1,7 +1,6 @@
 // The modal settings window and the card and model choice pages: placement,
 // title bar, results, keys and the Language menu.
 #include "EditorTestSupport.h"
-#include "ViewerTestSupport.h"
 
 #include "config/TolmSettingManager.h"
 #include "editors/window/ChoicePages.h"
@@ -20,7 +19,6 @@ class SettingWindowTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ViewerTestSupport::useOwnSettings("tavro-editors-setting-window-test");
         QSettings().clear();
         ViewerLanguage::initializeLanguageSetting();
         m_main.resize(1280, 800);
