@@ -117,19 +117,34 @@ bool makeTrip(const QString& folder, int count, int seconds, QSize front, QSize 
     return true;
 }
 
-// Plays trip 0 of the folder; false when it does not start.
-bool playTrip(MainWindow& window, const QString& folder)
+// Makes the trip's clips in `folder`, shows the window and plays trip 0;
+// false, said on stderr, when the clips cannot be made or the trip does not
+// start.
+bool playTrip(MainWindow& window, const QString& folder, int clips, int seconds, QSize front,
+    QSize rear, int fps)
 {
+    if (!makeTrip(folder, clips, seconds, front, rear, fps)) {
+        std::fprintf(stderr, "bench_trips: ffmpeg could not make the clips\n");
+        return false;
+    }
+    window.showMainWindow();
+    if (!QTest::qWaitForWindowExposed(&window)) {
+        std::fprintf(stderr, "bench_trips: the window did not show\n");
+        return false;
+    }
     window.controller().selectFolderButtonTouched(QUrl::fromLocalFile(folder));
     window.controller().playTrip(0);
     TavroAVView* big = window.videoArea()->bigMovieView();
     TavroAVView* small = window.videoArea()->smallMovieView();
-    return QTest::qWaitFor(
+    const bool playing = QTest::qWaitFor(
         [&] {
             return window.session().isPlayingTrip() && big->framesPresented() > 0
                 && small->framesPresented() > 0 && !window.session().isVideoPaused();
         },
         kWaitMs);
+    if (!playing)
+        std::fprintf(stderr, "bench_trips: the trip did not play\n");
+    return playing;
 }
 
 // --- 2. stall at the boundaries
@@ -188,16 +203,9 @@ void benchStall(int clips, int seconds)
     std::printf("\n2. stall at the clip boundaries: %d clips of %d s, 1280x720 / 640x360 %d fps\n",
         clips, seconds, int(kFps));
     std::fflush(stdout);
-    if (!makeTrip(folder, clips, seconds, { 1280, 720 }, { 640, 360 }, int(kFps))) {
-        std::fprintf(stderr, "bench_trips: ffmpeg could not make the clips\n");
-        return;
-    }
     MainWindow window;
-    window.showMainWindow();
-    if (!QTest::qWaitForWindowExposed(&window) || !playTrip(window, folder)) {
-        std::fprintf(stderr, "bench_trips: the trip did not play\n");
+    if (!playTrip(window, folder, clips, seconds, { 1280, 720 }, { 640, 360 }, int(kFps)))
         return;
-    }
     TavroAVView* big = window.videoArea()->bigMovieView();
     TavroAVView* small = window.videoArea()->smallMovieView();
     std::vector<Presented> bigPictures;
@@ -244,16 +252,9 @@ void benchMemory(double hours)
     std::printf("\n3. memory over a %.1f-hour trip: %d clips of 60 s, 320x180 / 160x90 10 fps\n",
         hours, clips);
     std::fflush(stdout);
-    if (!makeTrip(folder, clips, 60, { 320, 180 }, { 160, 90 }, 10)) {
-        std::fprintf(stderr, "bench_trips: ffmpeg could not make the clips\n");
-        return;
-    }
     MainWindow window;
-    window.showMainWindow();
-    if (!QTest::qWaitForWindowExposed(&window) || !playTrip(window, folder)) {
-        std::fprintf(stderr, "bench_trips: the trip did not play\n");
+    if (!playTrip(window, folder, clips, 60, { 320, 180 }, { 160, 90 }, 10))
         return;
-    }
     PlaybackSession& session = window.session();
     TavroAVView* big = window.videoArea()->bigMovieView();
     TavroAVView* small = window.videoArea()->smallMovieView();
