@@ -12,7 +12,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -171,15 +170,11 @@ TEST_F(CutCli, TerminatedMidwayLeavesNoFile)
     // An ffmpeg that starts writing and then takes its time; ffprobe is the
     // real one beside it.
     QTemporaryDir tools;
-    TestFiles::write(tools.filePath("ffmpeg"),
-        "#!/bin/sh\nfor a; do last=\"$a\"; done\necho partial > \"$last\"\n"
-        "echo out_time_us=500000\nexec sleep 60\n");
-    QFile::setPermissions(tools.filePath("ffmpeg"), QFile::ReadOwner | QFile::ExeOwner);
-    ASSERT_TRUE(QFile::link(QStandardPaths::findExecutable("ffprobe"), tools.filePath("ffprobe")));
+    const QString ffmpeg = TestFiles::writeStalledFfmpeg(tools.path());
 
     QProcess tavro;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("TAVRO_FFMPEG", tools.filePath("ffmpeg"));
+    env.insert("TAVRO_FFMPEG", ffmpeg);
     tavro.setProcessEnvironment(env);
     tavro.start(QStringLiteral(TAVRO_CLI_PATH),
         { "cut", card(), "--trip", "0", "--from", "0", "--to", "9", "--compose", "side", "--output",

@@ -26,6 +26,18 @@ QByteArray read(const QString& path)
     return file.readAll();
 }
 
+QString writeStalledFfmpeg(const QString& dir)
+{
+    const QString ffmpeg = dir + QStringLiteral("/ffmpeg");
+    write(ffmpeg,
+        "#!/bin/sh\nfor a; do last=\"$a\"; done\necho partial > \"$last\"\n"
+        "echo out_time_us=500000\nexec sleep 60\n");
+    QFile::setPermissions(ffmpeg, QFile::ReadOwner | QFile::ExeOwner);
+    EXPECT_TRUE(QFile::link(QStandardPaths::findExecutable(QStringLiteral("ffprobe")),
+        dir + QStringLiteral("/ffprobe")));
+    return ffmpeg;
+}
+
 CliResult runCli(const QStringList& args, const QStringList& extraEnv, int timeoutMs)
 {
     QProcess process;

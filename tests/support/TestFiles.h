@@ -20,6 +20,11 @@ struct CliResult {
 // Runs `tavro`; a run still going after `timeoutMs` is killed (exit code -1).
 CliResult runCli(const QStringList& args, const QStringList& extraEnv = {}, int timeoutMs = 120000);
 
+// Writes into `dir` an ffmpeg that writes "partial" to its output (its last
+// argument), reports half a second done and then takes a minute, beside a
+// link to the real ffprobe; its path.
+QString writeStalledFfmpeg(const QString& dir);
+
 // True when an executable of that name is on PATH (ffmpeg, mpv, ...).
 bool haveTool(const QString& name);
 

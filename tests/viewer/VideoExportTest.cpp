@@ -31,7 +31,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -172,12 +171,8 @@ TEST_F(VideoExportTest, ClipTripSpanAndWholeTripThenCancelLeavesNoFile)
     // Cancel while an ffmpeg that writes and then takes its time runs: the
     // dialog stays, and nothing is left of the file.
     QTemporaryDir tools;
-    TestFiles::write(tools.filePath("ffmpeg"),
-        "#!/bin/sh\nfor a; do last=\"$a\"; done\necho partial > \"$last\"\n"
-        "echo out_time_us=500000\nexec sleep 60\n");
-    QFile::setPermissions(tools.filePath("ffmpeg"), QFile::ReadOwner | QFile::ExeOwner);
-    ASSERT_TRUE(QFile::link(QStandardPaths::findExecutable("ffprobe"), tools.filePath("ffprobe")));
-    Utils::SetFFMPEGPath(tools.filePath("ffmpeg"));
+    const QString ffmpeg = TestFiles::writeStalledFfmpeg(tools.path());
+    Utils::SetFFMPEGPath(ffmpeg);
     const QStringList before
         = QDir(m_outDir).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     startExport(window, Range::WholeTrip, Picture::Front, false, "stopped.mp4");
